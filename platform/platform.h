@@ -1,0 +1,118 @@
+// The operating-system services the portable core uses, behind one header.
+//
+// Two implementations exist: platform/win32 (the DLL and vvmeta.exe) and
+// platform/posix (the native host, the native tests, fuzzers and benchmarks).
+// Nothing in this header includes <windows.h>. Wide text is UTF-16 in char16_t.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+// ---------------------------------------------------------------- files
+
+enum class FileMode {
+    kRead,        // existing file, binary reading ("rb")
+    kWrite,       // create or truncate, binary writing ("wb")
+    kReadWrite,   // existing file, binary reading and writing ("r+b")
+};
+
+enum class SeekFrom { kBegin, kCurrent, kEnd };
+
+// A binary file stream opened by wide path. Like a C stream: seeking past the
+// end succeeds and the next read comes back short; a negative position fails.
+class File {
+public:
+    virtual ~File() = default;
+    virtual bool Seek(int64_t offset, SeekFrom from = SeekFrom::kBegin) = 0;
+    virtual int64_t Tell() = 0;
+    virtual int64_t Size() = 0;
+    // Reads up to n bytes; returns how many were read (short at end of file).
+    virtual size_t Read(void* buffer, size_t n) = 0;
+    virtual size_t Write(const void* buffer, size_t n) = 0;
+    // Flushes buffered writes; false when the data could not be written.
+    virtual bool Flush() = 0;
+
+    // Reads exactly n bytes or reports false (the position is then unspecified).
+    bool ReadExact(void* buffer, size_t n) { return Read(buffer, n) == n; }
+    bool WriteAll(const void* buffer, size_t n) { return Write(buffer, n) == n; }
+};
+
+// Opens a file; null when it cannot be opened in that mode.
+std::unique_ptr<File> OpenFile(std::u16string_view path, FileMode mode);
+
+bool FileExists(std::u16string_view path);
+// Copies source over target (overwriting it); false on any failure.
+bool CopyFileOver(std::u16string_view source, std::u16string_view target);
+bool DeleteFile(std::u16string_view path);
+
+// The read-only attribute (Windows) or the absence of write permission (POSIX).
+bool IsReadOnly(std::u16string_view path);
+bool SetReadOnly(std::u16string_view path, bool readOnly);
+
+// File times as Windows FILETIME ticks: 100 ns since 1601-01-01 UTC.
+struct FileTimes {
+    uint64_t creation = 0;
+    uint64_t lastAccess = 0;
+    uint64_t lastWrite = 0;
+};
+bool GetFileTimes(std::u16string_view path, FileTimes& times);
+// Sets all three times. POSIX has no settable creation time: it is ignored there.
+bool SetFileTimes(std::u16string_view path, const FileTimes& times);
+
+// The system temporary folder, ending in the path separator.
+std::u16string TempFolder();
+constexpr char16_t kPathSeparator =
+#ifdef _WIN32
+    u'\\';
+#else
+    u'/';
+#endif
+
+// ---------------------------------------------------------- code pages
+
+// UTF-8 <-> UTF-16. Malformed input becomes U+FFFD, as on Windows.
+std::u16string Utf8ToUtf16(std::string_view text);
+std::string Utf16ToUtf8(std::u16string_view text);
+// The ANSI code page <-> UTF-16: the system's ANSI code page on Windows,
+// Windows-1252 on POSIX. Characters the code page lacks become '?'.
+std::u16string AnsiToUtf16(std::string_view text);
+std::string Utf16ToAnsi(std::u16string_view text);
+
+// ------------------------------------------------ private-profile settings
+
+// Sections and keys are matched without regard to ASCII case. A missing file,
+// section or key gives the default. Values are returned without surrounding
+// blanks; a value in matching quotes loses the quotes.
+std::u16string GetProfileString(std::u16string_view file, std::u16string_view section,
+                                std::u16string_view key, std::u16string_view defaultValue);
+// The leading decimal number of the value (an optional '-' allowed); the default
+// when the key is missing, 0 when the value does not start with a number.
+int GetProfileInt(std::u16string_view file, std::u16string_view section,
+                  std::u16string_view key, int defaultValue);
+// Writes (or replaces) one key, creating the file and the section when needed.
+bool WriteProfileString(std::u16string_view file, std::u16string_view section,
+                        std::u16string_view key, std::u16string_view value);
+
+// ------------------------------------------------------ time and shell
+
+struct LocalTime {
+    int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+    int dayOfWeek = 0;  // 0 = Sunday
+};
+LocalTime GetLocalTime();
+void SleepMilliseconds(unsigned milliseconds);
+
+// Opens a file or URL with the system's handler ("open" verb). Returns true
+// when the request was handed over. Tests observe it through the hook below,
+// which, when set, replaces the real call.
+bool ShellOpen(std::u16string_view target);
+using ShellOpenHook = std::function<bool(std::u16string_view target)>;
+void SetShellOpenHook(ShellOpenHook hook);
+
+}  // namespace platform

@@ -1,0 +1,203 @@
+// The Win32 implementation of the platform layer (Metadata.dll, vvmeta.exe).
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+#include <shellapi.h>
+
+#include "../platform.h"
+
+namespace platform {
+namespace {
+
+// char16_t and wchar_t are both UTF-16 code units on Windows.
+std::wstring W(std::u16string_view s) { return std::wstring(s.begin(), s.end()); }
+std::u16string U(const wchar_t* s, size_t n) { return std::u16string(s, s + n); }
+
+class Win32File final : public File {
+public:
+    explicit Win32File(HANDLE h) : h_(h) {}
+    ~Win32File() override { CloseHandle(h_); }
+    bool Seek(int64_t offset, SeekFrom from) override {
+        LARGE_INTEGER li;
+        li.QuadPart = offset;
+        DWORD method = from == SeekFrom::kBegin ? FILE_BEGIN : from == SeekFrom::kCurrent ? FILE_CURRENT : FILE_END;
+        LARGE_INTEGER target;
+        LARGE_INTEGER zero{};
+        // Refuse negative targets the way fseek does.
+        if (from == SeekFrom::kBegin && offset < 0) return false;
+        if (from != SeekFrom::kBegin) {
+            LARGE_INTEGER cur;
+            if (from == SeekFrom::kCurrent) SetFilePointerEx(h_, zero, &cur, FILE_CURRENT);
+            else GetFileSizeEx(h_, &cur);
+            if (cur.QuadPart + offset < 0) return false;
+        }
+        return SetFilePointerEx(h_, li, &target, method) != 0;
+    }
+    int64_t Tell() override {
+        LARGE_INTEGER zero{}, cur;
+        if (!SetFilePointerEx(h_, zero, &cur, FILE_CURRENT)) return -1;
+        return cur.QuadPart;
+    }
+    int64_t Size() override {
+        LARGE_INTEGER size;
+        return GetFileSizeEx(h_, &size) ? size.QuadPart : -1;
+    }
+    size_t Read(void* buffer, size_t n) override {
+        size_t total = 0;
+        auto* p = static_cast<char*>(buffer);
+        while (total < n) {
+            DWORD chunk = static_cast<DWORD>(std::min<size_t>(n - total, 1u << 30));
+            DWORD got = 0;
+            if (!ReadFile(h_, p + total, chunk, &got, nullptr) || got == 0) break;
+            total += got;
+        }
+        return total;
+    }
+    size_t Write(const void* buffer, size_t n) override {
+        size_t total = 0;
+        auto* p = static_cast<const char*>(buffer);
+        while (total < n) {
+            DWORD chunk = static_cast<DWORD>(std::min<size_t>(n - total, 1u << 30));
+            DWORD put = 0;
+            if (!WriteFile(h_, p + total, chunk, &put, nullptr) || put == 0) break;
+            total += put;
+        }
+        return total;
+    }
+    bool Flush() override { return FlushFileBuffers(h_) != 0; }
+
+private:
+    HANDLE h_;
+};
+
+uint64_t Ticks(const FILETIME& ft) {
+    return (static_cast<uint64_t>(ft.dwHighDateTime) << 32) | ft.dwLowDateTime;
+}
+FILETIME FromTicks(uint64_t t) {
+    FILETIME ft;
+    ft.dwLowDateTime = static_cast<DWORD>(t);
+    ft.dwHighDateTime = static_cast<DWORD>(t >> 32);
+    return ft;
+}
+
+std::u16string FromCodePage(UINT cp, std::string_view text) {
+    if (text.empty()) return {};
+    int n = MultiByteToWideChar(cp, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
+    std::wstring w(static_cast<size_t>(n), L'\0');
+    MultiByteToWideChar(cp, 0, text.data(), static_cast<int>(text.size()), w.data(), n);
+    return U(w.data(), w.size());
+}
+
+std::string ToCodePage(UINT cp, std::u16string_view text) {
+    if (text.empty()) return {};
+    std::wstring w = W(text);
+    int n = WideCharToMultiByte(cp, 0, w.data(), static_cast<int>(w.size()), nullptr, 0, nullptr, nullptr);
+    std::string out(static_cast<size_t>(n), '\0');
+    WideCharToMultiByte(cp, 0, w.data(), static_cast<int>(w.size()), out.data(), n, nullptr, nullptr);
+    return out;
+}
+
+}  // namespace
+
+std::unique_ptr<File> OpenFile(std::u16string_view path, FileMode mode) {
+    DWORD access = mode == FileMode::kRead ? GENERIC_READ
+                 : mode == FileMode::kWrite ? GENERIC_WRITE : GENERIC_READ | GENERIC_WRITE;
+    DWORD disposition = mode == FileMode::kWrite ? CREATE_ALWAYS : OPEN_EXISTING;
+    HANDLE h = CreateFileW(W(path).c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                           disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (h == INVALID_HANDLE_VALUE) return nullptr;
+    return std::make_unique<Win32File>(h);
+}
+
+bool FileExists(std::u16string_view path) {
+    DWORD a = GetFileAttributesW(W(path).c_str());
+    return a != INVALID_FILE_ATTRIBUTES && !(a & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+bool CopyFileOver(std::u16string_view source, std::u16string_view target) {
+    return CopyFileW(W(source).c_str(), W(target).c_str(), FALSE) != 0;
+}
+
+bool DeleteFile(std::u16string_view path) { return DeleteFileW(W(path).c_str()) != 0; }
+
+bool IsReadOnly(std::u16string_view path) {
+    DWORD a = GetFileAttributesW(W(path).c_str());
+    return a != INVALID_FILE_ATTRIBUTES && (a & FILE_ATTRIBUTE_READONLY);
+}
+
+bool SetReadOnly(std::u16string_view path, bool readOnly) {
+    std::wstring p = W(path);
+    DWORD a = GetFileAttributesW(p.c_str());
+    if (a == INVALID_FILE_ATTRIBUTES) return false;
+    a = readOnly ? (a | FILE_ATTRIBUTE_READONLY) : (a & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
+    return SetFileAttributesW(p.c_str(), a) != 0;
+}
+
+bool GetFileTimes(std::u16string_view path, FileTimes& times) {
+    HANDLE h = CreateFileW(W(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                           OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (h == INVALID_HANDLE_VALUE) return false;
+    FILETIME c, a, w;
+    BOOL ok = GetFileTime(h, &c, &a, &w);
+    CloseHandle(h);
+    if (!ok) return false;
+    times.creation = Ticks(c);
+    times.lastAccess = Ticks(a);
+    times.lastWrite = Ticks(w);
+    return true;
+}
+
+bool SetFileTimes(std::u16string_view path, const FileTimes& times) {
+    HANDLE h = CreateFileW(W(path).c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                           nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (h == INVALID_HANDLE_VALUE) return false;
+    FILETIME c = FromTicks(times.creation), a = FromTicks(times.lastAccess), w = FromTicks(times.lastWrite);
+    BOOL ok = SetFileTime(h, &c, &a, &w);
+    CloseHandle(h);
+    return ok != 0;
+}
+
+std::u16string TempFolder() {
+    wchar_t buffer[MAX_PATH + 1];
+    DWORD n = GetTempPathW(MAX_PATH + 1, buffer);
+    if (n == 0 || n > MAX_PATH) return u".\\";
+    return U(buffer, n);
+}
+
+std::u16string AnsiToUtf16(std::string_view text) { return FromCodePage(CP_ACP, text); }
+std::string Utf16ToAnsi(std::u16string_view text) { return ToCodePage(CP_ACP, text); }
+
+std::u16string GetProfileString(std::u16string_view file, std::u16string_view section,
+                                std::u16string_view key, std::u16string_view defaultValue) {
+    wchar_t buffer[4096];
+    DWORD n = GetPrivateProfileStringW(W(section).c_str(), W(key).c_str(), W(defaultValue).c_str(),
+                                       buffer, 4096, W(file).c_str());
+    return U(buffer, n);
+}
+
+int GetProfileInt(std::u16string_view file, std::u16string_view section, std::u16string_view key,
+                  int defaultValue) {
+    return static_cast<int>(GetPrivateProfileIntW(W(section).c_str(), W(key).c_str(), defaultValue,
+                                                  W(file).c_str()));
+}
+
+bool WriteProfileString(std::u16string_view file, std::u16string_view section,
+                        std::u16string_view key, std::u16string_view value) {
+    return WritePrivateProfileStringW(W(section).c_str(), W(key).c_str(), W(value).c_str(),
+                                      W(file).c_str()) != 0;
+}
+
+LocalTime GetLocalTime() {
+    SYSTEMTIME st;
+    ::GetLocalTime(&st);
+    return {st.wYear, st.wMonth, st.wDay, st.wHour, st.wMinute, st.wSecond, st.wDayOfWeek};
+}
+
+void SleepMilliseconds(unsigned milliseconds) { ::Sleep(milliseconds); }
+
+bool ShellOpenNative(std::u16string_view target) {
+    auto result = reinterpret_cast<INT_PTR>(
+        ShellExecuteW(nullptr, L"open", W(target).c_str(), nullptr, nullptr, SW_SHOWNORMAL));
+    return result > 32;
+}
+
+}  // namespace platform

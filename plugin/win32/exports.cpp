@@ -1,0 +1,90 @@
+// The export table of Metadata.dll: thirteen C functions with undecorated
+// names (see Metadata.def). wchar_t is UTF-16 here, so wide arguments pass to
+// the portable core as char16_t unchanged.
+#include <cstdint>
+
+#include "../plugin_api.h"
+#include "module_state.h"
+
+namespace vv {
+ModuleState& Module() {
+    static ModuleState state;
+    return state;
+}
+}  // namespace vv
+
+namespace {
+const char16_t* U(const wchar_t* s) { return reinterpret_cast<const char16_t*>(s); }
+char16_t* U(wchar_t* s) { return reinterpret_cast<char16_t*>(s); }
+static_assert(sizeof(wchar_t) == sizeof(char16_t), "wchar_t must be UTF-16 on Windows");
+}  // namespace
+
+extern "C" {
+
+BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
+    if (reason == DLL_PROCESS_ATTACH) {
+        vv::Module().instance = instance;
+        DisableThreadLibraryCalls(instance);
+    }
+    return TRUE;
+}
+
+int __cdecl GetPlugInInfo(char* version, char* description) {
+    return vv::GetPlugInInfo(version, description);
+}
+
+int __cdecl ClosePlugin(void) {
+    vv::ModuleState& m = vv::Module();
+    if (m.exifWindow && IsWindow(m.exifWindow)) DestroyWindow(m.exifWindow);
+    m.exifWindow = nullptr;
+    return 0;
+}
+
+HWND __cdecl Get_EXIF_Window(void) {
+    HWND w = vv::Module().exifWindow;
+    return (w && IsWindow(w)) ? w : nullptr;
+}
+
+uint64_t __cdecl GetExifInfos(const wchar_t* path, uint32_t* size, uint32_t* out2, uint32_t* out3,
+                              uint32_t* out4, uint32_t* out5, int formatCode) {
+    return vv::GetExifInfos(U(path), size, out2, out3, out4, out5, formatCode);
+}
+
+int __cdecl LoadData_EXIF_W(const wchar_t* path, wchar_t* out, int capacity, int mode) {
+    return vv::LoadData_EXIF_W(U(path), U(out), capacity, mode);
+}
+
+int __cdecl LoadTag_EXIF_W(const wchar_t* path, int tag, wchar_t* out, int capacity) {
+    return vv::LoadTag_EXIF_W(U(path), tag, U(out), capacity);
+}
+
+int __cdecl Show_EXIF_Info_W(const wchar_t*, HWND, const wchar_t*, int) {
+    return 0;  // the EXIF window arrives with its dialog
+}
+
+int __cdecl Create_EXIF_Data_W(const wchar_t*, HWND, const wchar_t*) {
+    return 0;  // the EXIF creation dialog arrives with its writer
+}
+
+int __cdecl LoadData_IPTC_W(const wchar_t* path, wchar_t* out, int capacity, int mode) {
+    return vv::LoadData_IPTC_W(U(path), U(out), capacity, mode);
+}
+
+int __cdecl LoadTag_IPTC_W(const wchar_t* path, int dataset, wchar_t* out, int capacity) {
+    return vv::LoadTag_IPTC_W(U(path), dataset, U(out), capacity);
+}
+
+int __cdecl Show_IPTC_Info_W(const wchar_t*, HWND, const wchar_t*) {
+    return 0;  // the IPTC sheet arrives with its dialog
+}
+
+int __cdecl Load_Comment_W(const wchar_t* path, wchar_t* out, int capacity, int unused,
+                           const wchar_t* formats) {
+    return vv::Load_Comment_W(U(path), U(out), capacity, unused, U(formats));
+}
+
+int __cdecl Show_JPG_Comment_W(const wchar_t*, HWND, int, const wchar_t*, int, const wchar_t*) {
+    return 0;  // the comment dialog arrives with its writer
+}
+
+}  // extern "C"

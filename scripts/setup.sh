@@ -1,0 +1,83 @@
+#!/usr/bin/env bash
+# Installs everything the builds and tests need, from Debian's packages only.
+# Idempotent: a second run checks and returns quickly. Runs as root (or via sudo).
+set -euo pipefail
+
+here=$(cd "$(dirname "$0")/.." && pwd)
+deps="$here/.deps"
+export DEBIAN_FRONTEND=noninteractive
+
+SUDO=""
+if [ "$(id -u)" -ne 0 ]; then SUDO="sudo"; fi
+
+packages=(
+  cmake make g++ googletest libgtest-dev libbenchmark-dev libtinyxml2-dev
+  clang libclang-rt-14-dev
+  gcc-mingw-w64-i686-posix g++-mingw-w64-i686-posix binutils-mingw-w64-i686 mingw-w64-i686-dev
+  wine wine32 xvfb xauth
+  libimage-exiftool-perl dpkg-dev
+)
+
+missing=()
+for p in "${packages[@]}"; do
+  # wine32 is an i386 package; dpkg-query needs the arch qualifier for it.
+  q="$p"; [ "$p" = wine32 ] && q="wine32:i386"
+  if ! dpkg-query -W -f='${Status}' "$q" 2>/dev/null | grep -q 'install ok installed'; then
+    missing+=("$p")
+  fi
+done
+
+need_src=1
+ls "$deps"/tinyxml2-src/tinyxml2.cpp >/dev/null 2>&1 && need_src=0
+
+if [ ${#missing[@]} -gt 0 ] || [ $need_src -eq 1 ]; then
+  if ! dpkg --print-foreign-architectures | grep -qx i386; then
+    $SUDO dpkg --add-architecture i386
+  fi
+  # deb-src entries for the cross build's tinyxml2 source.
+  srcfile=/etc/apt/sources.list.d/vantaview-src.sources
+  if [ ! -f "$srcfile" ]; then
+    $SUDO tee "$srcfile" >/dev/null <<'SRC'
+Types: deb-src
+URIs: http://deb.debian.org/debian
+Suites: bookworm
+Components: main
+Signed-By: /usr/share/keyrings/debian-archive-keyring.gpg
+SRC
+  fi
+  # The security suite's i386 index is sometimes out of step with amd64
+  # ("Mirror sync in progress?"); multi-arch libraries then resolve to different
+  # versions per architecture and wine32 is refused. Pinning the security suite
+  # low for this install makes both architectures take the main suite's versions.
+  pin=/etc/apt/preferences.d/vantaview-security-pin
+  $SUDO tee "$pin" >/dev/null <<'PIN'
+Package: *
+Pin: release l=Debian-Security
+Pin-Priority: 100
+PIN
+  trap '$SUDO rm -f "$pin"' EXIT
+  $SUDO apt-get update -q || echo "setup: apt-get update reported errors; going on with the indexes it got" >&2
+  if [ ${#missing[@]} -gt 0 ]; then
+    $SUDO apt-get install -y -q --no-install-recommends "${missing[@]}" \
+      || $SUDO apt-get install -y -q --no-install-recommends --allow-downgrades "${missing[@]}"
+  fi
+  if [ $need_src -eq 1 ]; then
+    rm -rf "$deps/tinyxml2-dl" "$deps/tinyxml2-src"
+    mkdir -p "$deps/tinyxml2-dl"
+    (cd "$deps/tinyxml2-dl" && apt-get source --download-only tinyxml2 >/dev/null)
+    mkdir -p "$deps/tinyxml2-src"
+    tar -xf "$deps"/tinyxml2-dl/tinyxml2_*.orig.tar.* -C "$deps/tinyxml2-src" --strip-components=1
+  fi
+  $SUDO rm -f "$pin"
+  trap - EXIT
+fi
+
+# Wine's first start builds its prefix (about ten seconds); do it once here.
+export WINEPREFIX="${VV_WINEPREFIX:-$HOME/.cache/vantaview/wine32}"
+export WINEARCH=win32 WINEDEBUG=-all
+if [ ! -f "$WINEPREFIX/system.reg" ]; then
+  mkdir -p "$(dirname "$WINEPREFIX")"
+  wineboot -i >/dev/null 2>&1 || true
+  wineserver -w || true
+fi
+echo "setup: ready"

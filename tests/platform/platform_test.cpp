@@ -1,0 +1,165 @@
+#include "platform/platform.h"
+#include "platform/ini.h"
+
+#include <gtest/gtest.h>
+
+#include "fixture/fixture.h"
+
+namespace {
+
+using platform::AnsiToUtf16;
+using platform::Utf16ToAnsi;
+using platform::Utf16ToUtf8;
+using platform::Utf8ToUtf16;
+
+TEST(CodePages, Utf8RoundTripsEveryPlaneIncludingSurrogatePairs) {
+    // A, e-acute, euro, CJK, and U+1F600 (outside the BMP: a surrogate pair).
+    const std::string utf8 = "A\xC3\xA9\xE2\x82\xAC\xE4\xB8\xAD\xF0\x9F\x98\x80";
+    const std::u16string utf16 = u"A\u00E9\u20AC\u4E2D\U0001F600";
+    EXPECT_EQ(Utf8ToUtf16(utf8), utf16);
+    EXPECT_EQ(utf16.size(), 6u);
+    EXPECT_EQ(Utf16ToUtf8(utf16), utf8);
+    EXPECT_EQ(Utf16ToUtf8(Utf8ToUtf16("")), "");
+}
+
+TEST(CodePages, MalformedUtf8BecomesReplacementCharacters) {
+    EXPECT_EQ(Utf8ToUtf16("a\xFF" "b"), u"a\uFFFDb");
+    EXPECT_EQ(Utf8ToUtf16("\xC3"), u"\uFFFD");                  // cut short at the end
+    EXPECT_EQ(Utf8ToUtf16("\xC0\xAF"), u"\uFFFD\uFFFD");        // overlong
+    EXPECT_EQ(Utf8ToUtf16("\xED\xA0\x80").find(u'\xD800'), std::u16string::npos);  // no surrogates
+    EXPECT_EQ(Utf16ToUtf8(std::u16string(1, char16_t(0xD800))), "\xEF\xBF\xBD");   // lone surrogate
+}
+
+TEST(CodePages, AnsiIsWindows1252) {
+    // 0x80 euro, 0x93/0x94 curly quotes, 0xE9 e-acute (Latin-1 range).
+    EXPECT_EQ(AnsiToUtf16("\x80\x93x\x94\xE9"), u"\u20AC\u201Cx\u201D\u00E9");
+    EXPECT_EQ(Utf16ToAnsi(u"\u20AC\u201Cx\u201D\u00E9"), "\x80\x93x\x94\xE9");
+    // Characters the code page lacks become '?', a surrogate pair a single one.
+    EXPECT_EQ(Utf16ToAnsi(u"a\u4E2Db\U0001F600c"), "a?b?c");
+    for (int b = 0x20; b < 0x100; ++b) {
+        if (b >= 0x80 && b < 0xA0) continue;  // the remapped block is checked above
+        std::string one(1, static_cast<char>(b));
+        EXPECT_EQ(Utf16ToAnsi(AnsiToUtf16(one)), one) << b;
+    }
+}
+
+class ProfileTest : public ::testing::Test {
+protected:
+    fixture::TempDir dir;
+    std::u16string ini = dir.Path("settings.ini");
+};
+
+TEST_F(ProfileTest, MissingFileSectionOrKeyGivesTheDefault) {
+    EXPECT_EQ(platform::GetProfileString(ini, u"EXIF", u"HideTags", u"dflt"), u"dflt");
+    EXPECT_EQ(platform::GetProfileInt(ini, u"EXIF", u"CreatorKeepOrgDate", 1), 1);
+    ASSERT_TRUE(platform::WriteProfileString(ini, u"EXIF", u"HideTags", u"271,272"));
+    EXPECT_EQ(platform::GetProfileString(ini, u"Viewing", u"HideTags", u"none"), u"none");
+    EXPECT_EQ(platform::GetProfileInt(ini, u"EXIF", u"Other", -7), -7);
+}
+
+TEST_F(ProfileTest, SectionsAndKeysIgnoreCaseAndWritesReplaceInPlace) {
+    ASSERT_TRUE(platform::WriteProfileString(ini, u"EXIF", u"HideTags", u"1"));
+    ASSERT_TRUE(platform::WriteProfileString(ini, u"WinPosition", u"EXIF", u"10 20"));
+    ASSERT_TRUE(platform::WriteProfileString(ini, u"exif", u"HIDETAGS", u"2"));
+    ASSERT_TRUE(platform::WriteProfileString(ini, u"EXIF", u"Satellite", u"1"));
+    EXPECT_EQ(platform::GetProfileString(ini, u"Exif", u"hidetags", u""), u"2");
+    EXPECT_EQ(platform::GetProfileInt(ini, u"EXIF", u"Satellite", 0), 1);
+    EXPECT_EQ(platform::GetProfileString(ini, u"WINPOSITION", u"exif", u""), u"10 20");
+    // Non-ASCII values survive.
+    ASSERT_TRUE(platform::WriteProfileString(ini, u"IPTC", u"City", u"Z\u00FCrich"));
+    EXPECT_EQ(platform::GetProfileString(ini, u"IPTC", u"City", u""), u"Z\u00FCrich");
+}
+
+TEST_F(ProfileTest, IntegersReadTheLeadingNumber) {
+    ASSERT_TRUE(platform::WriteProfileString(ini, u"S", u"A", u"42abc"));
+    ASSERT_TRUE(platform::WriteProfileString(ini, u"S", u"B", u"-3"));
+    ASSERT_TRUE(platform::WriteProfileString(ini, u"S", u"C", u"abc"));
+    EXPECT_EQ(platform::GetProfileInt(ini, u"S", u"A", 9), 42);
+    EXPECT_EQ(platform::GetProfileInt(ini, u"S", u"B", 9), -3);
+    EXPECT_EQ(platform::GetProfileInt(ini, u"S", u"C", 9), 0);
+}
+
+#ifndef _WIN32
+// The POSIX engine's text model, on strings (Windows uses the system's).
+TEST(IniText, KeepsOtherSectionsAndAddsAfterTheSectionsLastKey) {
+    std::string text = "[A]\r\nx=1\r\n\r\n[B]\r\ny = \"quoted\" \r\n";
+    text = platform::ini::Set(text, "a", "z", "2");
+    EXPECT_EQ(text, "[A]\r\nx=1\r\nz=2\r\n\r\n[B]\r\ny = \"quoted\" \r\n");
+    EXPECT_EQ(platform::ini::Find(text, "B", "Y"), "quoted");
+    EXPECT_EQ(platform::ini::Find(text, "A", "y"), std::nullopt);
+    EXPECT_EQ(platform::ini::Set("[C]\r\nk=v", "C", "n", "w"), "[C]\r\nk=v\r\nn=w\r\n");
+}
+#endif
+
+TEST(Files, ReadSeekAndShortReads) {
+    fixture::TempDir dir;
+    auto path = dir.Write("data.bin", {1, 2, 3, 4, 5});
+    auto f = platform::OpenFile(path, platform::FileMode::kRead);
+    ASSERT_TRUE(f);
+    EXPECT_EQ(f->Size(), 5);
+    uint8_t buffer[8] = {};
+    ASSERT_TRUE(f->Seek(3));
+    EXPECT_EQ(f->Read(buffer, 8), 2u);
+    EXPECT_EQ(buffer[0], 4);
+    EXPECT_TRUE(f->Seek(100));  // past the end: allowed, then nothing to read
+    EXPECT_EQ(f->Read(buffer, 1), 0u);
+    EXPECT_FALSE(f->Seek(-1));
+    EXPECT_FALSE(platform::OpenFile(dir.Path("missing.bin"), platform::FileMode::kRead));
+}
+
+TEST(Files, NonAsciiPathsCopyAndDelete) {
+    fixture::TempDir dir;
+    auto source = dir.Write("Bild \xC3\xBC \xE4\xB8\xAD.jpg", {9, 8, 7});
+    EXPECT_TRUE(platform::FileExists(source));
+    auto target = dir.Path("copy.jpg");
+    dir.Write("copy.jpg", {1});
+    ASSERT_TRUE(platform::CopyFileOver(source, target));
+    EXPECT_EQ(fixture::ReadAll(target), (fixture::Bytes{9, 8, 7}));
+    EXPECT_TRUE(platform::DeleteFile(target));
+    EXPECT_FALSE(platform::FileExists(target));
+    EXPECT_FALSE(platform::DeleteFile(target));
+}
+
+TEST(Files, ReadOnlyAttribute) {
+    fixture::TempDir dir;
+    auto path = dir.Write("ro.jpg", {1});
+    EXPECT_FALSE(platform::IsReadOnly(path));
+    ASSERT_TRUE(platform::SetReadOnly(path, true));
+    EXPECT_TRUE(platform::IsReadOnly(path));
+    ASSERT_TRUE(platform::SetReadOnly(path, false));
+    EXPECT_FALSE(platform::IsReadOnly(path));
+}
+
+TEST(Files, TimesAreSetAndReadBack) {
+    fixture::TempDir dir;
+    auto path = dir.Write("t.jpg", {1});
+    // 2001-02-03 04:05:06 UTC in FILETIME ticks, and one day later.
+    const uint64_t t0 = 126257943060000000ULL;
+    const uint64_t t1 = t0 + 864000000000ULL;
+    platform::FileTimes set{t0, t0, t1};
+    ASSERT_TRUE(platform::SetFileTimes(path, set));
+    platform::FileTimes got;
+    ASSERT_TRUE(platform::GetFileTimes(path, got));
+    EXPECT_EQ(got.lastWrite, t1);
+    EXPECT_EQ(got.lastAccess, t0);
+#ifdef _WIN32
+    EXPECT_EQ(got.creation, t0);
+#endif
+    EXPECT_FALSE(platform::GetFileTimes(dir.Path("missing"), got));
+}
+
+TEST(System, TempFolderEndsInSeparatorAndShellOpenIsObservable) {
+    std::u16string temp = platform::TempFolder();
+    ASSERT_FALSE(temp.empty());
+    EXPECT_EQ(temp.back(), platform::kPathSeparator);
+    std::u16string opened;
+    platform::SetShellOpenHook([&](std::u16string_view t) { opened = t; return true; });
+    EXPECT_TRUE(platform::ShellOpen(u"https://example.org/?q=1"));
+    platform::SetShellOpenHook(nullptr);
+    EXPECT_EQ(opened, u"https://example.org/?q=1");
+    platform::LocalTime now = platform::GetLocalTime();
+    EXPECT_GE(now.year, 2020);
+    EXPECT_TRUE(now.month >= 1 && now.month <= 12);
+}
+
+}  // namespace

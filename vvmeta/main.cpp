@@ -1,0 +1,232 @@
+// vvmeta: does what the viewer does with the plug-in and prints the answers.
+// The same program is built natively (core linked in) and for Windows
+// (Metadata.dll loaded by name); both print the same bytes for the same file.
+#include <cinttypes>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "../platform/platform.h"
+#include "plugin_host.h"
+
+namespace vvmeta {
+
+const char* const kExportNames[13] = {
+    "GetPlugInInfo",   "ClosePlugin",      "Get_EXIF_Window",  "GetExifInfos",   "LoadData_EXIF_W",
+    "LoadTag_EXIF_W",  "Show_EXIF_Info_W", "Create_EXIF_Data_W", "LoadData_IPTC_W", "LoadTag_IPTC_W",
+    "Show_IPTC_Info_W", "Load_Comment_W",  "Show_JPG_Comment_W",
+};
+
+namespace {
+
+constexpr int kExitOk = 0, kExitUnreadable = 1, kExitUsage = 2;
+constexpr int32_t kDefaultCapacity = 262144;
+
+const char kUsage[] =
+    "usage: vvmeta COMMAND [OPTIONS] [FILE]\n"
+    "\n"
+    "Calls the Vantaview metadata plug-in as the viewer does and prints its answers (UTF-8).\n"
+    "\n"
+    "commands:\n"
+    "  info                          the plug-in's version and description\n"
+    "  exports                       each of the thirteen exports, found or missing\n"
+    "  show FILE                     EXIF, IPTC and comment of FILE (the default: vvmeta FILE)\n"
+    "  exif [--mode N] FILE          EXIF lines; N is 1 (values), 2 (tag=value) or 3 (name - value, the default)\n"
+    "  tag [--capacity N] TAG FILE   one EXIF tag by number (decimal or 0x hex; 499 = GPS position);\n"
+    "                                a capacity of -1 or -2 is the action code (KML / web map)\n"
+    "  exifinfo [--format CODE] FILE offset and size of the EXIF data (CODE: 115 HEIF, 3 PNG, 118 CR3)\n"
+    "  iptc [--mode N] FILE          IPTC lines in mode N (default 3)\n"
+    "  iptctag DATASET FILE          one IPTC dataset by number\n"
+    "  comment [--formats LIST] FILE the comment export (LIST default \";PNG;\")\n"
+    "\n"
+    "options: --capacity N sets the output buffer size in characters (default 262144); --help\n"
+    "exit codes: 0 done, 1 the file cannot be read or the plug-in cannot be loaded, 2 bad usage\n";
+
+std::string Utf8(const std::u16string& s) { return platform::Utf16ToUtf8(s); }
+
+bool ParseInt(const std::u16string& text, long long& value) {
+    std::string s = Utf8(text);
+    if (s.empty()) return false;
+    char* end = nullptr;
+    value = std::strtoll(s.c_str(), &end, 0);
+    return end && *end == '\0';
+}
+
+std::u16string FromBuffer(const std::vector<char16_t>& buffer) {
+    size_t n = 0;
+    while (n < buffer.size() && buffer[n]) ++n;
+    return std::u16string(buffer.data(), n);
+}
+
+struct Options {
+    std::string command;
+    std::vector<std::u16string> positional;
+    long long mode = 3;
+    long long capacity = kDefaultCapacity;
+    long long format = 0;
+    std::u16string formats = u";PNG;";
+    bool help = false;
+};
+
+bool ParseOptions(const std::vector<std::u16string>& args, Options& o) {
+    for (size_t i = 0; i < args.size(); ++i) {
+        const std::string a = Utf8(args[i]);
+        auto number = [&](long long& target) {
+            return i + 1 < args.size() && ParseInt(args[++i], target);
+        };
+        if (a == "--help" || a == "-h") o.help = true;
+        else if (a == "--mode") { if (!number(o.mode)) return false; }
+        else if (a == "--capacity") { if (!number(o.capacity)) return false; }
+        else if (a == "--format") { if (!number(o.format)) return false; }
+        else if (a == "--formats") { if (i + 1 >= args.size()) return false; o.formats = args[++i]; }
+        else if (a.size() > 2 && a.rfind("--", 0) == 0) return false;
+        else if (o.command.empty()) o.command = a;
+        else o.positional.push_back(args[i]);
+    }
+    return true;
+}
+
+class Runner {
+public:
+    explicit Runner(const PluginApi& api) : api_(api) {}
+
+    int Info() {
+        char version[64] = {}, description[256] = {};
+        api_.GetPlugInInfo(version, description);
+        WriteOut(std::string(version) + "\n" + description + "\n");
+        return kExitOk;
+    }
+
+    int Exports() {
+        std::vector<bool> found = FindExports();
+        int missing = 0;
+        std::string out;
+        for (size_t i = 0; i < found.size(); ++i) {
+            out += std::string(kExportNames[i]) + (found[i] ? " found\n" : " missing\n");
+            missing += found[i] ? 0 : 1;
+        }
+        out += std::to_string(found.size() - missing) + " of 13 exports found in " + PluginOrigin() + "\n";
+        WriteOut(out);
+        return kExitOk;
+    }
+
+    int Exif(const std::u16string& file, long long mode, long long capacity) {
+        std::vector<char16_t> out(Capacity(capacity) + 1);
+        int32_t rows = api_.LoadData_EXIF_W(file.c_str(), out.data(), static_cast<int32_t>(capacity), static_cast<int32_t>(mode));
+        WriteOut(Utf8(FromBuffer(out)));
+        (void)rows;
+        return kExitOk;
+    }
+
+    int Tag(const std::u16string& file, long long tag, long long capacity) {
+        std::vector<char16_t> out(Capacity(capacity) + 1);
+        int32_t r = api_.LoadTag_EXIF_W(file.c_str(), static_cast<int32_t>(tag), out.data(), static_cast<int32_t>(capacity));
+        if (capacity >= 1) WriteOut(Utf8(FromBuffer(out)) + "\n");
+        else WriteOut("result " + std::to_string(r) + "\n");
+        return kExitOk;
+    }
+
+    int ExifInfo(const std::u16string& file, long long format) {
+        uint32_t size = 0, o2 = 0, o3 = 0, o4 = 0, o5 = 0;
+        uint64_t offset = api_.GetExifInfos(file.c_str(), &size, &o2, &o3, &o4, &o5, static_cast<int32_t>(format));
+        char line[200];
+        std::snprintf(line, sizeof line, "offset %" PRIu64 " size %" PRIu32 " out2 %" PRIu32 " out3 %" PRIu32
+                      " out4 %" PRIu32 " out5 %" PRIu32 "\n", offset, size, o2, o3, o4, o5);
+        WriteOut(line);
+        return kExitOk;
+    }
+
+    int Iptc(const std::u16string& file, long long mode, long long capacity) {
+        std::vector<char16_t> out(Capacity(capacity) + 1);
+        api_.LoadData_IPTC_W(file.c_str(), out.data(), static_cast<int32_t>(capacity), static_cast<int32_t>(mode));
+        WriteOut(Utf8(FromBuffer(out)));
+        return kExitOk;
+    }
+
+    int IptcTag(const std::u16string& file, long long dataset, long long capacity) {
+        std::vector<char16_t> out(Capacity(capacity) + 1);
+        api_.LoadTag_IPTC_W(file.c_str(), static_cast<int32_t>(dataset), out.data(), static_cast<int32_t>(capacity));
+        WriteOut(Utf8(FromBuffer(out)) + "\n");
+        return kExitOk;
+    }
+
+    int Comment(const std::u16string& file, const std::u16string& formats, long long capacity) {
+        std::vector<char16_t> out(Capacity(capacity) + 1);
+        api_.Load_Comment_W(file.c_str(), out.data(), static_cast<int32_t>(capacity), 0, formats.c_str());
+        std::string text = Utf8(FromBuffer(out));
+        WriteOut(text.empty() ? "" : text + "\n");
+        return kExitOk;
+    }
+
+    int Show(const std::u16string& file, long long capacity) {
+        WriteOut("== EXIF ==\n");
+        Exif(file, 3, capacity);
+        WriteOut("== IPTC ==\n");
+        Iptc(file, 3, capacity);
+        WriteOut("== Comment ==\n");
+        Comment(file, u";PNG;", capacity);
+        return kExitOk;
+    }
+
+private:
+    static size_t Capacity(long long capacity) { return capacity > 0 ? static_cast<size_t>(capacity) : 1; }
+    const PluginApi& api_;
+};
+
+int Run(const std::vector<std::u16string>& args) {
+    Options o;
+    if (!ParseOptions(args, o)) {
+        WriteErr(std::string("vvmeta: bad arguments\n") + kUsage);
+        return kExitUsage;
+    }
+    if (o.help) { WriteOut(kUsage); return kExitOk; }
+    if (o.command.empty()) { WriteErr(kUsage); return kExitUsage; }
+
+    static const char* const kFileCommands[] = {"show", "exif", "tag", "exifinfo", "iptc", "iptctag", "comment"};
+    bool known = o.command == "info" || o.command == "exports";
+    for (const char* c : kFileCommands) known = known || o.command == c;
+    if (!known) {  // "vvmeta FILE" is "vvmeta show FILE"
+        o.positional.insert(o.positional.begin(), platform::Utf8ToUtf16(o.command));
+        o.command = "show";
+    }
+    const size_t wanted = (o.command == "info" || o.command == "exports") ? 0
+                        : (o.command == "tag" || o.command == "iptctag") ? 2 : 1;
+    if (o.positional.size() != wanted || o.capacity > (1 << 24) || o.capacity < -2) {
+        WriteErr(std::string("vvmeta: bad arguments\n") + kUsage);
+        return kExitUsage;
+    }
+    long long number = 0;
+    if (wanted == 2 && !ParseInt(o.positional[0], number)) {
+        WriteErr("vvmeta: not a number: " + Utf8(o.positional[0]) + "\n");
+        return kExitUsage;
+    }
+
+    PluginApi api;
+    std::string error;
+    if (!LoadPlugin(api, error)) {
+        WriteErr("vvmeta: " + error + "\n");
+        return kExitUnreadable;
+    }
+    Runner run(api);
+    if (o.command == "info") return run.Info();
+    if (o.command == "exports") return run.Exports();
+
+    const std::u16string& file = o.positional.back();
+    if (!platform::OpenFile(file, platform::FileMode::kRead)) {
+        WriteErr("vvmeta: cannot read " + Utf8(file) + "\n");
+        return kExitUnreadable;
+    }
+    if (o.command == "show") return run.Show(file, o.capacity);
+    if (o.command == "exif") return run.Exif(file, o.mode, o.capacity);
+    if (o.command == "tag") return run.Tag(file, number, o.capacity);
+    if (o.command == "exifinfo") return run.ExifInfo(file, o.format);
+    if (o.command == "iptc") return run.Iptc(file, o.mode, o.capacity);
+    if (o.command == "iptctag") return run.IptcTag(file, number, o.capacity);
+    return run.Comment(file, o.formats, o.capacity);
+}
+
+}  // namespace
+}  // namespace vvmeta
+
+int main(int argc, char** argv) { return vvmeta::Run(vvmeta::Arguments(argc, argv)); }

@@ -1,0 +1,39 @@
+// What vvmeta needs from the plug-in: the data exports, reached either
+// through Metadata.dll (Windows, loaded by name as the viewer does) or by
+// calling the portable core directly (native build).
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vvmeta {
+
+struct PluginApi {
+    int32_t (*GetPlugInInfo)(char*, char*) = nullptr;
+    uint64_t (*GetExifInfos)(const char16_t*, uint32_t*, uint32_t*, uint32_t*, uint32_t*, uint32_t*,
+                             int32_t) = nullptr;
+    int32_t (*LoadData_EXIF_W)(const char16_t*, char16_t*, int32_t, int32_t) = nullptr;
+    int32_t (*LoadTag_EXIF_W)(const char16_t*, int32_t, char16_t*, int32_t) = nullptr;
+    int32_t (*LoadData_IPTC_W)(const char16_t*, char16_t*, int32_t, int32_t) = nullptr;
+    int32_t (*LoadTag_IPTC_W)(const char16_t*, int32_t, char16_t*, int32_t) = nullptr;
+    int32_t (*Load_Comment_W)(const char16_t*, char16_t*, int32_t, int32_t, const char16_t*) = nullptr;
+};
+
+// The thirteen export names, in the order of the export table.
+extern const char* const kExportNames[13];
+
+// Loads the plug-in. On failure returns false with a reason in `error`.
+bool LoadPlugin(PluginApi& api, std::string& error);
+// For each of kExportNames: whether the plug-in provides it.
+std::vector<bool> FindExports();
+// Where the plug-in comes from, for messages ("Metadata.dll" or "built in").
+const char* PluginOrigin();
+
+// The program's arguments as UTF-16 (the wide command line on Windows).
+std::vector<std::u16string> Arguments(int argc, char** argv);
+// Writes UTF-8 bytes to standard output unchanged (no newline translation).
+void WriteOut(const std::string& utf8);
+void WriteErr(const std::string& utf8);
+
+}  // namespace vvmeta
