@@ -1,5 +1,5 @@
 // The private-profile (INI) engine of the POSIX platform: the text model
-// behind GetProfileString / GetProfileInt / WriteProfileString, kept apart
+// behind ReadSettingString / ReadSettingInt / WriteSettingString, kept apart
 // from file access so that it can be tested on strings.
 #pragma once
 

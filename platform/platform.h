@@ -49,7 +49,7 @@ std::unique_ptr<File> OpenFile(std::u16string_view path, FileMode mode);
 bool FileExists(std::u16string_view path);
 // Copies source over target (overwriting it); false on any failure.
 bool CopyFileOver(std::u16string_view source, std::u16string_view target);
-bool DeleteFile(std::u16string_view path);
+bool RemoveFile(std::u16string_view path);
 
 // The read-only attribute (Windows) or the absence of write permission (POSIX).
 bool IsReadOnly(std::u16string_view path);
@@ -89,14 +89,14 @@ std::string Utf16ToAnsi(std::u16string_view text);
 // Sections and keys are matched without regard to ASCII case. A missing file,
 // section or key gives the default. Values are returned without surrounding
 // blanks; a value in matching quotes loses the quotes.
-std::u16string GetProfileString(std::u16string_view file, std::u16string_view section,
+std::u16string ReadSettingString(std::u16string_view file, std::u16string_view section,
                                 std::u16string_view key, std::u16string_view defaultValue);
 // The leading decimal number of the value (an optional '-' allowed); the default
 // when the key is missing, 0 when the value does not start with a number.
-int GetProfileInt(std::u16string_view file, std::u16string_view section,
+int ReadSettingInt(std::u16string_view file, std::u16string_view section,
                   std::u16string_view key, int defaultValue);
 // Writes (or replaces) one key, creating the file and the section when needed.
-bool WriteProfileString(std::u16string_view file, std::u16string_view section,
+bool WriteSettingString(std::u16string_view file, std::u16string_view section,
                         std::u16string_view key, std::u16string_view value);
 
 // ------------------------------------------------------ time and shell
@@ -104,6 +104,7 @@ bool WriteProfileString(std::u16string_view file, std::u16string_view section,
 struct LocalTime {
     int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
     int dayOfWeek = 0;  // 0 = Sunday
+    int millisecond = 0;
 };
 LocalTime GetLocalTime();
 void SleepMilliseconds(unsigned milliseconds);

@@ -1,6 +1,6 @@
 // vvmeta.exe's backend: loads Metadata.dll by name with LoadLibraryW, exactly
 // as the viewer does, and resolves the exports with GetProcAddress.
-#define WIN32_LEAN_AND_MEAN
+
 #include <windows.h>
 #include <fcntl.h>
 #include <io.h>

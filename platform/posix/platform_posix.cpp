@@ -106,7 +106,7 @@ bool CopyFileOver(std::u16string_view source, std::u16string_view target) {
     return out->Flush();
 }
 
-bool DeleteFile(std::u16string_view path) { return unlink(NarrowPath(path).c_str()) == 0; }
+bool RemoveFile(std::u16string_view path) { return unlink(NarrowPath(path).c_str()) == 0; }
 
 bool IsReadOnly(std::u16string_view path) {
     struct stat st {};
@@ -172,23 +172,20 @@ std::string Utf16ToAnsi(std::u16string_view text) {
                 break;
             }
         }
-        // A surrogate pair is one character and becomes one '?'.
-        if (w >= 0xD800 && w <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
-            text[i + 1] <= 0xDFFF)
-            ++i;
+        // As on Windows, each half of a surrogate pair becomes its own '?'.
         out.push_back(mapped);
     }
     return out;
 }
 
-std::u16string GetProfileString(std::u16string_view file, std::u16string_view section,
+std::u16string ReadSettingString(std::u16string_view file, std::u16string_view section,
                                 std::u16string_view key, std::u16string_view defaultValue) {
     auto v = ini::Find(ReadWhole(NarrowPath(file)), Utf16ToUtf8(section), Utf16ToUtf8(key));
     if (!v) return std::u16string(defaultValue);
     return Utf8ToUtf16(*v);
 }
 
-int GetProfileInt(std::u16string_view file, std::u16string_view section, std::u16string_view key,
+int ReadSettingInt(std::u16string_view file, std::u16string_view section, std::u16string_view key,
                   int defaultValue) {
     auto v = ini::Find(ReadWhole(NarrowPath(file)), Utf16ToUtf8(section), Utf16ToUtf8(key));
     if (!v) return defaultValue;
@@ -201,7 +198,7 @@ int GetProfileInt(std::u16string_view file, std::u16string_view section, std::u1
     return static_cast<int>(negative ? 0u - n : n);
 }
 
-bool WriteProfileString(std::u16string_view file, std::u16string_view section,
+bool WriteSettingString(std::u16string_view file, std::u16string_view section,
                         std::u16string_view key, std::u16string_view value) {
     const std::string path = NarrowPath(file);
     std::string text = ini::Set(ReadWhole(path), Utf16ToUtf8(section), Utf16ToUtf8(key),
@@ -212,10 +209,12 @@ bool WriteProfileString(std::u16string_view file, std::u16string_view section,
 }
 
 LocalTime GetLocalTime() {
-    std::time_t now = std::time(nullptr);
+    struct timespec ts {};
+    clock_gettime(CLOCK_REALTIME, &ts);
     struct tm t {};
-    localtime_r(&now, &t);
-    return {t.tm_year + 1900, t.tm_mon + 1, t.tm_mday, t.tm_hour, t.tm_min, t.tm_sec, t.tm_wday};
+    localtime_r(&ts.tv_sec, &t);
+    return {t.tm_year + 1900, t.tm_mon + 1, t.tm_mday, t.tm_hour,      t.tm_min,
+            t.tm_sec,         t.tm_wday,    static_cast<int>(ts.tv_nsec / 1000000)};
 }
 
 void SleepMilliseconds(unsigned milliseconds) {

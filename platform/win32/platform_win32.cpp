@@ -1,5 +1,5 @@
 // The Win32 implementation of the platform layer (Metadata.dll, vvmeta.exe).
-#define WIN32_LEAN_AND_MEAN
+
 #include <windows.h>
 #include <shellapi.h>
 
@@ -117,7 +117,7 @@ bool CopyFileOver(std::u16string_view source, std::u16string_view target) {
     return CopyFileW(W(source).c_str(), W(target).c_str(), FALSE) != 0;
 }
 
-bool DeleteFile(std::u16string_view path) { return DeleteFileW(W(path).c_str()) != 0; }
+bool RemoveFile(std::u16string_view path) { return DeleteFileW(W(path).c_str()) != 0; }
 
 bool IsReadOnly(std::u16string_view path) {
     DWORD a = GetFileAttributesW(W(path).c_str());
@@ -166,7 +166,7 @@ std::u16string TempFolder() {
 std::u16string AnsiToUtf16(std::string_view text) { return FromCodePage(CP_ACP, text); }
 std::string Utf16ToAnsi(std::u16string_view text) { return ToCodePage(CP_ACP, text); }
 
-std::u16string GetProfileString(std::u16string_view file, std::u16string_view section,
+std::u16string ReadSettingString(std::u16string_view file, std::u16string_view section,
                                 std::u16string_view key, std::u16string_view defaultValue) {
     wchar_t buffer[4096];
     DWORD n = GetPrivateProfileStringW(W(section).c_str(), W(key).c_str(), W(defaultValue).c_str(),
@@ -174,13 +174,13 @@ std::u16string GetProfileString(std::u16string_view file, std::u16string_view se
     return U(buffer, n);
 }
 
-int GetProfileInt(std::u16string_view file, std::u16string_view section, std::u16string_view key,
+int ReadSettingInt(std::u16string_view file, std::u16string_view section, std::u16string_view key,
                   int defaultValue) {
     return static_cast<int>(GetPrivateProfileIntW(W(section).c_str(), W(key).c_str(), defaultValue,
                                                   W(file).c_str()));
 }
 
-bool WriteProfileString(std::u16string_view file, std::u16string_view section,
+bool WriteSettingString(std::u16string_view file, std::u16string_view section,
                         std::u16string_view key, std::u16string_view value) {
     return WritePrivateProfileStringW(W(section).c_str(), W(key).c_str(), W(value).c_str(),
                                       W(file).c_str()) != 0;
@@ -189,7 +189,7 @@ bool WriteProfileString(std::u16string_view file, std::u16string_view section,
 LocalTime GetLocalTime() {
     SYSTEMTIME st;
     ::GetLocalTime(&st);
-    return {st.wYear, st.wMonth, st.wDay, st.wHour, st.wMinute, st.wSecond, st.wDayOfWeek};
+    return {st.wYear, st.wMonth, st.wDay, st.wHour, st.wMinute, st.wSecond, st.wDayOfWeek, st.wMilliseconds};
 }
 
 void SleepMilliseconds(unsigned milliseconds) { ::Sleep(milliseconds); }

@@ -2,7 +2,7 @@
 // modeless EXIF window. Everything runs on the viewer's thread; no locking.
 #pragma once
 
-#define WIN32_LEAN_AND_MEAN
+
 #include <windows.h>
 
 namespace vv {
