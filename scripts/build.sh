@@ -4,8 +4,10 @@
 #   sanitize  clang, the core and tests with AddressSanitizer + UBSan, fuzz targets
 #   win32     i686 MinGW-w64 (posix), Metadata.dll, vvmeta.exe, Windows tests
 # Usage: scripts/build.sh [native|sanitize|win32|all]...   (default: all)
+# The trees go to build/<tree>, or to $VV_BUILD_ROOT/<tree> when that is set.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
+out=${VV_BUILD_ROOT:-$root/build}
 jobs=$(nproc 2>/dev/null || echo 2)
 trees=("$@")
 [ ${#trees[@]} -eq 0 ] && trees=(all)
@@ -13,8 +15,8 @@ trees=("$@")
 
 configure() {  # dir, cmake arguments...
   local dir=$1; shift
-  if [ ! -f "$root/build/$dir/CMakeCache.txt" ]; then
-    cmake -S "$root" -B "$root/build/$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "$@" >/dev/null
+  if [ ! -f "$out/$dir/CMakeCache.txt" ]; then
+    cmake -S "$root" -B "$out/$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "$@" >/dev/null
   fi
 }
 
@@ -26,6 +28,6 @@ for tree in "${trees[@]}"; do
     *) echo "build.sh: unknown tree '$tree'" >&2; exit 2 ;;
   esac
   echo "== building $tree"
-  cmake --build "$root/build/$tree" -j "$jobs" -- --no-print-directory >/dev/null \
-    || cmake --build "$root/build/$tree" -j 1   # on failure, show the errors plainly
+  cmake --build "$out/$tree" -j "$jobs" -- --no-print-directory >/dev/null \
+    || cmake --build "$out/$tree" -j 1   # on failure, show the errors plainly
 done

@@ -1,0 +1,82 @@
+#include "corpus.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <sstream>
+#include <sys/wait.h>
+
+namespace fs = std::filesystem;
+
+namespace corpus {
+
+std::string Dir() {
+    static const std::string dir = [] {
+        std::error_code ec;
+        fs::path p = fs::weakly_canonical(fs::path(VV_CORPUS_DIR), ec);
+        return !ec && fs::is_directory(p) ? p.string() : std::string();
+    }();
+    return dir;
+}
+
+std::string Path(const std::string& name) { return (fs::path(Dir()) / name).string(); }
+
+std::vector<std::string> Files(const std::vector<std::string>& extensions) {
+    std::vector<std::string> out;
+    if (Dir().empty()) return out;
+    for (const auto& entry : fs::directory_iterator(Dir())) {
+        std::string ext = entry.path().extension().string();
+        std::transform(ext.begin(), ext.end(), ext.begin(), [](unsigned char c) { return std::tolower(c); });
+        for (const std::string& want : extensions)
+            if (ext == want) out.push_back(entry.path().filename().string());
+    }
+    std::sort(out.begin(), out.end());
+    return out;
+}
+
+std::string Quote(const std::string& text) {
+    std::string out = "'";
+    for (char c : text) out += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return out + "'";
+}
+
+std::string Run(const std::string& command, int* exitCode) {
+    std::string out;
+    FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe) {
+        if (exitCode) *exitCode = -1;
+        return out;
+    }
+    std::array<char, 4096> buffer;
+    size_t n;
+    while ((n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0) out.append(buffer.data(), n);
+    int status = pclose(pipe);
+    if (exitCode) *exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return out;
+}
+
+bool HaveExiftool() {
+    static const bool have = [] {
+        int rc = 0;
+        Run("exiftool -ver 2>/dev/null", &rc);
+        return rc == 0;
+    }();
+    return have;
+}
+
+std::map<std::string, std::string> Exiftool(const std::string& file, const std::string& options) {
+    std::map<std::string, std::string> tags;
+    std::istringstream lines(Run("exiftool -args -a -G1 " + options + " " + Quote(file) + " 2>/dev/null"));
+    std::string line;
+    while (std::getline(lines, line)) {
+        // -Group:Tag=value
+        if (line.size() < 2 || line[0] != '-') continue;
+        size_t eq = line.find('=');
+        if (eq == std::string::npos) continue;
+        tags.emplace(line.substr(1, eq - 1), line.substr(eq + 1));
+    }
+    return tags;
+}
+
+}  // namespace corpus

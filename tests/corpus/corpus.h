@@ -1,0 +1,40 @@
+// The corpus runner: real camera files in ../shared/corpus, with exiftool as
+// the independent oracle. Tests skip with a clear message when the folder or
+// exiftool is absent (as on a user's machine).
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace corpus {
+
+// The corpus folder, or "" when it is absent.
+std::string Dir();
+// Full path of a corpus file.
+std::string Path(const std::string& name);
+// Corpus files whose names end in one of the extensions (case-insensitive), sorted.
+std::vector<std::string> Files(const std::vector<std::string>& extensions);
+
+bool HaveExiftool();
+// exiftool's tags for a file, keyed "Group1:Tag" (e.g. "IFD0:Make", "ExifIFD:FNumber",
+// "GPS:GPSLatitude"). `options` is passed through (default: numeric values).
+// With duplicates (-a) the first occurrence is kept.
+std::map<std::string, std::string> Exiftool(const std::string& file, const std::string& options = "-n");
+// Runs a shell command; returns its standard output and sets exitCode.
+std::string Run(const std::string& command, int* exitCode = nullptr);
+// Quotes a path for the shell.
+std::string Quote(const std::string& text);
+
+}  // namespace corpus
+
+// Skips the current test when the corpus or exiftool is missing.
+#define VV_REQUIRE_CORPUS()                                                                  \
+    do {                                                                                     \
+        if (corpus::Dir().empty())                                                           \
+            GTEST_SKIP() << "no ../shared/corpus folder: corpus tests skipped";              \
+        if (!corpus::HaveExiftool())                                                         \
+            GTEST_SKIP() << "exiftool not installed (libimage-exiftool-perl): corpus tests skipped"; \
+    } while (0)
