@@ -4,7 +4,8 @@
 set -euo pipefail
 
 here=$(cd "$(dirname "$0")/.." && pwd)
-deps="$here/.deps"
+# Downloaded sources are kept per user, outside the checkout, so fresh clones reuse them.
+deps="${VV_DEPS_DIR:-$HOME/.cache/vantaview}"
 export DEBIAN_FRONTEND=noninteractive
 
 SUDO=""
