@@ -26,7 +26,7 @@ export VV_WINEPREFIX="${VV_WINEPREFIX:-$HOME/.cache/vantaview/wine32}"
 suite "native" ctest --test-dir build/native --output-on-failure
 suite "sanitizers and fuzz smoke" ctest --test-dir build/sanitize --output-on-failure
 suite "windows (wine)" xvfb-run -a ctest --test-dir build/win32 --output-on-failure
-"${VV_WINEPREFIX:+env}" WINEPREFIX="$VV_WINEPREFIX" wineserver -k 2>/dev/null || true
+WINEPREFIX="$VV_WINEPREFIX" wineserver -k 2>/dev/null || true
 
 echo "== all suites"
 echo "Vantaview: $passed passed, $failed failed"
