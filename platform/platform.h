@@ -107,6 +107,11 @@ struct LocalTime {
     int millisecond = 0;
 };
 LocalTime GetLocalTime();
+// A file time (FileTimes ticks) in local time; the day of week is filled,
+// the milliseconds too.
+LocalTime FileTimeToLocalTime(uint64_t ticks);
+// The name of the user running the program (the login name); "" when unknown.
+std::u16string UserName();
 void SleepMilliseconds(unsigned milliseconds);
 
 // Opens a file or URL with the system's handler ("open" verb). Returns true

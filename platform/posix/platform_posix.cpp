@@ -1,5 +1,6 @@
 // The POSIX implementation of the platform layer (native host, tests, fuzzers).
 #include <fcntl.h>
+#include <pwd.h>
 #include <spawn.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -215,6 +216,20 @@ LocalTime GetLocalTime() {
     localtime_r(&ts.tv_sec, &t);
     return {t.tm_year + 1900, t.tm_mon + 1, t.tm_mday, t.tm_hour,      t.tm_min,
             t.tm_sec,         t.tm_wday,    static_cast<int>(ts.tv_nsec / 1000000)};
+}
+
+LocalTime FileTimeToLocalTime(uint64_t ticks) {
+    const struct timespec ts = FromTicks(ticks);
+    struct tm t {};
+    localtime_r(&ts.tv_sec, &t);
+    return {t.tm_year + 1900, t.tm_mon + 1, t.tm_mday, t.tm_hour,      t.tm_min,
+            t.tm_sec,         t.tm_wday,    static_cast<int>(ts.tv_nsec / 1000000)};
+}
+
+std::u16string UserName() {
+    if (const struct passwd* pw = getpwuid(geteuid()); pw && pw->pw_name) return Utf8ToUtf16(pw->pw_name);
+    const char* user = std::getenv("USER");
+    return user ? Utf8ToUtf16(user) : std::u16string();
 }
 
 void SleepMilliseconds(unsigned milliseconds) {

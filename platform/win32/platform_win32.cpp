@@ -192,6 +192,21 @@ LocalTime GetLocalTime() {
     return {st.wYear, st.wMonth, st.wDay, st.wHour, st.wMinute, st.wSecond, st.wDayOfWeek, st.wMilliseconds};
 }
 
+LocalTime FileTimeToLocalTime(uint64_t ticks) {
+    const FILETIME utc = FromTicks(ticks);
+    FILETIME local;
+    SYSTEMTIME st{};
+    if (!FileTimeToLocalFileTime(&utc, &local) || !FileTimeToSystemTime(&local, &st)) return {};
+    return {st.wYear, st.wMonth, st.wDay, st.wHour, st.wMinute, st.wSecond, st.wDayOfWeek, st.wMilliseconds};
+}
+
+std::u16string UserName() {
+    wchar_t buffer[257];  // UNLEN + 1
+    DWORD n = 257;
+    if (!GetUserNameW(buffer, &n) || n == 0) return {};
+    return U(buffer, n - 1);  // n counts the terminator
+}
+
 void SleepMilliseconds(unsigned milliseconds) { ::Sleep(milliseconds); }
 
 bool ShellOpenNative(std::u16string_view target) {
