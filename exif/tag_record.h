@@ -47,6 +47,10 @@ TagRecordTable* AllocateTagRecordTable();
 // them); then, when freeBlock is non-zero, the table itself.
 void FreeTagRecordTable(TagRecordTable* table, int freeBlock);
 
+// The row's long value, made (zero-filled, kLongValueSize bytes) on first
+// need; null when memory runs out. FreeTagRecordTable releases it.
+char* MakeLongValue(TagRecord& row);
+
 // The first row (of rows 0 .. rowCount-1) whose tag equals `tag`, or null.
 const TagRecord* FindTagRecord(const TagRecordTable& table, uint32_t rowCount, uint32_t tag);
 

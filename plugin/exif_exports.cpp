@@ -1,24 +1,197 @@
-// The EXIF data exports. Until the EXIF reader lands they answer "nothing"
-// without opening the file.
+// The EXIF data exports: the whole table as text lines, one tag (or the GPS
+// position, or a map action), and where the EXIF data sits in the file.
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include "exif/container.h"
+#include "exif/exif_reader.h"
+#include "exif/gps.h"
+#include "exif/map_links.h"
+#include "exif/tag_record.h"
 #include "output_buffer.h"
 #include "plugin_api.h"
 
 namespace vv {
+namespace {
 
-uint64_t GetExifInfos(const char16_t*, uint32_t* size, uint32_t* out2, uint32_t* out3,
-                      uint32_t* out4, uint32_t* out5, int32_t) {
+// The viewer's format codes that choose a container locator.
+constexpr int32_t kFormatPng = 3;
+constexpr int32_t kFormatHeif = 115;
+constexpr int32_t kFormatCr3 = 118;
+
+// Action codes passed in place of LoadTag_EXIF_W's capacity.
+constexpr int32_t kActionKml = -1;
+constexpr int32_t kActionWebMap = -2;
+// The KML file must outlive the program that opens it for a moment.
+constexpr unsigned kKmlLingerMilliseconds = 3000;
+// Weights of the latitude (402) and longitude (404) rows: both present = 6.
+constexpr int kLatitudeWeight = 2;
+constexpr int kLongitudeWeight = 4;
+constexpr int kPositionWeight = kLatitudeWeight + kLongitudeWeight;
+
+constexpr uint32_t kTagImageDescription = 270;
+constexpr uint32_t kTagUserComment = 37510;
+
+// The table and its reading, freed on every way out.
+class ExifTable {
+public:
+    ExifTable() : table_(exif::AllocateTagRecordTable()) {}
+    ~ExifTable() { exif::FreeTagRecordTable(table_, 1); }
+    ExifTable(const ExifTable&) = delete;
+    ExifTable& operator=(const ExifTable&) = delete;
+
+    bool allocated() const { return table_ != nullptr; }
+    bool Read(const char16_t* path) {
+        int bigEndian = 0;
+        return path && exif::ReadExifTags(path, *table_, &rows_, &bigEndian, 0) == 1;
+    }
+    const exif::TagRecordTable& table() const { return *table_; }
+    uint32_t rows() const { return std::min(rows_, exif::kTagTableRows); }
+
+private:
+    exif::TagRecordTable* table_;
+    uint32_t rows_ = 0;
+};
+
+std::u16string Wide(const char* utf8, size_t maxBytes) {
+    return platform::Utf8ToUtf16(std::string_view(utf8, strnlen(utf8, maxBytes)));
+}
+
+std::u16string Ascii(const std::string& text) { return std::u16string(text.begin(), text.end()); }
+
+// The line a row gives in a mode; empty when the mode leaves the row out.
+std::u16string FormatLine(const exif::TagRecord& row, int32_t mode) {
+    const std::u16string name = Wide(row.name, exif::kTagNameSize);
+    const std::u16string value = Wide(row.value, exif::kTagValueSize);
+    switch (mode) {
+        case 1:
+            if (!name.empty() && !value.empty()) return value + u"\n";
+            break;
+        case 2:
+            if (!name.empty() && !value.empty())
+                return Ascii(std::to_string(static_cast<int32_t>(row.tag))) + u"=" + value + u"\n";
+            break;
+        case 3:
+            if (!name.empty()) return value.empty() ? name + u"\n" : name + u" - " + value + u"\n";
+            break;
+        default:
+            break;
+    }
+    return {};
+}
+
+// Copies text into a cleared buffer of capacity characters; the last
+// character is always a terminator.
+void WriteTerminated(char16_t* out, int32_t capacity, const std::u16string& text) {
+    const size_t n = std::min(text.size(), static_cast<size_t>(capacity));
+    std::copy(text.begin(), text.begin() + static_cast<ptrdiff_t>(n), out);
+    out[capacity - 1] = u'\0';
+}
+
+void ShowPosition(const char16_t* path, const ExifTable& exif, int32_t action) {
+    int weight = 0;
+    for (uint32_t i = 0; i < exif.rows(); ++i) {
+        if (exif.table().rows[i].tag == exif::kGpsTagBase + 2) weight += kLatitudeWeight;
+        if (exif.table().rows[i].tag == exif::kGpsTagBase + 4) weight += kLongitudeWeight;
+    }
+    if (weight < kPositionWeight) return;
+    const exif::GpsPosition position = exif::ComputeGpsPosition(exif.table(), exif.rows());
+    if (action == kActionKml) {
+        std::u16string kmlPath;
+        exif::ExportKmlAndOpen(path, position.longitude, position.latitude, position.heading, kmlPath);
+        if (!kmlPath.empty()) {
+            platform::SleepMilliseconds(kKmlLingerMilliseconds);
+            platform::RemoveFile(kmlPath);
+        }
+    } else {
+        exif::OpenMapLink(exif::MapService::kGoogleMaps, position.latitude, position.longitude);
+    }
+}
+
+}  // namespace
+
+int32_t LoadData_EXIF_W(const char16_t* path, char16_t* out, int32_t capacity, int32_t mode) {
+    if (!out) capacity = 0;
+    ClearWide(out, capacity);
+    ExifTable exif;
+    if (!exif.allocated()) return 0;
+    if (!exif.Read(path)) return 0;
+    size_t used = 0;
+    uint32_t visited = 0;
+    for (; visited < exif.rows(); ++visited) {
+        const std::u16string line = FormatLine(exif.table().rows[visited], mode);
+        if (line.empty()) continue;
+        if (used + line.size() >= static_cast<size_t>(std::max(capacity, 0))) break;
+        std::copy(line.begin(), line.end(), out + used);
+        used += line.size();
+    }
+    return static_cast<int32_t>(visited);
+}
+
+int32_t LoadTag_EXIF_W(const char16_t* path, int32_t tag, char16_t* out, int32_t capacity) {
+    const bool writes = out && capacity >= 1;
+    if (writes) ClearWide(out, capacity);
+    ExifTable exif;
+    if (!exif.allocated()) return 0;
+    exif.Read(path);
+
+    if (static_cast<uint32_t>(tag) == exif::kGpsPositionPseudoTag) {
+        if (!writes) return 1;
+        // Without a latitude this reads "100.000000 0.000000".
+        const exif::GpsPosition position = exif::ComputeGpsPosition(exif.table(), exif.rows());
+        char text[128];
+        std::snprintf(text, sizeof text, "%f %f", position.latitude, position.longitude);
+        WriteTerminated(out, capacity, Ascii(text));
+        return 1;
+    }
+
+    // Only the low 16 bits name the tag.
+    const exif::TagRecord* row =
+        exif::FindTagRecord(exif.table(), exif.rows(), static_cast<uint32_t>(tag) & 0xFFFF);
+    if (!row) return 1;
+    if (capacity == kActionKml || capacity == kActionWebMap) {
+        ShowPosition(path, exif, capacity);
+    } else if (writes) {
+        const bool useLong = (row->tag == kTagImageDescription || row->tag == kTagUserComment) && row->longValue;
+        const std::u16string value =
+            useLong ? Wide(row->longValue, exif::kLongValueSize) : Wide(row->value, exif::kTagValueSize);
+        WriteTerminated(out, capacity, value);
+    }
+    return 1;
+}
+
+uint64_t GetExifInfos(const char16_t* path, uint32_t* size, uint32_t* out2, uint32_t* out3, uint32_t* out4,
+                      uint32_t* out5, int32_t formatCode) {
     ClearOutputs({size, out2, out3, out4, out5});
-    return 0;
-}
-
-int32_t LoadData_EXIF_W(const char16_t*, char16_t* out, int32_t capacity, int32_t) {
-    ClearWide(out, capacity);
-    return 0;
-}
-
-int32_t LoadTag_EXIF_W(const char16_t*, int32_t, char16_t* out, int32_t capacity) {
-    ClearWide(out, capacity);
-    return 0;
+    if (!path) return 0;
+    auto file = platform::OpenFile(path, platform::FileMode::kRead);
+    if (!file) return 0;
+    uint32_t extent = 0;
+    uint32_t offset = 0;
+    switch (formatCode) {
+        case kFormatHeif:
+            offset = exif::LocateHeifExif(*file, extent);
+            break;
+        case kFormatPng:
+            offset = exif::LocatePngExif(*file);
+            break;
+        case kFormatCr3: {
+            exif::Cr3Boxes boxes;
+            offset = exif::LocateCr3Exif(*file, boxes);
+            extent = boxes.moovSize;
+            if (out2) *out2 = boxes.cmt2;
+            if (out3) *out3 = boxes.cmt3;
+            if (out4) *out4 = boxes.cmt4;
+            break;
+        }
+        default:
+            offset = exif::LocateExifDefault(*file, extent);
+            break;
+    }
+    if (size) *size = extent;
+    return offset;
 }
 
 }  // namespace vv

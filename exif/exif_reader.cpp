@@ -1,0 +1,617 @@
+#include "exif_reader.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "container.h"
+#include "exif_limits.h"
+#include "gps.h"
+#include "makernotes/makernote_dispatch.h"
+#include "tag_table.h"
+
+namespace exif {
+namespace {
+
+constexpr uint8_t kApp1Marker = 225;
+constexpr uint16_t kTagEmbeddedJpeg = 46;
+constexpr uint16_t kTagImageDescription = 270;
+constexpr uint16_t kTagMake = 271;
+constexpr uint16_t kTagModel = 272;
+constexpr uint16_t kTagUserComment = 37510;
+constexpr size_t kEntrySize = 12;
+constexpr size_t kValueFieldSize = 4;
+constexpr size_t kCharacterCodeSize = 8;  // UserComment's "ASCII\0\0\0", "UNICODE\0", ...
+// The value buffer is cleaned within its first 256 bytes, the long value within all of it.
+constexpr size_t kValueCleanLimit = 256;
+
+// Directories whose offsets the walker follows, by the entry that holds them.
+constexpr struct {
+    uint16_t tag;
+    uint32_t IfdPointers::*pointer;
+} kPointerTags[] = {
+    {34665, &IfdPointers::exifIfd},
+    {34853, &IfdPointers::gpsIfd},
+    {37500, &IfdPointers::makerNote},
+    {40965, &IfdPointers::interoperability},
+    {33723, &IfdPointers::iptc},
+};
+
+// Puts the file back where an entry loop left it, whatever a value read did.
+class PositionGuard {
+public:
+    explicit PositionGuard(platform::File& file) : file_(file), position_(file.Tell()) {}
+    ~PositionGuard() {
+        if (position_ >= 0) file_.Seek(position_);
+    }
+    PositionGuard(const PositionGuard&) = delete;
+    PositionGuard& operator=(const PositionGuard&) = delete;
+
+private:
+    platform::File& file_;
+    int64_t position_;
+};
+
+int64_t At(uint32_t base, uint32_t offset) { return static_cast<int64_t>(base) + offset; }
+
+bool IsTiffByteOrder(const uint8_t* two) {
+    return (two[0] == 'I' && two[1] == 'I') || (two[0] == 'M' && two[1] == 'M');
+}
+
+uint32_t ReadEntryCount(platform::File& file, int bigEndian) {
+    uint8_t raw[2];
+    return file.ReadExact(raw, sizeof raw) ? GetU16(raw, bigEndian) : 0;
+}
+
+bool ContainsBytes(const char* haystack, size_t size, const char* needle) {
+    const size_t n = std::strlen(needle);
+    for (size_t i = 0; n <= size && i <= size - n; ++i)
+        if (std::memcmp(haystack + i, needle, n) == 0) return true;
+    return false;
+}
+
+void TrimTrailingSpaces(char* text) {
+    size_t n = std::strlen(text);
+    while (n > 0 && text[n - 1] == ' ') text[--n] = '\0';
+}
+
+// A text that starts with NUL bytes (padding before the words, or a blank
+// character-code header) would read as empty: its NULs become spaces and the
+// leading spaces go.
+void SpaceOutLeadingNuls(char* text, size_t length, size_t limit) {
+    if (length == 0 || text[0] != '\0') return;
+    const size_t n = std::min(length, limit);
+    for (size_t i = 0; i < n; ++i)
+        if (text[i] == '\0') text[i] = ' ';
+    size_t skip = 0;
+    while (text[skip] == ' ') ++skip;
+    std::memmove(text, text + skip, std::strlen(text + skip) + 1);
+}
+
+// valueLength / longLength: bytes that were read into each buffer.
+void CleanText(TagRecord& row, size_t valueLength, size_t longLength) {
+    if (row.longValue) {
+        TrimTrailingSpaces(row.longValue);
+        SpaceOutLeadingNuls(row.longValue, longLength, kLongValueSize);
+    }
+    TrimTrailingSpaces(row.value);
+    SpaceOutLeadingNuls(row.value, valueLength, kValueCleanLimit);
+    if (row.longValue) {
+        const size_t n = strnlen(row.longValue, kValueTextLimit);
+        std::memcpy(row.value, row.longValue, n);
+        row.value[n] = '\0';
+    }
+}
+
+// A UTF-16 text stored under an ASCII header shows as every other byte NUL:
+// with two NULs more than ASCII bytes (the terminator's pair), drop the NULs.
+size_t SqueezeUtf16Nuls(char* text, size_t length) {
+    size_t nuls = 0, ascii = 0;
+    for (size_t i = 0; i < length; ++i) {
+        const auto b = static_cast<unsigned char>(text[i]);
+        if (b == 0) ++nuls;
+        else if (b < 128) ++ascii;
+    }
+    if (nuls != ascii + 2) return length;
+    size_t out = 0;
+    for (size_t i = 0; i < length; ++i)
+        if (text[i] != '\0') text[out++] = text[i];
+    std::memset(text + out, 0, length - out);
+    return out;
+}
+
+std::string Utf16ToUtf8Until(const uint8_t* bytes, size_t size, int bigEndian, size_t maxBytes) {
+    std::u16string wide;
+    for (size_t i = 0; i + 1 < size; i += 2) {
+        const char16_t unit = GetU16(bytes + i, bigEndian);
+        if (unit == 0) break;
+        wide.push_back(unit);
+    }
+    return CutUtf8(platform::Utf16ToUtf8(wide), maxBytes);
+}
+
+// Rational values are shown as single-precision quotients. The x87 unit
+// that 32-bit Windows code uses keeps excess precision in its registers; a
+// trip through memory rounds to single precision as SSE does natively.
+float Single(float value) {
+    volatile float stored = value;
+    return stored;
+}
+
+float Quotient(uint32_t numerator, uint32_t denominator, bool isSigned) {
+    if (isSigned)
+        return Single(Single(static_cast<float>(static_cast<int32_t>(numerator))) /
+                      Single(static_cast<float>(static_cast<int32_t>(denominator))));
+    return Single(Single(static_cast<float>(numerator)) / Single(static_cast<float>(denominator)));
+}
+
+bool ReadRationalAt(platform::File& file, int64_t position, int bigEndian, uint32_t& numerator,
+                    uint32_t& denominator) {
+    PositionGuard guard(file);
+    uint8_t raw[8];
+    if (!file.Seek(position) || !file.ReadExact(raw, sizeof raw)) return false;
+    numerator = GetU32(raw, bigEndian);
+    denominator = GetU32(raw + 4, bigEndian);
+    return true;
+}
+
+// ------------------------------------------------------------ the walk
+
+// Where IFD0 sits, found by the JPEG scan, the TIFF signature or a container.
+bool LocateTiffHeader(std::u16string_view path, uint32_t startOffset, uint32_t& base,
+                      ContainerPointers& container) {
+    uint32_t length = 0, markerOffset = 0;
+    uint8_t firstTwo[2] = {0, 0};
+    if (auto segment = FindJpegSegment(path, length, markerOffset, kApp1Marker, firstTwo, startOffset)) {
+        for (uint32_t i = 0; i + 5 <= length; ++i) {
+            if (std::memcmp(segment.get() + i, "Exif", 4) == 0) {
+                // The copy starts at the length field, 2 bytes after the marker;
+                // "Exif\0\0" is 6 bytes long.
+                base = markerOffset + 8 + i;
+                return true;
+            }
+        }
+        return false;
+    }
+    if (IsTiffByteOrder(firstTwo)) {
+        base = 0;
+        return true;
+    }
+    base = LocateTiffHeaderInContainer(path, container);
+    return base != 0;
+}
+
+// Positions the file at a directory. Normally the pointer counts from the
+// TIFF base; with separate headers (CR3) it is the absolute position of a
+// TIFF header of its own, which gives the directory's base and byte order.
+class DirectoryWalk {
+public:
+    DirectoryWalk(platform::File& file, uint32_t base, bool separateHeaders, int bigEndian)
+        : file_(file), base_(base), separate_(separateHeaders), bigEndian_(bigEndian) {}
+
+    bool Seek(uint32_t pointer, uint32_t& directoryBase) {
+        if (!separate_) {
+            directoryBase = base_;
+            return file_.Seek(At(base_, pointer));
+        }
+        uint8_t header[8];
+        if (!file_.Seek(pointer) || !file_.ReadExact(header, sizeof header)) return false;
+        bigEndian_ = header[0] == 'M' && header[1] == 'M';
+        directoryBase = pointer;
+        return file_.Seek(At(pointer, GetU32(header + 4, bigEndian_)));
+    }
+    int bigEndian() const { return bigEndian_; }
+
+private:
+    platform::File& file_;
+    uint32_t base_;
+    bool separate_;
+    int bigEndian_;
+};
+
+// The value of the tag 46 row as a start offset; 0 when it is not a number.
+uint32_t EmbeddedJpegOffset(const TagRecordTable& table, uint32_t rowCount) {
+    char text[kTagValueSize];
+    if (!CopyTagValue(table, rowCount, kTagEmbeddedJpeg, text, sizeof text)) return 0;
+    uint64_t value = 0;
+    for (const char* p = text; *p >= '0' && *p <= '9'; ++p) {
+        value = value * 10 + static_cast<uint64_t>(*p - '0');
+        if (value > UINT32_MAX) return 0;
+    }
+    return static_cast<uint32_t>(value);
+}
+
+}  // namespace
+
+// ------------------------------------------------------------ words and rows
+
+uint16_t GetU16(const uint8_t* b, int bigEndian) {
+    return bigEndian ? static_cast<uint16_t>(b[0] << 8 | b[1]) : static_cast<uint16_t>(b[1] << 8 | b[0]);
+}
+
+uint32_t GetU32(const uint8_t* b, int bigEndian) {
+    const uint32_t hi = GetU16(bigEndian ? b : b + 2, bigEndian);
+    const uint32_t lo = GetU16(bigEndian ? b + 2 : b, bigEndian);
+    return hi << 16 | lo;
+}
+
+uint32_t TiffTypeSize(uint16_t type) {
+    switch (type) {
+        case 1: case 2: case 6: case 7: return 1;   // BYTE, ASCII, SBYTE, UNDEFINED
+        case 3: case 8: return 2;                   // SHORT, SSHORT
+        case 4: case 9: case 11: case 13: return 4; // LONG, SLONG, FLOAT, IFD
+        case 5: case 10: case 12: return 8;         // RATIONAL, SRATIONAL, DOUBLE
+        default: return 0;
+    }
+}
+
+std::string CutUtf8(std::string text, size_t maxBytes) {
+    if (text.size() <= maxBytes) return text;
+    size_t n = maxBytes;
+    // Step back over continuation bytes to the start of the cut character.
+    while (n > 0 && (static_cast<unsigned char>(text[n]) & 0xC0) == 0x80) --n;
+    text.resize(n);
+    return text;
+}
+
+void BeginRow(TagRecord& row, uint32_t tag, const TiffEntry& entry) {
+    std::free(row.longValue);
+    row.longValue = nullptr;
+    row.tag = tag;
+    row.type = entry.type;
+    row.count = entry.count;
+    row.valueField = entry.valueField;
+    std::memset(row.name, 0, sizeof row.name);
+    std::memset(row.value, 0, sizeof row.value);
+}
+
+void SetRowName(TagRecord& row, std::string_view name) {
+    const size_t n = std::min(name.size(), kTagNameSize - 1);
+    std::memcpy(row.name, name.data(), n);
+    row.name[n] = '\0';
+}
+
+void SetRowValue(TagRecord& row, std::string_view value) {
+    const size_t n = std::min(value.size(), kValueTextLimit);
+    std::memcpy(row.value, value.data(), n);
+    row.value[n] = '\0';
+}
+
+void AppendSeparatorRow(TagRecordTable& table, uint32_t* rowCount) {
+    if (*rowCount >= kTagTableRows) return;
+    TagRecord& row = table.rows[*rowCount];
+    std::free(row.longValue);
+    std::memset(&row, 0, sizeof row);
+    ++*rowCount;
+}
+
+void AppendHeadingRow(TagRecordTable& table, uint32_t* rowCount, const char* heading) {
+    if (*rowCount >= kTagTableRows) return;
+    TagRecord& row = table.rows[*rowCount];
+    AppendSeparatorRow(table, rowCount);
+    SetRowName(row, heading);
+}
+
+// ------------------------------------------------------------ entries and values
+
+bool ReadTiffEntry(platform::File& file, int bigEndian, TiffEntry& entry) {
+    uint8_t raw[kEntrySize] = {};
+    if (!file.ReadExact(raw, sizeof raw)) return false;
+    entry.tag = GetU16(raw, bigEndian);
+    entry.type = GetU16(raw + 2, bigEndian);
+    entry.count = GetU32(raw + 4, bigEndian);
+    entry.valueField = GetU32(raw + 8, bigEndian);
+    std::memcpy(entry.fieldBytes, raw + 8, kValueFieldSize);
+    // A SHORT stands in the first two bytes of the field: the upper half of
+    // the word when the word was read big-endian.
+    entry.inlineShort = bigEndian && entry.type == 3 ? static_cast<uint16_t>(entry.valueField >> 16)
+                                                     : static_cast<uint16_t>(entry.valueField & 0xFFFF);
+    return true;
+}
+
+void ReadTextValue(const EntryContext& c, bool characterCodeHeader) {
+    const TiffEntry& e = c.entry;
+    TagRecord& row = c.row;
+    if (e.count <= kValueFieldSize) {
+        size_t n = 0;
+        while (n < e.count && e.fieldBytes[n]) {
+            row.value[n] = static_cast<char>(e.fieldBytes[n]);
+            ++n;
+        }
+        row.value[n] = '\0';
+        CleanText(row, n, 0);
+        return;
+    }
+
+    PositionGuard guard(c.file);
+    const int64_t start = At(c.base, e.valueField);
+    if (!c.file.Seek(start)) return;
+    enum class Code { kNone, kAscii, kUnicode, kOther } code = Code::kNone;
+    uint32_t textBytes = e.count;
+    if (characterCodeHeader) {
+        char header[kCharacterCodeSize] = {};
+        c.file.Read(header, sizeof header);
+        for (char& ch : header)
+            if (ch >= 'a' && ch <= 'z') ch = static_cast<char>(ch - 'a' + 'A');
+        if (ContainsBytes(header, sizeof header, "ASCII")) code = Code::kAscii;
+        else if (ContainsBytes(header, sizeof header, "UNICODE")) code = Code::kUnicode;
+        else code = Code::kOther;
+        if (code == Code::kOther) {
+            // An unknown code (JIS, or all zeros for "undefined"): the header
+            // bytes are read as the start of the text.
+            if (!c.file.Seek(start)) return;
+        } else {
+            textBytes = e.count >= kCharacterCodeSize ? e.count - static_cast<uint32_t>(kCharacterCodeSize) : 0;
+        }
+    }
+
+    const bool makeLong = (e.tag == kTagImageDescription || e.tag == kTagUserComment) &&
+                          e.count >= kLongValueMinCount;
+    char* dest = row.value;
+    size_t capacity = kValueTextLimit;
+    if (makeLong) {
+        if (char* longValue = MakeLongValue(row)) {
+            dest = longValue;
+            capacity = kLongValueTextLimit;
+        }
+    }
+    uint8_t bytes[kLongValueTextLimit];
+    const size_t want = std::min<size_t>(textBytes, capacity);
+    const size_t got = want ? c.file.Read(bytes, want) : 0;
+
+    size_t length = 0;
+    if (code == Code::kUnicode) {
+        const std::string utf8 = Utf16ToUtf8Until(bytes, got, c.bigEndian, capacity);
+        std::memcpy(dest, utf8.data(), utf8.size());
+        length = utf8.size();
+    } else {
+        std::memcpy(dest, bytes, got);
+        length = got;
+        if (code == Code::kAscii) length = SqueezeUtf16Nuls(dest, length);
+    }
+    dest[length] = '\0';
+
+    // Make and Model stored out of line are kept byte for byte (the maker-note
+    // dispatch compares them as written).
+    if (e.tag == kTagMake || e.tag == kTagModel) return;
+    if (dest == row.value) CleanText(row, length, 0);
+    else CleanText(row, 0, length);
+}
+
+void ReadUtf16LeTextValue(const EntryContext& c) {
+    uint8_t bytes[kValueTextLimit] = {};
+    const size_t want = std::min<size_t>(c.entry.count, kValueTextLimit);
+    size_t got = 0;
+    if (c.entry.count <= kValueFieldSize) {
+        std::memcpy(bytes, c.entry.fieldBytes, want);
+        got = want;
+    } else {
+        PositionGuard guard(c.file);
+        if (c.file.Seek(At(c.base, c.entry.valueField))) got = c.file.Read(bytes, want);
+    }
+    SetRowValue(c.row, Utf16ToUtf8Until(bytes, got, /*bigEndian=*/0, kValueTextLimit));
+    TrimTrailingSpaces(c.row.value);
+}
+
+bool ReadRational(platform::File& file, uint32_t base, uint32_t offset, int bigEndian, uint32_t& numerator,
+                  uint32_t& denominator) {
+    return ReadRationalAt(file, At(base, offset), bigEndian, numerator, denominator);
+}
+
+std::string FormatMultiRational(platform::File& file, uint32_t base, uint32_t offset, uint32_t maxCount,
+                                int bigEndian, RationalDecimals decimals) {
+    std::string out;
+    for (uint32_t i = 0; i < maxCount && out.size() < kMultiRationalTextLimit; ++i) {
+        uint32_t numerator = 0, denominator = 0;
+        if (!ReadRationalAt(file, At(base, offset) + 8 * static_cast<int64_t>(i), bigEndian, numerator,
+                            denominator))
+            break;
+        char text[64];
+        if (denominator == 1) {
+            std::snprintf(text, sizeof text, "%u", numerator);
+        } else if (denominator == 0) {
+            std::snprintf(text, sizeof text, "%.2f/%.2f", static_cast<double>(numerator), 0.0);
+        } else {
+            const float quotient = Quotient(numerator, denominator, false);
+            if (decimals == RationalDecimals::kTwo) {
+                std::snprintf(text, sizeof text, "%0.2f", static_cast<double>(quotient));
+            } else {
+                std::snprintf(text, sizeof text, "%0.6f", static_cast<double>(quotient));
+                size_t n = std::strlen(text);
+                while (n > 0 && text[n - 1] == '0') text[--n] = '\0';
+                if (n > 0 && text[n - 1] == '.') text[--n] = '\0';
+            }
+        }
+        if (i > 0) out += "  ";
+        out += text;
+    }
+    if (out.size() > kMultiRationalTextLimit) out.resize(kMultiRationalTextLimit);
+    return out;
+}
+
+std::string FormatSingleRational(platform::File& file, uint32_t base, uint32_t offset, int bigEndian,
+                                 bool isSigned) {
+    uint32_t numerator = 0, denominator = 0;
+    if (!ReadRational(file, base, offset, bigEndian, numerator, denominator)) return {};
+    char text[64];
+    if (denominator == 0 || denominator == 1) {
+        if (isSigned) std::snprintf(text, sizeof text, "%d", static_cast<int32_t>(numerator));
+        else std::snprintf(text, sizeof text, "%u", numerator);
+    } else {
+        const float quotient = Quotient(numerator, denominator, isSigned);
+        std::snprintf(text, sizeof text, "%0.2f", static_cast<double>(quotient));
+    }
+    return text;
+}
+
+size_t ReadRawBlock(const EntryContext& c, uint8_t* out, size_t maxBytes) {
+    const uint64_t total = static_cast<uint64_t>(c.entry.count) * TiffTypeSize(c.entry.type);
+    const size_t want = static_cast<size_t>(std::min<uint64_t>(total, maxBytes));
+    if (total <= kValueFieldSize) {
+        std::memcpy(out, c.entry.fieldBytes, want);
+        return want;
+    }
+    PositionGuard guard(c.file);
+    if (!c.file.Seek(At(c.base, c.entry.valueField))) return 0;
+    return c.file.Read(out, want);
+}
+
+// ------------------------------------------------------------ directories
+
+void ProcessIfdEntries(platform::File& file, uint32_t base, TagRecordTable& table, uint32_t* rowCount,
+                       uint32_t entryCount, IfdPointers& pointers, int bigEndian) {
+    for (uint32_t i = 0; i < entryCount; ++i) {
+        if (*rowCount >= kTagTableRows) return;
+        TiffEntry entry;
+        if (!ReadTiffEntry(file, bigEndian, entry)) return;
+        // The row is written before the tag is known: an unknown tag leaves
+        // the count where it was, and the next entry takes the same row.
+        TagRecord& row = table.rows[*rowCount];
+        BeginRow(row, entry.tag, entry);
+        const TagInfo* info = FindStandardTag(entry.tag);
+        if (!info) continue;
+        SetRowName(row, info->name);
+        info->format(EntryContext{file, base, bigEndian, entry, row});
+        for (const auto& p : kPointerTags)
+            if (p.tag == entry.tag) pointers.*p.pointer = entry.valueField;
+        ++*rowCount;
+    }
+}
+
+std::unique_ptr<uint8_t[]> FindJpegSegment(std::u16string_view path, uint32_t& length, uint32_t& markerOffset,
+                                           uint8_t marker, uint8_t firstTwo[2], uint32_t startOffset) {
+    length = 0;
+    markerOffset = 0;
+    auto file = platform::OpenFile(path, platform::FileMode::kRead);
+    if (!file) return nullptr;
+    if (startOffset != 0 && !file->Seek(startOffset)) return nullptr;
+    uint8_t two[2] = {0, 0};
+    const size_t gotTwo = file->Read(two, sizeof two);
+    if (firstTwo) {
+        firstTwo[0] = two[0];
+        firstTwo[1] = two[1];
+    }
+    if (gotTwo == 2 && IsTiffByteOrder(two)) return nullptr;
+
+    // Every pass either fails or moves on by at least 2 bytes, so the scan
+    // ends at the end of the file at the latest.
+    for (;;) {
+        uint8_t code[2], size[2];
+        if (!file->ReadExact(code, sizeof code)) return nullptr;
+        if (code[0] == 0xFF && code[1] == 0xD8) continue;
+        if (!file->ReadExact(size, sizeof size)) return nullptr;
+        const uint32_t segmentLength = static_cast<uint32_t>(size[0]) << 8 | size[1];
+        if (code[0] != 0xFF || segmentLength < 3) return nullptr;
+        if (code[1] == marker) {
+            if (marker != kApp1Marker) break;
+            // Only an APP1 that begins "Exif" will do; an XMP APP1 is passed over.
+            const int64_t here = file->Tell();
+            uint8_t peek[5] = {};
+            const size_t got = file->Read(peek, sizeof peek);
+            if (!file->Seek(here)) return nullptr;
+            if (got >= 4 && std::memcmp(peek, "Exif", 4) == 0) break;
+        }
+        if (!file->Seek(segmentLength - 2, platform::SeekFrom::kCurrent)) return nullptr;
+    }
+
+    const int64_t lengthField = file->Tell() - 2;
+    uint8_t size[2];
+    if (lengthField < 2 || !file->Seek(lengthField) || !file->ReadExact(size, sizeof size)) return nullptr;
+    const uint32_t segmentLength = static_cast<uint32_t>(size[0]) << 8 | size[1];
+    if (segmentLength < 3) return nullptr;
+    // 256 zero bytes beyond the segment let callers look a little past its end.
+    std::unique_ptr<uint8_t[]> copy(new (std::nothrow) uint8_t[segmentLength + 256]());
+    if (!copy || !file->Seek(lengthField)) return nullptr;
+    file->Read(copy.get(), segmentLength);
+    length = segmentLength;
+    markerOffset = static_cast<uint32_t>(lengthField - 2);
+    return copy;
+}
+
+int ReadExifTags(std::u16string_view path, TagRecordTable& table, uint32_t* rowCount, int* bigEndian,
+                 uint32_t startOffset) {
+    if (!rowCount) return 0;
+    ContainerPointers container;
+    uint32_t base = 0;
+    if (!LocateTiffHeader(path, startOffset, base, container)) return 0;
+    auto file = platform::OpenFile(path, platform::FileMode::kRead);
+    if (!file) return 0;
+
+    uint8_t header[8] = {};
+    if (file->Seek(base)) file->Read(header, sizeof header);
+    const int order = header[0] == 'M' && header[1] == 'M';
+    const uint32_t ifd0 = GetU32(header + 4, order);
+    const bool separate = container.separateHeaders;
+    DirectoryWalk walk(*file, base, separate, order);
+
+    IfdPointers pointers;
+    pointers.exifIfd = container.exifIfd;
+    pointers.gpsIfd = container.gpsIfd;
+    pointers.makerNote = container.makerNote;
+    uint32_t ifd1 = container.ifd1;
+    uint32_t directoryBase = base;
+
+    // IFD0: a directory too large for the table is passed over whole.
+    if (ifd0 != 0 && file->Seek(At(base, ifd0))) {
+        const uint32_t n = ReadEntryCount(*file, order);
+        if (*rowCount + n >= kDirectoryRowLimit)
+            file->Seek(static_cast<int64_t>(n) * kEntrySize, platform::SeekFrom::kCurrent);
+        else
+            ProcessIfdEntries(*file, base, table, rowCount, n, pointers, order);
+        if (!separate) {
+            uint8_t next[4];
+            ifd1 = file->ReadExact(next, sizeof next) ? GetU32(next, order) : 0;
+        }
+    }
+
+    // Exif IFD, then the JPEG that a raw file embeds (tag 46): its EXIF
+    // stands in for the rest of the raw file's directories.
+    if (pointers.exifIfd != 0) {
+        if (walk.Seek(pointers.exifIfd, directoryBase)) {
+            const uint32_t n = ReadEntryCount(*file, walk.bigEndian());
+            if (*rowCount + n < kDirectoryRowLimit)
+                ProcessIfdEntries(*file, directoryBase, table, rowCount, n, pointers, walk.bigEndian());
+        }
+        if (startOffset == 0) {
+            if (const uint32_t jpeg = EmbeddedJpegOffset(table, *rowCount)) {
+                file.reset();
+                int embeddedOrder = 0;
+                ReadExifTags(path, table, rowCount, &embeddedOrder, jpeg);
+                if (bigEndian) *bigEndian = order;
+                return 1;
+            }
+        }
+    }
+
+    if (pointers.gpsIfd != 0 && walk.Seek(pointers.gpsIfd, directoryBase)) {
+        const uint32_t n = ReadEntryCount(*file, walk.bigEndian());
+        AppendSeparatorRow(table, rowCount);
+        AppendHeadingRow(table, rowCount, "GPS information:");
+        if (*rowCount + n < kDirectoryRowLimit)
+            ProcessGpsEntries(*file, directoryBase, table, rowCount, n, walk.bigEndian());
+    }
+
+    if (pointers.makerNote != 0 && walk.Seek(pointers.makerNote, directoryBase)) {
+        uint8_t prefix[5];
+        file->Read(prefix, sizeof prefix);
+        AppendSeparatorRow(table, rowCount);
+        AppendHeadingRow(table, rowCount, "Maker Note (Vendor):");
+        makernotes::DispatchMakerNote(*file, base, table, rowCount, order, pointers.makerNote, separate);
+    }
+
+    if (ifd1 != 0 && walk.Seek(ifd1, directoryBase)) {
+        const uint32_t n = ReadEntryCount(*file, walk.bigEndian());
+        AppendSeparatorRow(table, rowCount);
+        AppendHeadingRow(table, rowCount, "Thumbnail:");
+        if (*rowCount + n < kDirectoryRowLimit) {
+            IfdPointers ignored;
+            ProcessIfdEntries(*file, directoryBase, table, rowCount, n, ignored, walk.bigEndian());
+        }
+    }
+
+    if (bigEndian) *bigEndian = order;
+    return 1;
+}
+
+}  // namespace exif

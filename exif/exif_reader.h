@@ -1,0 +1,138 @@
+// The TIFF directory walker behind every EXIF export, and the value readers
+// it shares with the GPS directory and the maker-note decoders.
+//
+// Every reader works on an open file and a base offset (the file position of
+// the TIFF header the offsets count from). A value reader saves the file
+// position, seeks to base + offset, reads into a buffer of its own size and
+// restores the position, so an entry loop goes on where it was. A short read
+// or a seek past the end gives an empty or partial value, never a read
+// outside the reader's buffer.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/platform.h"
+#include "tag_record.h"
+
+namespace exif {
+
+// Offsets (from the TIFF base) that a directory hands to the walker; 0 when
+// the directory has no such entry.
+struct IfdPointers {
+    uint32_t exifIfd = 0;           // tag 34665
+    uint32_t gpsIfd = 0;            // tag 34853
+    uint32_t makerNote = 0;         // tag 37500
+    uint32_t interoperability = 0;  // tag 40965 (shown, not walked)
+    uint32_t iptc = 0;              // tag 33723
+};
+
+// Reads the EXIF data of a file into the table, appending rows after
+// *rowCount and advancing it. startOffset is 0 except when the reader calls
+// itself for a JPEG embedded in a raw file (tag 46). Opens and closes the
+// file itself. Returns 1 and sets *bigEndian (1 for "MM", else 0) when a TIFF
+// header was found; 0, adding no rows, when the file cannot be opened or has
+// no EXIF data.
+int ReadExifTags(std::u16string_view path, TagRecordTable& table, uint32_t* rowCount, int* bigEndian,
+                 uint32_t startOffset = 0);
+
+// Decodes entryCount 12-byte entries from the current file position; every
+// standard tag becomes a row, other tags none. Stops at a short read, keeping
+// the rows made so far. The caller has checked *rowCount + entryCount < 256.
+void ProcessIfdEntries(platform::File& file, uint32_t base, TagRecordTable& table, uint32_t* rowCount,
+                       uint32_t entryCount, IfdPointers& pointers, int bigEndian);
+
+// Scans a JPEG from startOffset for the first segment with marker 0xFF
+// `marker` (for APP1, 225, only one that begins "Exif"). firstTwo receives the
+// first two bytes read. Returns a zero-padded copy (length + 256 bytes) of
+// the segment from its length field on, with `length` (the length field) and
+// `markerOffset` (the file offset of the 0xFF); null when there is none or
+// the file begins "II"/"MM".
+std::unique_ptr<uint8_t[]> FindJpegSegment(std::u16string_view path, uint32_t& length,
+                                           uint32_t& markerOffset, uint8_t marker, uint8_t firstTwo[2],
+                                           uint32_t startOffset);
+
+// ------------------------------------------------------------ entries
+
+// One directory entry, fields in host order.
+struct TiffEntry {
+    uint16_t tag = 0;
+    uint16_t type = 0;
+    uint32_t count = 0;
+    uint32_t valueField = 0;   // swapped as one 32-bit word in a big-endian file
+    uint16_t inlineShort = 0;  // the first SHORT of the value field
+    uint8_t fieldBytes[4] = {};  // the value field in file order
+};
+
+// Reads 12 bytes at the current position; false on a short read.
+bool ReadTiffEntry(platform::File& file, int bigEndian, TiffEntry& entry);
+
+// What a tag's formatter is given: the open file, where offsets count from,
+// the entry and the row (name already written) that receives the value.
+struct EntryContext {
+    platform::File& file;
+    uint32_t base;
+    int bigEndian;
+    const TiffEntry& entry;
+    TagRecord& row;
+};
+
+// ------------------------------------------------------------ value readers
+
+// ASCII or UNDEFINED text into row.value (or row.longValue for tags 270 and
+// 37510 with 257 or more bytes). With characterCodeHeader the first 8 bytes
+// name the encoding (UserComment). Texts are cleaned of padding, except the
+// out-of-line Make and Model, which are kept as stored.
+void ReadTextValue(const EntryContext& c, bool characterCodeHeader);
+
+// UTF-16 little-endian text (the Windows XP tags), whatever the file's order.
+void ReadUtf16LeTextValue(const EntryContext& c);
+
+// One RATIONAL or SRATIONAL at base + offset, each word in the file's order.
+bool ReadRational(platform::File& file, uint32_t base, uint32_t offset, int bigEndian, uint32_t& numerator,
+                  uint32_t& denominator);
+
+enum class RationalDecimals { kTrimmedSix, kTwo };
+// Up to maxCount rationals as "a  b  c": whole numbers bare, "%.2f/%.2f" for a
+// zero denominator, else the quotient with six decimals (trailing zeros
+// removed) or two. At most kMultiRationalTextLimit bytes.
+std::string FormatMultiRational(platform::File& file, uint32_t base, uint32_t offset, uint32_t maxCount,
+                                int bigEndian, RationalDecimals decimals);
+
+// One rational: the numerator for a denominator of 0 or 1, else the quotient
+// as "%0.2f"; empty when it cannot be read.
+std::string FormatSingleRational(platform::File& file, uint32_t base, uint32_t offset, int bigEndian,
+                                 bool isSigned);
+
+// Up to maxBytes of the entry's value bytes, in file order: from the value
+// field when count x element size fits in it, else from base + offset.
+// Returns the number of bytes stored.
+size_t ReadRawBlock(const EntryContext& c, uint8_t* out, size_t maxBytes);
+// Bytes of one element of a TIFF field type; 0 for a type this reader does not know.
+uint32_t TiffTypeSize(uint16_t type);
+// 16- and 32-bit words from file-order bytes.
+uint16_t GetU16(const uint8_t* bytes, int bigEndian);
+uint32_t GetU32(const uint8_t* bytes, int bigEndian);
+
+// ------------------------------------------------------------ rows
+
+// Starts the row for an entry: tag (the entry's, or the GPS row tag), type,
+// count and value field written, name and value cleared.
+void BeginRow(TagRecord& row, uint32_t tag, const TiffEntry& entry);
+
+// Writes text into the row's name or value, cut to what the field holds.
+void SetRowName(TagRecord& row, std::string_view name);
+void SetRowValue(TagRecord& row, std::string_view value);
+
+// Appends a separator row (all fields zero) or a heading row (name only).
+// Rows at or beyond the table's capacity are not written.
+void AppendSeparatorRow(TagRecordTable& table, uint32_t* rowCount);
+void AppendHeadingRow(TagRecordTable& table, uint32_t* rowCount, const char* heading);
+
+// Cuts UTF-8 text to at most maxBytes without splitting a character.
+std::string CutUtf8(std::string text, size_t maxBytes);
+
+}  // namespace exif

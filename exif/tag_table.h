@@ -1,0 +1,37 @@
+// The standard tags of IFD0, the Exif IFD and IFD1: which tags become rows,
+// their display names and how their values are written. Tags not in the
+// table produce no row.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "exif_reader.h"
+
+namespace exif {
+
+// Writes a row's value text from its entry.
+using Formatter = void (*)(const EntryContext&);
+
+struct TagInfo {
+    uint16_t tag;
+    const char* name;
+    Formatter format;
+};
+
+// One value of an enumerated tag and its text.
+struct EnumText {
+    uint32_t value;
+    const char* text;
+};
+
+// The table, sorted by tag with no tag twice; null when the tag is not in it.
+const TagInfo* FindStandardTag(uint16_t tag);
+// The whole table, for its invariant checks.
+const TagInfo* StandardTags(size_t& count);
+
+// The GPS directory's table, keyed by the GPS tag (0 .. 29), same invariants.
+const TagInfo* FindGpsTag(uint16_t gpsTag);
+const TagInfo* GpsTags(size_t& count);
+
+}  // namespace exif

@@ -1,0 +1,31 @@
+#include "exif_reading.h"
+
+#include <cstring>
+
+namespace exiftest {
+
+Reading ReadRows(const std::u16string& path) {
+    Reading out;
+    exif::TagRecordTable* table = exif::AllocateTagRecordTable();
+    uint32_t count = 0;
+    out.result = exif::ReadExifTags(path, *table, &count, &out.bigEndian, 0);
+    EXPECT_LE(count, exif::kTagTableRows);
+    for (uint32_t i = 0; i < count && i < exif::kTagTableRows; ++i) {
+        const exif::TagRecord& r = table->rows[i];
+        EXPECT_LT(strnlen(r.name, exif::kTagNameSize), exif::kTagNameSize) << "row " << i;
+        EXPECT_LE(strnlen(r.value, exif::kTagValueSize), 255u) << "row " << i;
+        EXPECT_TRUE(!r.longValue || i < exif::kDirectoryRowLimit) << "row " << i;
+        out.rows.push_back({r.tag, r.name, r.value,
+                            r.longValue ? std::string(r.longValue, strnlen(r.longValue, exif::kLongValueSize))
+                                        : std::string()});
+    }
+    exif::FreeTagRecordTable(table, 1);
+    return out;
+}
+
+Reading ReadBytes(const Bytes& bytes) {
+    fixture::TempDir dir;
+    return ReadRows(dir.Write("image.jpg", bytes));
+}
+
+}  // namespace exiftest
