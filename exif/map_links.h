@@ -25,6 +25,9 @@ enum class MapService {
 std::u16string FormatMapLink(MapService service, double latitude, double longitude);
 // Formats the link and opens it with the shell.
 void OpenMapLink(MapService service, double latitude, double longitude);
+// The Google Maps form the user chose: satellite when key "Satellite" of
+// section "EXIF" in the settings file is not 0, read at each call.
+MapService GoogleMapsServiceFor(std::u16string_view settingsPath);
 
 // "%s;%s" of the decimal latitude and longitude taken from rows 401..404
 // (a leading "-" for S and W), for the GeoHack link.
