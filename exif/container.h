@@ -25,6 +25,8 @@ struct ContainerPointers {
 // neither a JPEG with an Exif APP1 nor a bare TIFF: ISO media (HEIF, CR3),
 // JPEG XL, PNG, WebP, then a scan of the first kilobyte.
 uint32_t LocateTiffHeaderInContainer(std::u16string_view path, ContainerPointers& pointers);
+// The same dispatch on a file that is already open.
+uint32_t LocateTiffHeaderInFile(platform::File& file, ContainerPointers& pointers);
 
 // The locators behind GetExifInfos, chosen by the viewer's format code.
 uint32_t LocateHeifExif(platform::File& file, uint32_t& itemLength);            // code 115
@@ -35,6 +37,9 @@ struct Cr3Boxes {
 uint32_t LocateCr3Exif(platform::File& file, Cr3Boxes& boxes);                  // code 118
 uint32_t LocatePngExif(platform::File& file);                                     // code 3
 uint32_t LocateWebpExif(platform::File& file);
+// JPEG XL in its box form: the TIFF header inside the "Exif" box, wherever
+// that box stands (writers often put it after the codestream).
+uint32_t LocateJpegXlExif(platform::File& file);
 // Any other code (JPEG and TIFF-based files): the header found in the first
 // kilobyte, and the EXIF extent clamped to 2048 .. 65535.
 uint32_t LocateExifDefault(platform::File& file, uint32_t& size);

@@ -1,0 +1,180 @@
+// The container locators on files built box by box and chunk by chunk: each
+// case states where the TIFF header is and checks that exactly that offset
+// comes back, or that a malformed container yields nothing.
+#include "exif/container.h"
+
+#include <gtest/gtest.h>
+
+#include "fixture/container_fixture.h"
+
+namespace {
+
+using namespace fixture;
+using BO = ByteOrder;
+
+Bytes Tiff(BO order = BO::kLittle) {
+    TiffBuilder tiff(order);
+    tiff.Ascii(0, 271, "Vantaview");
+    return tiff.Build();
+}
+const Bytes kExifTiff = Join({ToBytes("Exif"), {0, 0}, Tiff()});  // as in a JPEG APP1
+const Bytes kItem = HeifExifItem(Tiff());
+
+// The first TIFF header in the file: the test's own oracle.
+uint32_t TiffAt(const Bytes& file, BO order = BO::kLittle) { return static_cast<uint32_t>(OffsetOf(file, Tiff(order))); }
+uint32_t After(const Bytes& file, const char* type) { return static_cast<uint32_t>(OffsetOf(file, ToBytes(type)) + 4); }
+
+Bytes Frees(int n) {
+    Bytes out;
+    for (int i = 0; i < n; ++i) Append(out, IsoBox("free", {}));
+    return out;
+}
+Bytes Cmts(int othersBefore = 0) {
+    Bytes children = Frees(othersBefore);
+    for (const char* type : {"CMT1", "CMT2", "CMT3", "CMT4"}) Append(children, IsoBox(type, Tiff()));
+    return children;
+}
+Bytes HeifWith(HeifBuilder builder, const Bytes& item = kItem) { return builder.Item(1, "hvc1", ToBytes("pixels")).Item(2, "Exif", item).Build(); }
+
+enum class Kind { kHeif, kCr3, kPng, kWebp, kJxl, kDispatch };
+
+class Container : public ::testing::Test {
+protected:
+    uint32_t Locate(Kind kind, const Bytes& bytes) {
+        const std::u16string path = dir_.Write("f" + std::to_string(serial_++), bytes);
+        auto file = platform::OpenFile(path, platform::FileMode::kRead);
+        switch (kind) {
+            case Kind::kHeif: return exif::LocateHeifExif(*file, length_);
+            case Kind::kCr3: return exif::LocateCr3Exif(*file, boxes_);
+            case Kind::kPng: return exif::LocatePngExif(*file);
+            case Kind::kWebp: return exif::LocateWebpExif(*file);
+            case Kind::kJxl: return exif::LocateJpegXlExif(*file);
+            case Kind::kDispatch: return exif::LocateTiffHeaderInContainer(path, pointers_);
+        }
+        return 0;
+    }
+    TempDir dir_;
+    int serial_ = 0;
+    uint32_t length_ = 0;
+    exif::Cr3Boxes boxes_;
+    exif::ContainerPointers pointers_;
+};
+
+TEST_F(Container, FindsTheTiffHeaderInEachLayout) {
+    const Bytes big = Tiff(BO::kBig);
+    Bytes meta0 = HeifWith(HeifBuilder());
+    std::copy_n(U32Be(0).begin(), 4, meta0.begin() + OffsetOf(meta0, ToBytes("meta")) - 4);  // runs to the end
+    Bytes lyingWord = kItem;
+    lyingWord[3] = 200;
+    const std::pair<Kind, Bytes> cases[] = {
+        {Kind::kHeif, HeifWith(HeifBuilder().IlocVersion(0))},
+        {Kind::kHeif, HeifWith(HeifBuilder().IlocVersion(1).IlocBeforeIinf())},
+        {Kind::kHeif, HeifWith(HeifBuilder().IlocVersion(2).FieldSizes(8, 8, 0).InfeVersion(3))},
+        {Kind::kHeif, HeifWith(HeifBuilder().IlocVersion(0).FieldSizes(4, 4, 4))},  // position in the base offset
+        {Kind::kHeif, HeifWith(HeifBuilder("avif").LargeSizes())},
+        {Kind::kHeif, HeifWith(HeifBuilder().QuickTimeMeta().TopLevelBox(IsoBox("free", Bytes(3000, 0))))},
+        {Kind::kHeif, HeifWith(HeifBuilder(), HeifExifItem(Tiff(), 40))},  // beyond the bytes searched
+        {Kind::kHeif, HeifWith(HeifBuilder(), lyingWord)},                  // found by the search
+        {Kind::kHeif, meta0},
+        {Kind::kCr3, Cr3File(UuidBox(kCanonUuidHex, LargeIsoBox("CMT1", Tiff())))},
+        {Kind::kCr3, Join({Cr3File(IsoBox("mvhd", {})), IsoBox("moov", UuidBox(kCanonUuidHex, Cmts()))})},
+        {Kind::kPng, PngFile({PngChunk("eXIf", Tiff()), PngChunk("IDAT", Bytes(33, 1))})},
+        {Kind::kPng, PngFile({PngChunk("IDAT", Bytes(33, 1)), PngChunk("eXIf", kExifTiff)})},
+        {Kind::kWebp, WebpFile({RiffChunk("VP8X", Bytes(10, 0)), RiffChunk("ALPH", Bytes(0x101, 7)), RiffChunk("EXIF", Tiff())})},
+        {Kind::kWebp, WebpFile({RiffChunk("EXIF", kExifTiff)})},
+        {Kind::kJxl, JxlContainer({JxlExifBox(Tiff(), {'E', 'x', 'i', 'f', 0, 0})})},
+        {Kind::kDispatch, Join({Ftyp("isom"), IsoBox("udta", kExifTiff)})},  // other brands are scanned
+        {Kind::kDispatch, PngFile({PngChunk("eXIf", Tiff())})},
+        {Kind::kDispatch, WebpFile({RiffChunk("EXIF", Tiff())})},
+        {Kind::kDispatch, JxlCodestream(Join({Bytes(30, 0), ToBytes("Exif"), U32Be(0), Tiff()}))},
+        {Kind::kDispatch, Join({{0, 'M', 'R', 'M'}, U32Be(100), {0, 'T', 'T', 'W'}, U32Be(64), Tiff()})},
+        {Kind::kDispatch, Join({ToBytes("<exif:ExifVersion>"), kExifTiff})},  // no byte-order mark: passed over
+        {Kind::kDispatch, Join({Bytes(1012, ' '), kExifTiff})},                // the last position scanned
+    };
+    for (size_t i = 0; i < std::size(cases); ++i) EXPECT_EQ(Locate(cases[i].first, cases[i].second), TiffAt(cases[i].second)) << "case " << i;
+    for (const char* brand : {"mif1", "msf1", "heic", "heix", "hevc", "avif"})
+        EXPECT_NE(Locate(Kind::kDispatch, HeifWith(HeifBuilder(brand))), 0u) << brand;
+    // The JPEG XL Exif box after a large codestream and behind a compressed one.
+    Bytes jxl = JxlContainer({JxlBrobBox("Exif", Bytes(40, 'M')), IsoBox("jxlc", Bytes(5000, 0)), JxlExifBox(big)});
+    EXPECT_EQ(Locate(Kind::kDispatch, jxl), TiffAt(jxl, BO::kBig));
+    EXPECT_TRUE(pointers_.jpegXl);
+    EXPECT_FALSE(pointers_.separateHeaders);
+}
+
+TEST_F(Container, HeifReportsTheItemLength) {
+    EXPECT_NE(Locate(Kind::kHeif, HeifWith(HeifBuilder())), 0u);
+    EXPECT_EQ(length_, kItem.size());
+    EXPECT_EQ(Locate(Kind::kHeif, HeifWith(HeifBuilder().ConstructionMethod(1))), 0u);
+    EXPECT_EQ(length_, 0u);
+}
+
+TEST_F(Container, Cr3ReportsEachCmtBoxAndTheMoovSize) {
+    const Bytes file = Cr3File(UuidBox(kCanonUuidHex, Cmts()));
+    EXPECT_EQ(Locate(Kind::kCr3, file), After(file, "CMT1"));
+    EXPECT_EQ(boxes_.cmt1, After(file, "CMT1"));
+    EXPECT_EQ(boxes_.cmt2, After(file, "CMT2"));
+    EXPECT_EQ(boxes_.cmt3, After(file, "CMT3"));
+    EXPECT_EQ(boxes_.cmt4, After(file, "CMT4"));
+    EXPECT_EQ(boxes_.moovSize, OffsetOf(file, ToBytes("mdat")) - OffsetOf(file, ToBytes("moov")));
+    EXPECT_EQ(Locate(Kind::kDispatch, file), After(file, "CMT1"));
+    EXPECT_TRUE(pointers_.separateHeaders);
+    EXPECT_EQ(pointers_.exifIfd, After(file, "CMT2"));
+    EXPECT_EQ(pointers_.makerNote, After(file, "CMT3"));
+    EXPECT_EQ(pointers_.gpsIfd, After(file, "CMT4"));
+    EXPECT_EQ(pointers_.ifd1, 0u);
+}
+
+TEST_F(Container, MalformedContainersYieldNothing) {
+    Bytes notPng = PngFile({PngChunk("eXIf", Tiff())}), avi = WebpFile({RiffChunk("EXIF", Tiff())});
+    notPng[2] = 'X';
+    std::copy_n("AVI ", 4, avi.begin() + 8);
+    const Bytes heif = HeifWith(HeifBuilder());
+    const std::pair<Kind, Bytes> cases[] = {
+        {Kind::kHeif, HeifBuilder().Item(1, "hvc1", kItem).Build()},
+        {Kind::kHeif, HeifBuilder().Item(1, "Exif", {}).Build()},
+        {Kind::kHeif, HeifWith(HeifBuilder().FieldSizes(3, 4, 0))},
+        {Kind::kHeif, HeifBuilder().ClaimedItemCount(0xFFFF).Item(1, "hvc1", kItem).Build()},
+        {Kind::kHeif, HeifWith(HeifBuilder().TopLevelBox(IsoBoxWithSize(4, "free", {})))},
+        {Kind::kHeif, HeifWith(HeifBuilder().TopLevelBox(IsoBoxWithSize(1, "free", Bytes(8, 0))))},
+        {Kind::kHeif, Bytes(heif.begin(), heif.begin() + OffsetOf(heif, ToBytes("mdat")) + 6)},
+        // Another maker's uuid: no EXIF, even with Canon's moov after it.
+        {Kind::kCr3, Join({Cr3File(UuidBox("00112233445566778899aabbccddeeff", Cmts())),
+                           IsoBox("moov", UuidBox(kCanonUuidHex, Cmts()))})},
+        {Kind::kCr3, Cr3File(UuidBox(kCanonUuidHex, IsoBox("CMT2", Tiff())))},
+        {Kind::kPng, PngFile({PngChunkWithLength(0x80000000u, "tEXt", {}), PngChunk("eXIf", Tiff())})},
+        {Kind::kPng, PngFile({PngChunkWithLength(0x1000, "tEXt", {}), PngChunk("eXIf", Tiff())})},
+        {Kind::kPng, PngFile({PngChunk("eXIf", {})})},
+        {Kind::kPng, Join({PngFile({}), PngChunk("eXIf", Tiff())})},  // after IEND
+        {Kind::kPng, notPng},
+        {Kind::kWebp, WebpFile({RiffChunkWithSize(0xFFFFFFF0u, "VP8 ", {}), RiffChunk("EXIF", Tiff())})},
+        {Kind::kWebp, WebpFile({RiffChunk("XMP ", kExifTiff)})},
+        {Kind::kWebp, WebpFile({RiffChunk("EXIF", {})})},
+        {Kind::kWebp, avi},
+        {Kind::kJxl, JxlContainer({IsoBoxWithSize(20, "Exif", Join({U32Be(9), Tiff()}))})},  // header outside the box
+        {Kind::kDispatch, Join({Bytes(1013, ' '), kExifTiff})},
+        {Kind::kDispatch, ToBytes("no marker here")},
+    };
+    for (size_t i = 0; i < std::size(cases); ++i) EXPECT_EQ(Locate(cases[i].first, cases[i].second), 0u) << "case " << i;
+    EXPECT_EQ(boxes_.cmt2, 0u);
+    EXPECT_EQ(exif::LocateTiffHeaderInContainer(u"/nonexistent/a.heic", pointers_), 0u);
+}
+
+TEST_F(Container, LimitsAreExact) {
+    // meta as the 50th top-level box, then the 51st.
+    EXPECT_NE(Locate(Kind::kHeif, HeifWith(HeifBuilder().TopLevelBox(Frees(48)))), 0u);
+    EXPECT_EQ(Locate(Kind::kHeif, HeifWith(HeifBuilder().TopLevelBox(Frees(49)))), 0u);
+    // hdlr, 29 others, iinf and iloc make 32 children of meta.
+    EXPECT_NE(Locate(Kind::kHeif, HeifWith(HeifBuilder().MetaChild(Frees(29)))), 0u);
+    EXPECT_EQ(Locate(Kind::kHeif, HeifWith(HeifBuilder().MetaChild(Frees(30)))), 0u);
+    for (uint32_t items : {1024u, 1025u}) {
+        HeifBuilder many;
+        for (uint32_t id = 1; id < items; ++id) many.Item(id, "hvc1", {});
+        EXPECT_EQ(Locate(Kind::kHeif, many.Item(items, "Exif", kItem).Build()) != 0, items == 1024) << items;
+    }
+    EXPECT_NE(Locate(Kind::kCr3, Cr3File(UuidBox(kCanonUuidHex, Cmts(28)))), 0u);
+    EXPECT_NE(boxes_.cmt4, 0u);
+    EXPECT_NE(Locate(Kind::kCr3, Cr3File(UuidBox(kCanonUuidHex, Cmts(29)))), 0u);
+    EXPECT_EQ(boxes_.cmt4, 0u);  // the 33rd child
+}
+
+}  // namespace
