@@ -1,0 +1,163 @@
+#include "makernote_directory.h"
+
+#include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include "exif/exif_limits.h"
+#include "makernote_limits.h"
+
+namespace makernotes {
+namespace {
+
+constexpr size_t kEntrySize = 12;
+constexpr size_t kValueFieldSize = 4;
+
+enum : uint16_t { kByte = 1, kAscii = 2, kShort = 3, kLong = 4, kRational = 5, kSByte = 6, kUndefined = 7,
+                  kSShort = 8, kSLong = 9, kSRational = 10 };
+
+// The entry buffer is cleared before each read: a short read near the end of
+// the file leaves zeroes, not the previous entry's bytes.
+exif::TiffEntry ReadEntry(platform::File& file, int bigEndian) {
+    uint8_t raw[kEntrySize] = {};
+    file.Read(raw, sizeof raw);
+    exif::TiffEntry entry;
+    entry.tag = exif::GetU16(raw, bigEndian);
+    entry.type = exif::GetU16(raw + 2, bigEndian);
+    entry.count = exif::GetU32(raw + 4, bigEndian);
+    entry.valueField = exif::GetU32(raw + 8, bigEndian);
+    std::memcpy(entry.fieldBytes, raw + 8, kValueFieldSize);
+    entry.inlineShort = exif::GetU16(raw + 8, bigEndian);
+    return entry;
+}
+
+void FormatEnumeration(const MakerEntry& e, const Enumeration& en) {
+    const int32_t value = en.sign == Sign::kSigned ? e.Signed16() : static_cast<int32_t>(e.Unsigned16());
+    for (size_t i = 0; i < en.size; ++i) {
+        if (en.texts[i].value == value) return exif::SetRowValue(e.row(), en.texts[i].text);
+    }
+    if (*en.otherwise) SetValuef(e.row(), en.otherwise, value);
+}
+
+void FormatNumbers(const MakerEntry& e) {
+    const exif::TiffEntry& entry = e.entry();
+    const uint32_t size = exif::TiffTypeSize(entry.type);
+    if (size == 0 || size == 8) return SetValuef(e.row(), "%u", entry.valueField);
+    uint8_t bytes[kGenericNumbersLimit * 4];
+    const size_t want = std::min<uint64_t>(sizeof bytes, uint64_t{entry.count} * size);
+    const size_t got = exif::ReadRawBlock(e.context, bytes, want);
+    const int order = e.context.bigEndian;
+    std::string out;
+    for (size_t i = 0; i + size <= got && out.size() < exif::kValueTextLimit; i += size) {
+        const uint8_t* b = bytes + i;
+        char text[16];
+        switch (entry.type) {
+            case kSByte: std::snprintf(text, sizeof text, "%d", static_cast<int8_t>(b[0])); break;
+            case kShort: std::snprintf(text, sizeof text, "%u", exif::GetU16(b, order)); break;
+            case kSShort: std::snprintf(text, sizeof text, "%d", static_cast<int16_t>(exif::GetU16(b, order))); break;
+            case kSLong: std::snprintf(text, sizeof text, "%d", static_cast<int32_t>(exif::GetU32(b, order))); break;
+            case kLong: std::snprintf(text, sizeof text, "%u", exif::GetU32(b, order)); break;
+            default:
+                if (size == 4) std::snprintf(text, sizeof text, "%u", exif::GetU32(b, order));
+                else std::snprintf(text, sizeof text, "%u", b[0]);
+                break;
+        }
+        if (!out.empty()) out += ' ';
+        out += text;
+    }
+    exif::SetRowValue(e.row(), out);
+}
+
+void FormatRationals(const MakerEntry& e) {
+    const exif::TiffEntry& entry = e.entry();
+    std::string out;
+    const uint32_t n = std::min(entry.count, kGenericRationalsLimit);
+    for (uint32_t i = 0; i < n; ++i) {
+        const uint64_t offset = uint64_t{entry.valueField} + 8ull * i;
+        if (offset > UINT32_MAX) break;
+        const std::string one = exif::FormatSingleRational(e.context.file, e.context.base,
+                                                           static_cast<uint32_t>(offset), e.context.bigEndian,
+                                                           entry.type == kSRational);
+        if (one.empty()) break;
+        if (i > 0) out += ' ';
+        out += one;
+    }
+    exif::SetRowValue(e.row(), out);
+}
+
+}  // namespace
+
+uint16_t MakerEntry::Unsigned16() const {
+    const exif::TiffEntry& e = entry();
+    switch (rule) {
+        case ValueRule::kLowHalfOfWord:
+            return static_cast<uint16_t>(e.valueField & 0xFFFF);
+        case ValueRule::kLeadingShort:
+            return exif::GetU16(e.fieldBytes, context.bigEndian);
+    }
+    return 0;
+}
+
+int32_t MakerEntry::Signed16() const { return static_cast<int16_t>(Unsigned16()); }
+
+const MakerTag* MakerTable::Find(uint16_t tag) const {
+    for (size_t i = 0; i < size; ++i)
+        if (tags[i].tag == tag) return &tags[i];
+    return nullptr;
+}
+
+void SetValuef(exif::TagRecord& row, const char* format, ...) {
+    char text[exif::kTagValueSize];
+    va_list args;
+    va_start(args, format);
+    std::vsnprintf(text, sizeof text, format, args);
+    va_end(args);
+    exif::SetRowValue(row, text);
+}
+
+void FormatGenericValue(const MakerEntry& e) {
+    switch (e.entry().type) {
+        case kAscii:
+        case kUndefined:
+            return exif::ReadTextValue(e.context, /*characterCodeHeader=*/false);
+        case kRational:
+        case kSRational:
+            return FormatRationals(e);
+        default:
+            return FormatNumbers(e);
+    }
+}
+
+void FormatRational(const MakerEntry& e) {
+    exif::SetRowValue(e.row(), exif::FormatSingleRational(e.context.file, e.context.base, e.entry().valueField,
+                                                          e.context.bigEndian, /*isSigned=*/false));
+}
+
+void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
+                          uint32_t* rowCount, DirectoryOrder order, const MakerTable& maker) {
+    uint8_t countBytes[2] = {};
+    file.Read(countBytes, sizeof countBytes);
+    const uint32_t entryCount = exif::GetU16(countBytes, order.entries);
+    // rows + entries >= limit, written so that no sum can wrap.
+    if (*rowCount >= kMakerNoteRowLimit || entryCount >= kMakerNoteRowLimit - *rowCount) return;
+
+    for (uint32_t i = 0; i < entryCount; ++i) {
+        if (maker.stopAtRowLimit && *rowCount >= kMakerNoteRowLimit) return;
+        const exif::TiffEntry entry = ReadEntry(file, order.entries);
+        // The row takes the entry before the tag is known: an unknown tag
+        // leaves the count where it was, and the next entry reuses the row.
+        exif::TagRecord& row = table.rows[*rowCount];
+        exif::BeginRow(row, entry.tag, entry);
+        const MakerTag* tag = maker.Find(entry.tag);
+        if (!tag) continue;
+        exif::SetRowName(row, tag->name);
+        const MakerEntry value{exif::EntryContext{file, offsetBase, order.values, entry, row}, maker.rule};
+        if (tag->format.enumeration) FormatEnumeration(value, *tag->format.enumeration);
+        else tag->format.formatter(value);
+        ++*rowCount;
+    }
+}
+
+}  // namespace makernotes

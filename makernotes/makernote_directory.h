@@ -1,0 +1,150 @@
+// The entry loop that every maker's decoder shares, and the pieces a maker
+// describes its tags with: a table of {tag, name, format} rows, where a
+// format is an enumeration (data) or a formatter of the maker's own.
+//
+// A directory, as every maker writes it:
+//
+//   +0   entry count (16 bits)
+//   +2   entries, 12 bytes each:
+//          +0 tag (16)  +2 type (16)  +4 count (32)  +8 value or offset (32)
+//
+// Values longer than the 4-byte field sit at offset base + offset.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "exif/exif_reader.h"
+#include "exif/tag_record.h"
+#include "platform/platform.h"
+
+namespace makernotes {
+
+// How a decoder turns an entry's 4-byte value field into the 16-bit number
+// its tables test. The makers differ here on purpose; each decoder names its
+// rule, and the difference shows only in big-endian files.
+enum class ValueRule {
+    // The field converted from the file's byte order as one 32-bit word, and
+    // the low 16 bits of that word. A SHORT stored big-endian in the field's
+    // first two bytes therefore reads as the last two bytes (normally 0).
+    // Casio's headerless notes and Nikon's type-1 notes.
+    kLowHalfOfWord,
+    // The field's first two bytes read as a 16-bit number in the file's byte
+    // order: where a SHORT is stored, in either order. Casio "QVC" notes,
+    // Sony and Panasonic.
+    kLeadingShort,
+};
+
+enum class Sign { kUnsigned, kSigned };
+
+// One value of an enumerated tag and its text.
+struct ValueText {
+    int32_t value;
+    const char* text;
+};
+
+// An enumerated tag: the text of each listed value; any other value goes
+// through `otherwise` (a printf format given the number), and an empty
+// `otherwise` leaves the value text empty. `sign` says how the 16-bit number
+// is read, both for the comparison and for printing.
+struct Enumeration {
+    const ValueText* texts;
+    size_t size;
+    Sign sign;
+    const char* otherwise;
+};
+
+template <size_t N>
+constexpr Enumeration Enum(const ValueText (&texts)[N], Sign sign, const char* otherwise) {
+    return {texts, N, sign, otherwise};
+}
+// A tag shown as its number only.
+constexpr Enumeration Number(Sign sign, const char* format) { return {nullptr, 0, sign, format}; }
+
+// What a tag's format is given: the entry (fields in host order, the value
+// field also in file order), the row that receives the value text, and the
+// reading context for out-of-line values (file, offset base, byte order).
+struct MakerEntry {
+    exif::EntryContext context;
+    ValueRule rule;
+
+    const exif::TiffEntry& entry() const { return context.entry; }
+    exif::TagRecord& row() const { return context.row; }
+    // The 16-bit number by the decoder's rule, unsigned and signed.
+    uint16_t Unsigned16() const;
+    int32_t Signed16() const;
+};
+
+using ValueFormatter = void (*)(const MakerEntry&);
+
+// A tag's value format: an enumeration or a formatter. The constructors are
+// implicit so that a table row names either one directly.
+struct TagFormat {
+    constexpr TagFormat(const Enumeration& e) : enumeration(&e), formatter(nullptr) {}
+    constexpr TagFormat(ValueFormatter f) : enumeration(nullptr), formatter(f) {}
+    const Enumeration* enumeration;
+    ValueFormatter formatter;
+};
+
+struct MakerTag {
+    uint16_t tag;
+    const char* name;
+    TagFormat format;
+};
+
+// A maker's directory: its tags (sorted by tag, each once), its value rule,
+// and whether the entry loop also stops when the table reaches
+// kMakerNoteRowLimit rows while it is read.
+struct MakerTable {
+    const MakerTag* tags;
+    size_t size;
+    ValueRule rule;
+    bool stopAtRowLimit;
+
+    const MakerTag* Find(uint16_t tag) const;
+};
+
+template <size_t N>
+constexpr MakerTable Table(const MakerTag (&tags)[N], ValueRule rule, bool stopAtRowLimit = false) {
+    return {tags, N, rule, stopAtRowLimit};
+}
+// A maker whose tags are not named yet: its entries are read and dropped.
+constexpr MakerTable NoTags(ValueRule rule) { return {nullptr, 0, rule, false}; }
+
+// Byte orders of a directory: of its count and entries, and of the values
+// that the shared readers fetch. They differ only for Fujifilm.
+struct DirectoryOrder {
+    int entries;
+    int values;
+};
+
+// The shared entry loop, from the current file position: reads the entry
+// count; returns at once when *rowCount + count reaches kMakerNoteRowLimit;
+// otherwise reads each 12-byte entry (a short read leaves the missing bytes
+// zero and goes on), writes its tag into the row at *rowCount, and for a tag
+// the maker knows writes the name and value text and advances *rowCount.
+// Out-of-line values are read at offsetBase + offset; the file position is
+// kept across them.
+void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
+                          uint32_t* rowCount, DirectoryOrder order, const MakerTable& maker);
+inline void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
+                                 uint32_t* rowCount, int bigEndian, const MakerTable& maker) {
+    DecodeMakerDirectory(file, offsetBase, table, rowCount, DirectoryOrder{bigEndian, bigEndian}, maker);
+}
+
+// Formats for the tags whose value is stored in its own type: text for ASCII
+// and UNDEFINED, numbers for the integer types and rationals (one decimal
+// quotient each), separated by spaces.
+void FormatGenericValue(const MakerEntry& e);
+// One rational at offset base + offset: the numerator when the denominator
+// is 0 or 1, otherwise the quotient with two decimals.
+void FormatRational(const MakerEntry& e);
+
+// Writes a printf-formatted value text (cut to the row's 255 bytes).
+void SetValuef(exif::TagRecord& row, const char* format, ...)
+#if defined(__GNUC__)
+    __attribute__((format(printf, 2, 3)))
+#endif
+    ;
+
+}  // namespace makernotes

@@ -1,0 +1,34 @@
+// Every bound the maker-note decoders put on what they read, each with its
+// reason. The table's own capacities are in exif/tag_record.h.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace makernotes {
+
+// A maker's directory is decoded only while rows + entries stay below this:
+// the one guard against a corrupt entry count, and it keeps every maker row
+// below the 256 rows whose long values the table frees.
+constexpr uint32_t kMakerNoteRowLimit = 256;
+
+// The first bytes of a note that name its maker ("Nikon", "OLYMP", "QVC"...).
+constexpr size_t kMakerNotePrefixSize = 5;
+
+// Rows of the Pentax lens table that a lookup scans: the last two rows of
+// the table are kept as data but are never answered.
+constexpr size_t kPentaxLensScanRows = 147;
+
+// Bytes of a Panasonic face record read for its text: the record is short
+// and only bytes 4 to 23 are shown.
+constexpr uint32_t kFaceInfoReadLimit = 256;
+constexpr size_t kFaceInfoTextStart = 4;
+constexpr size_t kFaceInfoTextBytes = 20;
+
+// Numbers a generic value lists (a SHORT or LONG array): more would not fit
+// the 255-byte value text anyway.
+constexpr uint32_t kGenericNumbersLimit = 64;
+// Rationals a generic value lists.
+constexpr uint32_t kGenericRationalsLimit = 8;
+
+}  // namespace makernotes

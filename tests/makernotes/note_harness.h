@@ -1,0 +1,97 @@
+// Runs the dispatch or one decoder over a note written into a small TIFF
+// (the note at fixture::kNoteOffset, offsets counting from the TIFF header).
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "exif/tag_record.h"
+#include "fixture/fixture.h"
+#include "fixture/makernote_fixture.h"
+#include "makernotes/makernote_dispatch.h"
+#include "platform/platform.h"
+
+namespace notetest {
+
+using fixture::ByteOrder;
+using fixture::Bytes;
+
+struct Row {
+    uint32_t tag;
+    std::string name, value;
+};
+
+struct Decoded {
+    std::unique_ptr<exif::TagRecordTable> table = std::make_unique<exif::TagRecordTable>();
+    uint32_t first = 0;  // rows that stood before the note's
+    uint32_t count = 0;
+
+    std::vector<Row> rows() const {
+        std::vector<Row> out;
+        for (uint32_t i = first; i < count; ++i)
+            out.push_back({table->rows[i].tag, table->rows[i].name, table->rows[i].value});
+        return out;
+    }
+    // The value of the first row with this tag; "<no row>" when there is none.
+    std::string value(uint32_t tag) const {
+        for (const Row& r : rows())
+            if (r.tag == tag) return r.value;
+        return "<no row>";
+    }
+    // Every entry's tag is written into the row at the count before the
+    // maker is asked for it: with no rows named, this is the last tag read.
+    uint32_t lastTagRead() const { return table->rows[count].tag; }
+};
+
+// A table with `filler` data rows and then a Make row (when make is given).
+inline Decoded TableWithMake(const std::string& make, uint32_t filler = 0) {
+    Decoded d;
+    for (; d.count < filler; ++d.count) {
+        d.table->rows[d.count].tag = 1;
+        std::strcpy(d.table->rows[d.count].name, "filler");
+    }
+    if (!make.empty()) {
+        exif::TagRecord& row = d.table->rows[d.count++];
+        row.tag = 271;
+        std::strcpy(row.name, "Make");
+        std::strncpy(row.value, make.c_str(), 255);
+    }
+    d.first = d.count;
+    return d;
+}
+
+template <typename Run>
+void WithNoteFile(ByteOrder order, const Bytes& note, Run run) {
+    fixture::TempDir dir;
+    auto file = platform::OpenFile(dir.Write("note.tif", fixture::MakerNoteTiff(order, note)),
+                                   platform::FileMode::kRead);
+    ASSERT_TRUE(file);
+    run(*file);
+}
+
+inline int IsBig(ByteOrder order) { return order == ByteOrder::kBig; }
+
+// The whole hand-over, as the walker makes it.
+inline Decoded DispatchNote(ByteOrder order, const std::string& make, const Bytes& note, uint32_t filler = 0) {
+    Decoded d = TableWithMake(make, filler);
+    WithNoteFile(order, note, [&](platform::File& file) {
+        makernotes::DispatchMakerNote(file, 0, *d.table, &d.count, IsBig(order), fixture::kNoteOffset, false);
+    });
+    return d;
+}
+
+// One decoder, the file at the note's start + at, offsets from the TIFF header.
+inline Decoded RunDecoder(makernotes::MakerNoteDecoder decoder, ByteOrder order, const Bytes& note, int64_t at) {
+    Decoded d;
+    WithNoteFile(order, note, [&](platform::File& file) {
+        file.Seek(fixture::kNoteOffset + at);
+        decoder(file, 0, *d.table, &d.count, IsBig(order));
+    });
+    return d;
+}
+
+}  // namespace notetest
