@@ -1,18 +1,70 @@
-// The IPTC data exports. Until the IPTC reader lands they answer "nothing"
-// without opening the file.
+// The IPTC data exports: every field of a file's IPTC record as text lines,
+// or one field by dataset number. Both load the record afresh (APP13, a
+// TIFF's IIM block, or a JPEG's XMP) and free it before returning.
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <new>
+
+#include "iptc/iptc_reader.h"
 #include "output_buffer.h"
 #include "plugin_api.h"
 
 namespace vv {
+namespace {
 
-int32_t LoadData_IPTC_W(const char16_t*, char16_t* out, int32_t capacity, int32_t) {
-    ClearWide(out, capacity);
-    return 0;
+// The record is too large for the viewer's stack.
+std::unique_ptr<iptc::IptcData> LoadRecord(const char16_t* path) {
+    if (!path) return nullptr;
+    std::unique_ptr<iptc::IptcData> data(new (std::nothrow) iptc::IptcData);
+    if (!data) return nullptr;
+    iptc::ClearIptcData(*data);
+    if (!iptc::LoadIptcData(path, *data)) return nullptr;
+    return data;
 }
 
-int32_t LoadTag_IPTC_W(const char16_t*, int32_t, char16_t* out, int32_t capacity) {
+// Copies at most `limit` characters, always leaving the output terminated.
+void CopyOut(char16_t* out, int32_t capacity, std::u16string_view text, size_t limit) {
+    if (!out || capacity < 1) return;
+    const size_t n = std::min({text.size(), limit, static_cast<size_t>(capacity) - 1});
+    std::memcpy(out, text.data(), n * sizeof(char16_t));
+    out[n] = 0;
+}
+
+}  // namespace
+
+int32_t LoadData_IPTC_W(const char16_t* path, char16_t* out, int32_t capacity, int32_t mode) {
     ClearWide(out, capacity);
-    return 0;
+    try {
+        auto data = LoadRecord(path);
+        if (!data || !out) return 0;
+        int32_t counter = 0;
+        int32_t entries = 0;
+        char16_t version[iptc::kFieldChars] = {};
+        iptc::SetField(version, iptc::RecordVersionText(*data));
+        entries += iptc::AppendIptcLine(out, version, capacity, counter, iptc::IptcDatasetTable[0].name, 0, mode);
+        for (int row = 1; row <= iptc::kFieldCount; ++row) {
+            const iptc::IptcDatasetRow& r = iptc::IptcDatasetTable[row];
+            entries += iptc::AppendIptcLine(out, data->fields[row - 1], capacity, counter, r.name, r.dataset, mode);
+        }
+        return entries;
+    } catch (...) {
+        return 0;  // nothing may cross the export boundary
+    }
+}
+
+int32_t LoadTag_IPTC_W(const char16_t* path, int32_t dataset, char16_t* out, int32_t capacity) {
+    ClearWide(out, capacity);
+    try {
+        auto data = LoadRecord(path);
+        if (!data) return 0;
+        const std::u16string text = iptc::IptcTagText(*data, dataset);
+        const bool isDate = dataset == iptc::kReleaseDate || dataset == iptc::kCreatedDate;
+        CopyOut(out, capacity, text, isDate ? 16 : iptc::kFieldChars - 1);
+        return 1;
+    } catch (...) {
+        return 0;
+    }
 }
 
 }  // namespace vv

@@ -1,0 +1,188 @@
+#include "iptc_writer.h"
+
+#include <cstring>
+#include <new>
+
+#include "iptc_limits.h"
+#include "platform/platform.h"
+#include "plugin/file_rewrite.h"
+
+namespace iptc {
+namespace {
+
+constexpr char16_t kDefaultError[] = u"Can' write IPTC data.";
+constexpr char16_t kReadOnlyError[] = u"Can't write IPTC data!\n\nThe file: '%s' is read only.";
+constexpr char16_t kOpenError[] = u"Can't open file: %s";
+constexpr char16_t kTempError[] = u"Can't open file for writing: %s";
+constexpr char16_t kCopyError[] = u"Can't write to input file (read only)!";
+constexpr char16_t kMemoryError[] = u"Can't allocate memory";
+constexpr char16_t kTooLargeError[] =
+    u"Can't write IPTC data!\n\nThe IPTC data is too large for a JPEG segment (more than 65535 bytes).";
+constexpr char16_t kChangedError[] =
+    u"Can't write IPTC data!\n\nThe file: '%s' has changed since it was read.";
+constexpr char16_t kIncompleteError[] =
+    u"Can't write IPTC data!\n\nThe temporary file: '%s' could not be written in full.";
+
+// Fields written as one dataset each, in this order, after the record-1
+// datasets; then Supplemental Category (one per line), Priority, Keywords
+// (one per line), Copyright, Contact.
+constexpr int kLeadingFields[] = {
+    kCaption, kCaptionWriter, kHeadline, kSpecialInstructions, kByline, kBylineTitle,
+    kCredit, kSource, kObjectName, kReferenceNumber, kCreatedDate, kCity,
+    kSubLocation, kProvinceState, kCountryCode, kCountry, kTransmissionReference, kCategory,
+};
+// Multi-line fields that stay one dataset: a line break is stored as a lone CR.
+constexpr int kLoneCrFields[] = {kCaption, kHeadline, kSpecialInstructions};
+
+constexpr uint8_t kPhotoshopHeader[] = "Photoshop 3.0";  // with its NUL: 14 bytes
+constexpr size_t kSegmentOverhead = 28;  // length field, header, "8BIM", id, name, size
+
+std::u16string WithPath(std::u16string_view format, std::u16string_view path) {
+    std::u16string text(format);
+    const size_t at = text.find(u"%s");
+    if (at != std::u16string::npos) text.replace(at, 2, path);
+    return text;
+}
+
+// Each CR is kept and the character after it (the LF of CR LF) dropped.
+std::u16string LoneCr(std::u16string_view text) {
+    std::u16string out;
+    for (size_t i = 0; i < text.size(); ++i) {
+        out += text[i];
+        if (text[i] == u'\r') ++i;
+    }
+    return out;
+}
+
+// One dataset per line: the text is cut at each CR, the character after it
+// dropped; empty lines give no dataset.
+void AppendLines(std::vector<uint8_t>& buffer, int dataset, uint32_t& length, std::u16string_view text) {
+    size_t start = 0;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != u'\r') continue;
+        AppendIptcDataset(buffer, dataset, length, text.substr(start, i - start));
+        ++i;
+        start = i + 1;
+    }
+    if (start < text.size()) AppendIptcDataset(buffer, dataset, length, text.substr(start));
+}
+
+void PutU16(std::vector<uint8_t>& out, uint32_t v) {
+    out.push_back(static_cast<uint8_t>(v >> 8));
+    out.push_back(static_cast<uint8_t>(v));
+}
+
+}  // namespace
+
+void AppendIptcDataset(std::vector<uint8_t>& buffer, int dataset, uint32_t& length, std::u16string_view text) {
+    std::string utf8 = platform::Utf16ToUtf8(text);
+    if (utf8.size() > kWrittenTextBytes) {
+        // Cut at a character boundary: never keep half of a UTF-8 sequence.
+        size_t n = kWrittenTextBytes;
+        while (n > 0 && (static_cast<uint8_t>(utf8[n]) & 0xC0) == 0x80) --n;
+        utf8.resize(n);
+    }
+    if (utf8.empty()) return;
+    buffer.push_back(0x1C);
+    buffer.push_back(0x02);
+    buffer.push_back(static_cast<uint8_t>(dataset));
+    PutU16(buffer, static_cast<uint32_t>(utf8.size()));
+    buffer.insert(buffer.end(), utf8.begin(), utf8.end());
+    length += 5 + static_cast<uint32_t>(utf8.size());
+}
+
+std::vector<uint8_t> BuildIptcBlock(const IptcData& data, uint32_t& length) {
+    std::vector<uint8_t> block = {0, 0};
+    uint32_t iim = 0;
+    // Record 1: the character set (ESC % G, UTF-8), then the model version 4.
+    static constexpr uint8_t kRecordOne[] = {0x1C, 0x01, 90, 0x00, 0x03, 0x1B, 0x25, 0x47,
+                                             0x1C, 0x01, 0, 0x00, 0x02, 0x00, 0x04};
+    block.insert(block.end(), std::begin(kRecordOne), std::end(kRecordOne));
+    iim += sizeof kRecordOne;
+
+    auto text = [&](int dataset) { return FieldView(IptcField(data, dataset)); };
+    for (int dataset : kLeadingFields) {
+        bool loneCr = false;
+        for (int f : kLoneCrFields) loneCr |= f == dataset;
+        if (loneCr) AppendIptcDataset(block, dataset, iim, LoneCr(text(dataset)));
+        else AppendIptcDataset(block, dataset, iim, text(dataset));
+    }
+    AppendLines(block, kSupplementalCategory, iim, text(kSupplementalCategory));
+    AppendIptcDataset(block, kPriority, iim, text(kPriority));
+    AppendLines(block, kKeywords, iim, text(kKeywords));
+    AppendIptcDataset(block, kCopyright, iim, text(kCopyright));
+    AppendIptcDataset(block, kContact, iim, text(kContact));
+
+    block[0] = static_cast<uint8_t>(iim >> 8);
+    block[1] = static_cast<uint8_t>(iim);
+    block.push_back(0);
+    length = iim + 2;
+    return block;
+}
+
+int WriteIptcToJpeg(std::u16string_view fileName, uint32_t app13Offset, uint32_t app13Length,
+                    const IptcData& data, std::u16string& errorText) {
+    errorText = kDefaultError;
+    if (platform::IsReadOnly(fileName)) {
+        errorText = WithPath(kReadOnlyError, fileName);
+        return 0;
+    }
+    try {
+        uint32_t blockLength = 0;
+        const std::vector<uint8_t> block = BuildIptcBlock(data, blockLength);
+        if (blockLength < 3 && app13Length == 0) return 1;
+        const uint32_t iim = blockLength - 2;
+        if (iim > kMaxSegmentLength - kSegmentOverhead - 1) {
+            errorText = kTooLargeError;
+            return 0;
+        }
+        const bool pad = (iim + kSegmentOverhead) % 2 != 0;
+        const uint32_t segmentLength = iim + static_cast<uint32_t>(kSegmentOverhead) + (pad ? 1 : 0);
+
+        std::vector<uint8_t> segment = {0xFF, 0xED};
+        PutU16(segment, segmentLength);
+        segment.insert(segment.end(), std::begin(kPhotoshopHeader), std::end(kPhotoshopHeader));
+        segment.insert(segment.end(), {'8', 'B', 'I', 'M', 0x04, 0x04, 0x00, 0x00});
+        PutU16(segment, 0);
+        PutU16(segment, iim);
+        segment.insert(segment.end(), block.begin() + 2, block.begin() + 2 + iim + (pad ? 1 : 0));
+
+        // The old segment (or the start-of-image marker) must still be where
+        // it was measured, or the head and tail copies would cut the file
+        // in the wrong places.
+        vv::FileRewrite rewrite;
+        rewrite.path = fileName;
+        rewrite.insert = segment.data();
+        rewrite.insertLength = segment.size();
+        rewrite.keepDate = data.keepOrgDate != 0;
+        rewrite.expect.push_back({0, {0xFF, 0xD8}});
+        if (app13Length != 0) {
+            rewrite.headLength = app13Offset;
+            rewrite.tailOffset = uint64_t{app13Offset} + 2 + app13Length;
+            rewrite.expect.push_back({app13Offset,
+                                      {0xFF, 0xED, static_cast<uint8_t>(app13Length >> 8),
+                                       static_cast<uint8_t>(app13Length)}});
+        } else {
+            rewrite.headLength = 2;
+            rewrite.tailOffset = 2;
+        }
+
+        std::u16string tempPath;
+        switch (vv::RewriteFile(rewrite, tempPath)) {
+            case vv::RewriteStatus::kDone: return 1;
+            case vv::RewriteStatus::kReadOnly: errorText = WithPath(kReadOnlyError, fileName); break;
+            case vv::RewriteStatus::kCantOpenSource: errorText = WithPath(kOpenError, fileName); break;
+            case vv::RewriteStatus::kSourceChanged: errorText = WithPath(kChangedError, fileName); break;
+            case vv::RewriteStatus::kCantOpenTemp: errorText = WithPath(kTempError, tempPath); break;
+            case vv::RewriteStatus::kTempIncomplete: errorText = WithPath(kIncompleteError, tempPath); break;
+            case vv::RewriteStatus::kCopyFailed: errorText = kCopyError; break;
+            case vv::RewriteStatus::kNoMemory: errorText = kMemoryError; break;
+        }
+        return 0;
+    } catch (const std::bad_alloc&) {
+        errorText = kMemoryError;
+        return 0;
+    }
+}
+
+}  // namespace iptc

@@ -1,0 +1,120 @@
+#include "metadata_segment.h"
+
+#include <cstring>
+
+#include "iptc_limits.h"
+#include "platform/platform.h"
+
+namespace iptc {
+namespace {
+
+// Only the first 24 bytes of "http://ns.adobe.com/xap/1.0/\0" are compared;
+// they already tell the main packet from the extended-XMP segments
+// ("http://ns.adobe.com/xmp/extension/").
+constexpr char kXmpNamespace[] = "http://ns.adobe.com/xap/1.0/";
+constexpr size_t kXmpCompareBytes = 24;
+
+bool ReadU16(platform::File& file, bool bigEndian, uint16_t& value) {
+    uint8_t b[2];
+    if (!file.ReadExact(b, 2)) return false;
+    value = bigEndian ? static_cast<uint16_t>(b[0] << 8 | b[1]) : static_cast<uint16_t>(b[1] << 8 | b[0]);
+    return true;
+}
+
+bool ReadU32(platform::File& file, bool bigEndian, uint32_t& value) {
+    uint8_t b[4];
+    if (!file.ReadExact(b, 4)) return false;
+    value = bigEndian ? (uint32_t{b[0]} << 24 | uint32_t{b[1]} << 16 | uint32_t{b[2]} << 8 | b[3])
+                      : (uint32_t{b[3]} << 24 | uint32_t{b[2]} << 16 | uint32_t{b[1]} << 8 | b[0]);
+    return true;
+}
+
+// The value offset of the IPTC-NAA entry of the first directory, 0 for none.
+uint32_t FindTiffIptcOffset(platform::File& file, bool bigEndian) {
+    uint32_t ifd = 0;
+    uint16_t count = 0;
+    if (!file.Seek(4) || !ReadU32(file, bigEndian, ifd) || ifd == 0) return 0;
+    if (!file.Seek(ifd) || !ReadU16(file, bigEndian, count)) return 0;
+    const uint32_t entries = count < kTiffEntryLimit ? count : kTiffEntryLimit;
+    for (uint32_t i = 0; i < entries; ++i) {
+        uint8_t entry[12];
+        if (!file.ReadExact(entry, sizeof entry)) return 0;
+        const uint16_t tag = bigEndian ? static_cast<uint16_t>(entry[0] << 8 | entry[1])
+                                       : static_cast<uint16_t>(entry[1] << 8 | entry[0]);
+        if (tag != kTiffIptcTag) continue;
+        const uint8_t* v = entry + 8;
+        return bigEndian ? (uint32_t{v[0]} << 24 | uint32_t{v[1]} << 16 | uint32_t{v[2]} << 8 | v[3])
+                         : (uint32_t{v[3]} << 24 | uint32_t{v[2]} << 16 | uint32_t{v[1]} << 8 | v[0]);
+    }
+    return 0;
+}
+
+// Reads `length` bytes from `offset` into a zero-filled buffer with slack.
+std::vector<uint8_t> ReadBlock(platform::File& file, int64_t offset, uint32_t length) {
+    std::vector<uint8_t> buffer(size_t{length} + kSegmentSlack, 0);
+    if (file.Seek(offset)) file.Read(buffer.data(), length);  // a short read leaves zeros
+    return buffer;
+}
+
+// The file offset of the chosen JPEG segment's 0xFF byte, or -1.
+int64_t FindJpegSegment(platform::File& file, uint8_t marker, bool xmpOnly) {
+    int64_t position = 2;
+    for (;;) {
+        uint8_t m[2];
+        if (!file.Seek(position) || !file.ReadExact(m, 2)) return -1;
+        if (m[0] == 0xFF && m[1] == 0xD8) {
+            position += 2;
+            continue;
+        }
+        // A comment behind the start of scan would lie in entropy-coded data
+        // that only looks like segments; the comment reader stops there too.
+        if (marker == kComMarker && m[0] == 0xFF && (m[1] == 0xDA || m[1] == 0xD9)) return -1;
+        uint16_t length = 0;
+        if (m[0] != 0xFF || !ReadU16(file, true, length) || length < 3) return -1;
+        if (m[1] == marker) {
+            if (marker != kApp1Marker) return position;
+            char id[kXmpCompareBytes] = {};
+            file.Read(id, sizeof id);
+            const bool match = xmpOnly ? std::memcmp(id, kXmpNamespace, kXmpCompareBytes) == 0
+                                       : std::memcmp(id, "Exif", 4) == 0;
+            if (match) return position;
+        }
+        position += 2 + int64_t{length};
+    }
+}
+
+}  // namespace
+
+std::vector<uint8_t> LoadMetadataSegment(std::u16string_view fileName, uint32_t& length,
+                                         uint32_t& offset, uint8_t marker, bool sizeOnly,
+                                         int32_t* isTiff, bool xmpOnly) {
+    length = 0;
+    offset = 0;
+    if (isTiff) *isTiff = 0;
+    auto file = platform::OpenFile(fileName, platform::FileMode::kRead);
+    if (!file) return {};
+
+    uint8_t start[2];
+    if (!file->ReadExact(start, 2)) return {};
+    if ((start[0] == 'I' && start[1] == 'I') || (start[0] == 'M' && start[1] == 'M')) {
+        if (isTiff) *isTiff = 1;
+        if (marker != kApp13Marker) return {};
+        const uint32_t iim = FindTiffIptcOffset(*file, start[0] == 'M');
+        if (iim == 0) return {};
+        length = kTiffIptcBlockLength;
+        offset = iim;
+        if (sizeOnly) return {};
+        return ReadBlock(*file, iim, kTiffIptcBlockLength);
+    }
+
+    const int64_t position = FindJpegSegment(*file, marker, xmpOnly);
+    if (position < 0 || position > 0xFFFFFFFF) return {};
+    uint16_t stored = 0;
+    if (!file->Seek(position + 2) || !ReadU16(*file, true, stored) || stored < 3) return {};
+    length = stored;
+    offset = static_cast<uint32_t>(position);
+    if (sizeOnly) return {};
+    return ReadBlock(*file, position + 2, stored);
+}
+
+}  // namespace iptc

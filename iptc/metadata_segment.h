@@ -1,0 +1,41 @@
+// Fetching one metadata segment of an image file: the first APP13 (IPTC),
+// the first XMP or Exif APP1, or the first segment of any other marker (the
+// comment writer asks for COM, 0xFE) of a JPEG; or the IPTC-NAA block of a
+// TIFF's first directory.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace iptc {
+
+constexpr uint8_t kApp1Marker = 0xE1;
+constexpr uint8_t kApp13Marker = 0xED;
+constexpr uint8_t kComMarker = 0xFE;
+constexpr uint16_t kTiffIptcTag = 33723;
+
+// Finds the segment and reads it.
+//
+// JPEG: `length` receives the segment's stored length field (its own two
+// bytes included), `offset` the file offset of the segment's 0xFF byte, and
+// the result holds `length` bytes starting at the length field, followed by
+// zero bytes (kSegmentSlack of them; the tail is zero too when the file ends
+// early). APP1 is taken only when its payload starts with the XMP namespace
+// identifier (xmpOnly) or with "Exif"; any other marker takes the first
+// segment. The walk starts at offset 2 and gives up on the first byte pair
+// that is not a marker, a length below 3, or the end of the file.
+//
+// TIFF (the file starts "II" or "MM"): `isTiff` is set to 1; only the APP13
+// request finds anything: the IIM bytes at the value offset of tag 33723 in
+// the first directory, `length` = kTiffIptcBlockLength, `offset` = that
+// value offset.
+//
+// With sizeOnly nothing is read: only the outputs are set. The result is
+// empty when nothing was found (outputs 0) or with sizeOnly. `isTiff` may be
+// null. Never reads outside the file or the returned buffer.
+std::vector<uint8_t> LoadMetadataSegment(std::u16string_view fileName, uint32_t& length,
+                                         uint32_t& offset, uint8_t marker, bool sizeOnly,
+                                         int32_t* isTiff, bool xmpOnly);
+
+}  // namespace iptc

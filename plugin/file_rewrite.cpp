@@ -1,0 +1,122 @@
+#include "file_rewrite.h"
+
+#include <algorithm>
+#include <memory>
+#include <new>
+
+#include "platform/platform.h"
+
+namespace vv {
+namespace {
+
+constexpr size_t kCopyChunk = 64 * 1024;
+
+bool Matches(platform::File& file, const ExpectedBytes& expected) {
+    std::vector<uint8_t> found(expected.bytes.size());
+    if (!file.Seek(static_cast<int64_t>(expected.offset))) return false;
+    return file.ReadExact(found.data(), found.size()) && found == expected.bytes;
+}
+
+// Copies `count` bytes (or, with count < 0, everything up to the end) from
+// the source's current position. False on a short read of a fixed count or
+// on a short write.
+bool CopyBytes(platform::File& from, platform::File& to, int64_t count, std::vector<uint8_t>& chunk,
+               uint64_t& written) {
+    for (;;) {
+        size_t want = chunk.size();
+        if (count >= 0) {
+            if (count == 0) return true;
+            if (static_cast<uint64_t>(count) < want) want = static_cast<size_t>(count);
+        }
+        const size_t got = from.Read(chunk.data(), want);
+        if (got == 0) return count < 0;
+        if (!to.WriteAll(chunk.data(), got)) return false;
+        written += got;
+        if (count >= 0) count -= static_cast<int64_t>(got);
+    }
+}
+
+RewriteStatus BuildTemp(const FileRewrite& r, platform::File& source, int64_t sourceSize,
+                        const std::u16string& tempPath) {
+    std::vector<uint8_t> chunk;
+    try {
+        chunk.resize(kCopyChunk);
+    } catch (const std::bad_alloc&) {
+        return RewriteStatus::kNoMemory;
+    }
+    auto temp = platform::OpenFile(tempPath, platform::FileMode::kWrite);
+    if (!temp) return RewriteStatus::kCantOpenTemp;
+
+    uint64_t written = 0;
+    if (!source.Seek(0) || !CopyBytes(source, *temp, static_cast<int64_t>(r.headLength), chunk, written))
+        return RewriteStatus::kSourceChanged;
+    if (r.insertLength && !temp->WriteAll(r.insert, r.insertLength)) return RewriteStatus::kTempIncomplete;
+    written += r.insertLength;
+    const uint64_t available =
+        r.tailOffset < static_cast<uint64_t>(sourceSize) ? static_cast<uint64_t>(sourceSize) - r.tailOffset : 0;
+    const uint64_t fromSource = r.tailLength < 0 ? available : std::min(available, uint64_t(r.tailLength));
+    if (fromSource > 0) {
+        const int64_t count = r.tailLength < 0 ? -1 : static_cast<int64_t>(fromSource);
+        if (!source.Seek(static_cast<int64_t>(r.tailOffset)) || !CopyBytes(source, *temp, count, chunk, written))
+            return RewriteStatus::kTempIncomplete;
+    }
+    if (r.tailLength > 0 && uint64_t(r.tailLength) > fromSource) {
+        std::fill(chunk.begin(), chunk.end(), uint8_t{0});
+        for (uint64_t zeros = uint64_t(r.tailLength) - fromSource; zeros > 0;) {
+            const size_t n = static_cast<size_t>(std::min<uint64_t>(zeros, chunk.size()));
+            if (!temp->WriteAll(chunk.data(), n)) return RewriteStatus::kTempIncomplete;
+            written += n;
+            zeros -= n;
+        }
+    }
+    if (!temp->Flush()) return RewriteStatus::kTempIncomplete;
+    temp.reset();
+
+    // A full disk or a quota can leave the file short without a failed call.
+    auto check = platform::OpenFile(tempPath, platform::FileMode::kRead);
+    if (!check || check->Size() != static_cast<int64_t>(written)) return RewriteStatus::kTempIncomplete;
+    return RewriteStatus::kDone;
+}
+
+}  // namespace
+
+std::u16string RewriteTempPath() {
+    std::u16string folder = platform::TempFolder();
+    if (folder.empty() || (folder.back() != u'\\' && folder.back() != u'/')) folder += platform::kPathSeparator;
+    return folder + kRewriteTempName;
+}
+
+RewriteStatus RewriteFile(const FileRewrite& r, std::u16string& tempPath) {
+    tempPath = RewriteTempPath();
+    if (platform::IsReadOnly(r.path)) return RewriteStatus::kReadOnly;
+    // Taken before reading, so that our own reading does not count as an access.
+    platform::FileTimes times;
+    const bool haveTimes = r.keepDate && platform::GetFileTimes(r.path, times);
+
+    RewriteStatus status;
+    {
+        auto source = platform::OpenFile(r.path, platform::FileMode::kRead);
+        if (!source) return RewriteStatus::kCantOpenSource;
+        const int64_t size = source->Size();
+        if (size < 0) return RewriteStatus::kCantOpenSource;
+        if (r.headLength > static_cast<uint64_t>(size)) return RewriteStatus::kSourceChanged;
+        for (const ExpectedBytes& e : r.expect)
+            if (!Matches(*source, e)) return RewriteStatus::kSourceChanged;
+        status = BuildTemp(r, *source, size, tempPath);
+    }  // both files are closed before the copy
+    if (status != RewriteStatus::kDone) {
+        if (status != RewriteStatus::kCantOpenTemp) platform::RemoveFile(tempPath);
+        return status;
+    }
+
+    if (haveTimes) platform::SetFileTimes(tempPath, times);
+    if (!platform::CopyFileOver(tempPath, r.path)) {
+        platform::RemoveFile(tempPath);
+        return RewriteStatus::kCopyFailed;
+    }
+    if (haveTimes) platform::SetFileTimes(r.path, times);
+    platform::RemoveFile(tempPath);
+    return RewriteStatus::kDone;
+}
+
+}  // namespace vv

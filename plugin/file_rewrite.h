@@ -1,0 +1,63 @@
+// Rewriting an image file with one byte range replaced, the way every writer
+// of the plug-in changes a file (the IPTC, comment and EXIF writers).
+//
+// The new file is built beside nothing the user owns: "VantaviewTemp.jpg" in
+// the system temporary folder. Only when it was written in full (its size on
+// disk is the number of bytes written) is it copied over the original; on
+// every failure before that copy the original is untouched, byte for byte.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vv {
+
+inline constexpr char16_t kRewriteTempName[] = u"VantaviewTemp.jpg";
+
+// Bytes the original must hold at an offset for the rewrite to go ahead: the
+// writer's proof that the positions it measured earlier still describe the
+// file (it may have changed since it was read).
+struct ExpectedBytes {
+    uint64_t offset = 0;
+    std::vector<uint8_t> bytes;
+};
+
+struct FileRewrite {
+    std::u16string_view path;
+    uint64_t headLength = 0;                 // bytes copied from the start of the original
+    const uint8_t* insert = nullptr;         // then these bytes
+    size_t insertLength = 0;
+    uint64_t tailOffset = 0;                 // then the original from here to its end (nothing
+                                             // when at or past the end)
+    int64_t tailLength = -1;                 // 0 or more: exactly this many tail bytes instead,
+                                             // zeros standing for any beyond the original's end
+    std::vector<ExpectedBytes> expect;
+    bool keepDate = false;                   // the result keeps the original's three file times
+};
+
+enum class RewriteStatus {
+    kDone,
+    kReadOnly,        // the original has the read-only attribute; nothing was opened
+    kCantOpenSource,  // the original cannot be opened for reading (gone, locked)
+    kSourceChanged,   // the original is shorter than headLength, or an expectation failed
+    kCantOpenTemp,    // the temporary file cannot be created
+    kTempIncomplete,  // writing the temporary file failed or it came out short
+    kCopyFailed,      // copying the temporary file over the original failed
+    kNoMemory,
+};
+
+// Performs the rewrite. `tempPath` receives the temporary file's full path
+// (for messages). The temporary file is removed on every outcome once it was
+// created. With keepDate the original's creation, last-access and last-write
+// times (as they were before this call read the file) are put on the
+// temporary file before the copy, and once more on the original after it,
+// because a copy does not carry all three everywhere.
+RewriteStatus RewriteFile(const FileRewrite& rewrite, std::u16string& tempPath);
+
+// The temporary file's path: the temporary folder (a separator added when it
+// lacks one) and kRewriteTempName.
+std::u16string RewriteTempPath();
+
+}  // namespace vv
