@@ -1,11 +1,43 @@
 // vvmeta's native backend: the portable core, linked in.
 #include <cstdio>
 
+#include "../comment/comment_limits.h"
+#include "../comment/comment_reader.h"
+#include "../comment/comment_settings.h"
+#include "../comment/comment_writer.h"
 #include "../platform/platform.h"
 #include "../plugin/plugin_api.h"
 #include "plugin_host.h"
 
 namespace vvmeta {
+namespace {
+
+// What the comment dialog shows: a PNG's text (ANSI), else the JPEG comment
+// converted by the settings' conversion mode.
+int ReadComment(const std::u16string& file, const std::u16string& settings, std::u16string& text) {
+    char bytes[comment::kOldCommentBytes];
+    if (comment::ReadPngComment(file, bytes, sizeof bytes, 0) > 0) {
+        text = platform::AnsiToUtf16(bytes);
+        return 1;
+    }
+    if (!comment::ReadJpegComments(file, bytes, sizeof bytes)) return 0;
+    text = comment::ConvertCommentText(bytes, comment::ReadCommentSettings(settings).conversion);
+    return 1;
+}
+
+int WriteComment(const std::u16string& files, const std::u16string& text, const std::u16string& settings,
+                 std::string& errors) {
+    comment::CommentJob job;
+    job.text = text;
+    job.settingsPath = settings;
+    job.settings = comment::ReadCommentSettings(settings);
+    auto collect = [&errors](std::u16string_view e) { errors += platform::Utf16ToUtf8(e) + "\n"; };
+    if (files.find(u'|') == std::u16string::npos)
+        return comment::WriteCommentToFile(files, job, collect) ? 0 : 1;
+    return comment::WriteCommentBatch(files, job, collect).failed;
+}
+
+}  // namespace
 
 bool LoadPlugin(PluginApi& api, std::string&) {
     api.GetPlugInInfo = vv::GetPlugInInfo;
@@ -15,6 +47,8 @@ bool LoadPlugin(PluginApi& api, std::string&) {
     api.LoadData_IPTC_W = vv::LoadData_IPTC_W;
     api.LoadTag_IPTC_W = vv::LoadTag_IPTC_W;
     api.Load_Comment_W = vv::Load_Comment_W;
+    api.ReadComment = ReadComment;
+    api.WriteComment = WriteComment;
     return true;
 }
 

@@ -20,7 +20,7 @@ const char* const kExportNames[13] = {
 
 namespace {
 
-constexpr int kExitOk = 0, kExitUnreadable = 1, kExitUsage = 2;
+constexpr int kExitOk = 0, kExitUnreadable = 1, kExitUsage = 2, kExitNotAvailable = 3;
 constexpr int32_t kDefaultCapacity = 262144;
 
 const char kUsage[] =
@@ -39,9 +39,18 @@ const char kUsage[] =
     "  iptc [--mode N] FILE          IPTC lines in mode N (default 3)\n"
     "  iptctag DATASET FILE          one IPTC dataset by number\n"
     "  comment [--formats LIST] FILE the comment export (LIST default \";PNG;\")\n"
+    "  readcomment [--settings INI] FILE\n"
+    "                                the JPEG comment or PNG text as the comment dialog shows it\n"
+    "  writecomment [--settings INI] TEXT FILES\n"
+    "                                writes TEXT as the JPEG comment of FILES, one path or a list\n"
+    "                                of paths each followed by \"|\"; TEXT may hold placeholders\n"
+    "                                (docs/placeholders.md); INI supplies the comment settings\n"
+    "                                (section IPTC: JPGComConversion, JPGComKeepOrgDate,\n"
+    "                                JPGComClearSpaces, JPGComAppend)\n"
     "\n"
     "options: --capacity N sets the output buffer size in characters (default 262144); --help\n"
-    "exit codes: 0 done, 1 the file cannot be read or the plug-in cannot be loaded, 2 bad usage\n";
+    "exit codes: 0 done, 1 the file cannot be read or written or the plug-in cannot be loaded,\n"
+    "2 bad usage, 3 readcomment/writecomment through Metadata.dll (it has no export for them)\n";
 
 std::string Utf8(const std::u16string& s) { return platform::Utf16ToUtf8(s); }
 
@@ -66,6 +75,7 @@ struct Options {
     long long capacity = kDefaultCapacity;
     long long format = 0;
     std::u16string formats = u";PNG;";
+    std::u16string settings;
     bool help = false;
 };
 
@@ -80,6 +90,7 @@ bool ParseOptions(const std::vector<std::u16string>& args, Options& o) {
         else if (a == "--capacity") { if (!number(o.capacity)) return false; }
         else if (a == "--format") { if (!number(o.format)) return false; }
         else if (a == "--formats") { if (i + 1 >= args.size()) return false; o.formats = args[++i]; }
+        else if (a == "--settings") { if (i + 1 >= args.size()) return false; o.settings = args[++i]; }
         else if (a.size() > 2 && a.rfind("--", 0) == 0) return false;
         else if (o.command.empty()) o.command = a;
         else o.positional.push_back(args[i]);
@@ -159,6 +170,22 @@ public:
         return kExitOk;
     }
 
+    int ReadComment(const std::u16string& file, const std::u16string& settings) {
+        if (!api_.ReadComment) return NotAvailable();
+        std::u16string text;
+        if (!api_.ReadComment(file, settings, text)) return kExitUnreadable;
+        WriteOut(text.empty() ? "" : Utf8(text) + "\n");
+        return kExitOk;
+    }
+
+    int WriteComment(const std::u16string& files, const std::u16string& text, const std::u16string& settings) {
+        if (!api_.WriteComment) return NotAvailable();
+        std::string errors;
+        const int failed = api_.WriteComment(files, text, settings, errors);
+        WriteErr(errors);
+        return failed ? kExitUnreadable : kExitOk;
+    }
+
     int Show(const std::u16string& file, long long capacity) {
         WriteOut("== EXIF ==\n");
         Exif(file, 3, capacity);
@@ -170,6 +197,10 @@ public:
     }
 
 private:
+    int NotAvailable() {
+        WriteErr(std::string("vvmeta: not available through ") + PluginOrigin() + " (no export for it)\n");
+        return kExitNotAvailable;
+    }
     static size_t Capacity(long long capacity) { return capacity > 0 ? static_cast<size_t>(capacity) : 1; }
     const PluginApi& api_;
 };
@@ -183,7 +214,8 @@ int Run(const std::vector<std::u16string>& args) {
     if (o.help) { WriteOut(kUsage); return kExitOk; }
     if (o.command.empty()) { WriteErr(kUsage); return kExitUsage; }
 
-    static const char* const kFileCommands[] = {"show", "exif", "tag", "exifinfo", "iptc", "iptctag", "comment"};
+    static const char* const kFileCommands[] = {"show",    "exif",    "tag",         "exifinfo",    "iptc",
+                                                "iptctag", "comment", "readcomment", "writecomment"};
     bool known = o.command == "info" || o.command == "exports";
     for (const char* c : kFileCommands) known = known || o.command == c;
     if (!known) {  // "vvmeta FILE" is "vvmeta show FILE"
@@ -191,13 +223,13 @@ int Run(const std::vector<std::u16string>& args) {
         o.command = "show";
     }
     const size_t wanted = (o.command == "info" || o.command == "exports") ? 0
-                        : (o.command == "tag" || o.command == "iptctag") ? 2 : 1;
+                        : (o.command == "tag" || o.command == "iptctag" || o.command == "writecomment") ? 2 : 1;
     if (o.positional.size() != wanted || o.capacity > (1 << 24) || o.capacity < -2) {
         WriteErr(std::string("vvmeta: bad arguments\n") + kUsage);
         return kExitUsage;
     }
     long long number = 0;
-    if (wanted == 2 && !ParseInt(o.positional[0], number)) {
+    if (wanted == 2 && o.command != "writecomment" && !ParseInt(o.positional[0], number)) {
         WriteErr("vvmeta: not a number: " + Utf8(o.positional[0]) + "\n");
         return kExitUsage;
     }
@@ -213,6 +245,7 @@ int Run(const std::vector<std::u16string>& args) {
     if (o.command == "exports") return run.Exports();
 
     const std::u16string& file = o.positional.back();
+    if (o.command == "writecomment") return run.WriteComment(file, o.positional[0], o.settings);
     if (!platform::OpenFile(file, platform::FileMode::kRead)) {
         WriteErr("vvmeta: cannot read " + Utf8(file) + "\n");
         return kExitUnreadable;
@@ -223,6 +256,7 @@ int Run(const std::vector<std::u16string>& args) {
     if (o.command == "exifinfo") return run.ExifInfo(file, o.format);
     if (o.command == "iptc") return run.Iptc(file, o.mode, o.capacity);
     if (o.command == "iptctag") return run.IptcTag(file, number, o.capacity);
+    if (o.command == "readcomment") return run.ReadComment(file, o.settings);
     return run.Comment(file, o.formats, o.capacity);
 }
 

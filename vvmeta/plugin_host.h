@@ -18,6 +18,14 @@ struct PluginApi {
     int32_t (*LoadData_IPTC_W)(const char16_t*, char16_t*, int32_t, int32_t) = nullptr;
     int32_t (*LoadTag_IPTC_W)(const char16_t*, int32_t, char16_t*, int32_t) = nullptr;
     int32_t (*Load_Comment_W)(const char16_t*, char16_t*, int32_t, int32_t, const char16_t*) = nullptr;
+    // The comment reader and writer behind the comment dialog. Metadata.dll
+    // has no export for them, so they are set in the native build only.
+    // Read: the JPEG comment or PNG text of a file; 0 when it cannot be read.
+    int (*ReadComment)(const std::u16string& file, const std::u16string& settings, std::u16string& text) = nullptr;
+    // Write: one file, or every file of a "|"-list; the number of files that
+    // failed (their messages appended to `errors`, one per line).
+    int (*WriteComment)(const std::u16string& files, const std::u16string& text, const std::u16string& settings,
+                        std::string& errors) = nullptr;
 };
 
 // The thirteen export names, in the order of the export table.

@@ -1,0 +1,261 @@
+#include "comment_reader.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+#include "comment_limits.h"
+#include "comment_settings.h"
+#include "platform/platform.h"
+
+namespace comment {
+namespace {
+
+constexpr uint8_t kMarkerStart = 0xFF;
+constexpr uint8_t kSoi = 0xD8;
+constexpr uint8_t kSos = 0xDA;
+constexpr uint8_t kEoi = 0xD9;
+constexpr uint8_t kCom = 0xFE;
+
+uint32_t BigEndian32(const uint8_t* b) {
+    return uint32_t{b[0]} << 24 | uint32_t{b[1]} << 16 | uint32_t{b[2]} << 8 | b[3];
+}
+
+// Appends to a zero-filled text of fixed capacity, always leaving a terminator.
+class TextSink {
+public:
+    TextSink(char* text, size_t capacity) : text_(text), capacity_(capacity) {}
+    void Put(const uint8_t* bytes, size_t n) {
+        const size_t room = capacity_ > used_ + 1 ? capacity_ - used_ - 1 : 0;
+        n = std::min(n, room);
+        std::memcpy(text_ + used_, bytes, n);
+        used_ += n;
+    }
+    void Put(const char* text) { Put(reinterpret_cast<const uint8_t*>(text), std::strlen(text)); }
+
+private:
+    char* text_;
+    size_t capacity_;
+    size_t used_ = 0;
+};
+
+// One tEXt / iTXt chunk as the walk found it.
+struct PngTextChunk {
+    int64_t position;  // file offset of the chunk data
+    uint32_t length;
+};
+
+bool UsablePngChunk(const PngTextChunk& c) {
+    return c.position > 4 && c.length >= 1 && c.length <= kPngTextTotalMax;
+}
+
+// One line of chunk data: "keyword: text", or the text alone without a keyword.
+//
+//   tEXt   keyword NUL text
+//   iTXt   keyword NUL flag method language NUL translated-keyword NUL text
+//
+// The NUL run after the keyword is skipped, so an uncompressed iTXt with empty
+// language and translated keyword reads like tEXt; a language tag, when
+// present, stands where the text would.
+void AppendPngLine(const uint8_t* data, size_t n, TextSink& sink) {
+    size_t keyword = 0;
+    while (keyword < n && data[keyword] != 0) ++keyword;
+    if (keyword > 0) {
+        sink.Put(data, std::min(keyword, kPngKeywordShown));
+        sink.Put(": ");
+    }
+    size_t start = keyword;
+    while (start < n && data[start] == 0) ++start;
+    size_t end = start;
+    while (end < n && data[end] != 0) ++end;
+    sink.Put(data + start, end - start);
+}
+
+}  // namespace
+
+void AppendWithCrLf(const char* source, char* target, size_t targetCapacity, size_t count) {
+    if (!source || !target || count < 2 || targetCapacity < 3) return;
+    size_t length = strnlen(target, targetCapacity);
+    if (length == targetCapacity) return;
+    const size_t limit = targetCapacity - 2;
+    bool afterCr = false;
+    for (size_t i = 0; i < count && length < limit; ++i) {
+        const char c = source[i];
+        if (c == '\r') {
+            target[length++] = '\r';
+            target[length++] = '\n';
+        } else if (c == '\n') {
+            if (!afterCr) {
+                target[length++] = '\r';
+                target[length++] = '\n';
+            }
+        } else if (c != '\0') {
+            target[length++] = c;
+        }
+        afterCr = c == '\r';
+    }
+    target[length] = '\0';
+}
+
+int ReadJpegComments(std::u16string_view fileName, char* out, size_t capacity) {
+    if (out && capacity > 0) std::memset(out, 0, capacity);
+    auto file = platform::OpenFile(fileName, platform::FileMode::kRead);
+    if (!file) return 0;
+    if (!out || capacity == 0 || !file->Seek(2)) return 1;
+
+    int comments = 0;
+    for (;;) {
+        uint8_t marker[2], len[2];
+        if (!file->ReadExact(marker, 2) || marker[0] != kMarkerStart) break;
+        if (marker[1] == kSoi) continue;
+        if (marker[1] == kSos || marker[1] == kEoi) break;
+        if (!file->ReadExact(len, 2)) break;
+        const size_t length = size_t{len[0]} << 8 | len[1];
+        // A length below 2 cannot count itself; walking on would step backwards.
+        if (length < 2) break;
+        if (marker[1] != kCom) {
+            if (!file->Seek(static_cast<int64_t>(length) - 2, platform::SeekFrom::kCurrent)) break;
+            continue;
+        }
+        if (comments > 0) AppendWithCrLf("\r\n", out, capacity, 2);
+        ++comments;
+        // The two spare bytes stay zero and add nothing to the text.
+        std::unique_ptr<char[]> data(new (std::nothrow) char[length]());
+        if (!data) continue;  // read on from the segment's data
+        file->Read(data.get(), length - 2);
+        AppendWithCrLf(data.get(), out, capacity, length);
+    }
+    return 1;
+}
+
+unsigned ClassifyTextEncoding(const char* text, size_t length) {
+    const auto* bytes = reinterpret_cast<const uint8_t*>(text);
+    size_t ascii = 0, invalid = 0, sequences = 0;
+    auto continuation = [&](size_t at) { return (bytes[at] & 0xC0) == 0x80; };
+    size_t i = 0;
+    while (bytes && i < length) {
+        const uint8_t b = bytes[i];
+        size_t size = 0;
+        if ((b & 0xE0) == 0xC0) size = 2;
+        else if ((b & 0xF0) == 0xE0) size = 3;
+        else if ((b & 0xF8) == 0xF0) size = 4;
+        bool sequence = size > 0 && size <= length - i;
+        for (size_t k = 1; sequence && k < size; ++k) sequence = continuation(i + k);
+        if (sequence) {
+            ++sequences;
+            i += size;
+            continue;
+        }
+        (b < 0x80 ? ascii : invalid) += 1;
+        ++i;
+    }
+    const size_t total = ascii + invalid + sequences;
+    if (total == 0) return kTextEmpty;
+    if (ascii == total) return kTextAscii;
+    if (invalid == invalid + sequences) return kTextNotUtf8;
+    return kTextUtf8;
+}
+
+std::u16string ConvertCommentText(std::string_view bytes, int conversion) {
+    const bool utf8 = conversion == kConvertUtf8 ||
+                      (conversion != kConvertAnsi &&
+                       ClassifyTextEncoding(bytes.data(), bytes.size()) == kTextUtf8);
+    return utf8 ? platform::Utf8ToUtf16(bytes) : platform::AnsiToUtf16(bytes);
+}
+
+int LoadCommentText(std::u16string_view fileName, char16_t* outWide, size_t capacityChars,
+                    std::u16string_view settingsPath) {
+    if (!outWide || capacityChars == 0) return 0;
+    std::fill(outWide, outWide + capacityChars, u'\0');
+    std::unique_ptr<char[]> narrow(new (std::nothrow) char[capacityChars]());
+    if (!narrow) return 0;
+    if (!ReadJpegComments(fileName, narrow.get(), capacityChars)) return 0;
+    const int conversion =
+        platform::ReadSettingInt(settingsPath, kSettingsSection, kConversionKey, kConvertAutomatic);
+    const std::u16string wide =
+        ConvertCommentText(std::string_view(narrow.get(), strnlen(narrow.get(), capacityChars)), conversion);
+    std::copy_n(wide.begin(), std::min(wide.size(), capacityChars - 1), outWide);
+    return 1;
+}
+
+std::unique_ptr<char[]> ReadPngTextChunks(std::u16string_view fileName, size_t* outLength,
+                                          int64_t* lastChunkPos, int) {
+    if (outLength) *outLength = 0;
+    if (lastChunkPos) *lastChunkPos = 0;
+    auto file = platform::OpenFile(fileName, platform::FileMode::kRead);
+    if (!file) return nullptr;
+    uint8_t signature[8];
+    if (!file->ReadExact(signature, 8) || std::memcmp(signature + 1, "PNG", 3) != 0) return nullptr;
+
+    PngTextChunk chunks[kPngTextChunkLimit];
+    int count = 0;
+    for (;;) {
+        uint8_t head[8];
+        if (!file->ReadExact(head, 4)) break;
+        const uint32_t length = BigEndian32(head);
+        if (length < 1 || length > kPngChunkLengthMax) break;
+        if (!file->ReadExact(head + 4, 4)) break;
+        if (std::memcmp(head + 4, "tEXt", 4) == 0 || std::memcmp(head + 4, "iTXt", 4) == 0) {
+            if (count == kPngTextChunkLimit) break;
+            chunks[count++] = {file->Tell(), length};
+        }
+        if (!file->Seek(int64_t{length} + 4, platform::SeekFrom::kCurrent)) break;
+    }
+
+    uint64_t sum = 0;
+    int usable = 0;
+    for (int i = 0; i < count; ++i) {
+        if (!UsablePngChunk(chunks[i])) continue;
+        sum += chunks[i].length + 8;
+        ++usable;
+    }
+    if (sum < 2 || sum > kPngTextTotalMax) return nullptr;
+
+    const size_t capacity = static_cast<size_t>(sum) + kPngTextSlack;
+    std::unique_ptr<char[]> text(new (std::nothrow) char[capacity]());
+    if (!text) return nullptr;
+    if (outLength) *outLength = static_cast<size_t>(sum) + 1;
+    if (chunks[0].position < 5) return text;
+
+    std::unique_ptr<uint8_t[]> data(new (std::nothrow) uint8_t[kPngTextTotalMax]);
+    if (!data) return text;
+    TextSink sink(text.get(), capacity);
+    int written = 0;
+    for (int i = 0; i < count; ++i) {
+        if (!UsablePngChunk(chunks[i])) continue;
+        if (lastChunkPos) *lastChunkPos = chunks[i].position;
+        const size_t n = file->Seek(chunks[i].position) ? file->Read(data.get(), chunks[i].length) : 0;
+        AppendPngLine(data.get(), n, sink);
+        if (usable >= 2 && ++written < usable) sink.Put("\r\n");
+    }
+    return text;
+}
+
+int ReadPngComment(std::u16string_view fileName, char* out, size_t capacity, int unused) {
+    if (!out || capacity == 0) return 0;
+    std::memset(out, 0, capacity);
+    size_t length = 0;
+    std::unique_ptr<char[]> text = ReadPngTextChunks(fileName, &length, nullptr, unused);
+    if (!text) return 0;
+    const size_t n = std::min(strnlen(text.get(), length), capacity - 1);
+    std::memcpy(out, text.get(), n);
+    TrimBlanks(out);
+    return static_cast<int>(n);
+}
+
+void TrimBlanks(char* text) {
+    if (!text) return;
+    size_t n = std::strlen(text);
+    while (n > 0 && text[n - 1] == ' ') text[--n] = '\0';
+    size_t lead = 0;
+    while (lead < n && text[lead] == ' ') ++lead;
+    if (lead > 0) std::memmove(text, text + lead, n - lead + 1);
+}
+
+void TrimBlanks(std::u16string& text) {
+    const size_t end = text.find_last_not_of(u' ');
+    text.erase(end == std::u16string::npos ? 0 : end + 1);
+    text.erase(0, text.find_first_not_of(u' '));
+}
+
+}  // namespace comment

@@ -1,0 +1,212 @@
+#include "comment_writer.h"
+
+#include <algorithm>
+#include <memory>
+#include <new>
+
+#include "comment_limits.h"
+#include "comment_reader.h"
+#include "iptc/metadata_segment.h"
+#include "placeholders.h"
+#include "platform/platform.h"
+#include "plugin/file_rewrite.h"
+
+namespace comment {
+namespace {
+
+constexpr char16_t kReadOnlyError[] = u"Can't write Comment data!\n\nThe file: '%s' is read only.";
+constexpr char16_t kOpenError[] = u"Can't open file: %s";
+constexpr char16_t kTempError[] = u"Can't open file for writing: %s";
+constexpr char16_t kCopyError[] = u"Can't write to input file (read only)!";
+constexpr char16_t kMemoryError[] = u"Can't allocate memory";
+constexpr char16_t kNotJpegError[] = u"Can't write Comment data!\n\nThe file: '%s' is not a JPEG file.";
+constexpr char16_t kTooLongError[] =
+    u"Can't write Comment data!\n\nThe comment is too long for a JPEG segment (more than 65532 bytes).";
+constexpr char16_t kChangedError[] =
+    u"Can't write Comment data!\n\nThe file: '%s' has changed since it was read.";
+constexpr char16_t kIncompleteError[] =
+    u"Can't write Comment data!\n\nThe temporary file: '%s' could not be written in full.";
+constexpr char16_t kPathTooLongError[] = u"Can't open file: %s\n\nThe path is too long.";
+
+std::u16string WithPath(std::u16string_view format, std::u16string_view path) {
+    std::u16string text(format);
+    const size_t at = text.find(u"%s");
+    if (at != std::u16string::npos) text.replace(at, 2, path);
+    return text;
+}
+
+std::vector<uint8_t> ComSegment(std::string_view text) {
+    const size_t length = text.size() + 3;
+    std::vector<uint8_t> segment = {0xFF, 0xFE, static_cast<uint8_t>(length >> 8), static_cast<uint8_t>(length)};
+    segment.insert(segment.end(), text.begin(), text.end());
+    segment.push_back(0);
+    return segment;
+}
+
+// The text of one file as it will be written: placeholders expanded for
+// it, then trimmed (unless its old comment is kept in front).
+std::u16string PrepareText(std::u16string_view fileName, const CommentJob& job, int counter, bool append) {
+    std::u16string text(job.text);
+    if (text.find(u'$') != std::u16string::npos) {
+        PlaceholderContext context;
+        context.filePath = fileName;
+        context.settingsPath = job.settingsPath;
+        context.counter = counter;
+        text = ExpandPlaceholders(text, context, kCommentChars);
+    }
+    if (append) {
+        std::unique_ptr<char[]> old(new (std::nothrow) char[kOldCommentBytes]());
+        if (old && ReadJpegComments(fileName, old.get(), kOldCommentBytes))
+            text = AppendComment(ConvertCommentText(old.get(), job.settings.conversion), text);
+        if (text.size() >= kCommentChars) text.resize(kCommentChars - 1);
+    } else if (job.settings.clearSpaces) {
+        TrimBlanks(text);
+    }
+    return text;
+}
+
+int WriteOne(std::u16string_view fileName, const CommentJob& job, int counter, bool append,
+             const CommentErrorSink& onError) {
+    std::u16string error;
+    int result = 0;
+    try {
+        uint32_t oldOffset = 0, oldLength = 0;
+        LocateComment(fileName, oldOffset, oldLength);
+        const std::string utf8 = CommentToUtf8(PrepareText(fileName, job, counter, append));
+        result = WriteJpegComment(fileName, oldOffset, oldLength, utf8, job.settings.keepOrgDate, error);
+    } catch (const std::bad_alloc&) {
+        error = kMemoryError;
+    }
+    if (!result && onError) onError(error);
+    return result;
+}
+
+}  // namespace
+
+void LocateComment(std::u16string_view fileName, uint32_t& oldOffset, uint32_t& oldLength) {
+    iptc::LoadMetadataSegment(fileName, oldLength, oldOffset, iptc::kComMarker, true, nullptr, false);
+}
+
+int WriteJpegComment(std::u16string_view fileName, uint32_t oldOffset, uint32_t oldLength,
+                     std::string_view textUtf8, bool keepDate, std::u16string& errorText) {
+    errorText.clear();
+    if (textUtf8.empty() && oldLength == 0) return 1;
+    if (platform::IsReadOnly(fileName)) {
+        errorText = WithPath(kReadOnlyError, fileName);
+        return 0;
+    }
+    if (textUtf8.size() > kMaxSegmentText) {
+        errorText = kTooLongError;
+        return 0;
+    }
+    int64_t size = -1;
+    {
+        auto file = platform::OpenFile(fileName, platform::FileMode::kRead);
+        uint8_t soi[2] = {};
+        if (!file || (size = file->Size()) < 0) {
+            errorText = WithPath(kOpenError, fileName);
+            return 0;
+        }
+        if (!file->ReadExact(soi, 2) || soi[0] != 0xFF || soi[1] != 0xD8) {
+            errorText = WithPath(kNotJpegError, fileName);
+            return 0;
+        }
+    }
+
+    try {
+        const std::vector<uint8_t> segment = ComSegment(textUtf8);
+        vv::FileRewrite rewrite;
+        rewrite.path = fileName;
+        rewrite.insert = segment.data();
+        rewrite.insertLength = segment.size();
+        rewrite.keepDate = keepDate;
+        // Head and tail are cut at positions measured earlier: the bytes
+        // there must still be what was measured.
+        rewrite.expect.push_back({0, {0xFF, 0xD8}});
+        if (oldLength != 0) {
+            rewrite.headLength = oldOffset;
+            rewrite.tailOffset = uint64_t{oldOffset} + 2 + oldLength;
+            // The tail keeps the writer's long-standing byte count, exact
+            // when the comment follows the start marker; where it reaches
+            // beyond the end it adds zeros behind the end-of-image marker,
+            // which decoders ignore.
+            const int64_t tail = size - int64_t{oldLength} - 4;
+            rewrite.tailLength = tail > 0 ? tail : 0;
+            rewrite.expect.push_back({oldOffset,
+                                      {0xFF, 0xFE, static_cast<uint8_t>(oldLength >> 8),
+                                       static_cast<uint8_t>(oldLength)}});
+        } else {
+            rewrite.headLength = 2;
+            rewrite.tailOffset = 2;
+        }
+
+        std::u16string tempPath;
+        switch (vv::RewriteFile(rewrite, tempPath)) {
+            case vv::RewriteStatus::kDone: return 1;
+            case vv::RewriteStatus::kReadOnly: errorText = WithPath(kReadOnlyError, fileName); break;
+            case vv::RewriteStatus::kCantOpenSource: errorText = WithPath(kOpenError, fileName); break;
+            case vv::RewriteStatus::kSourceChanged: errorText = WithPath(kChangedError, fileName); break;
+            case vv::RewriteStatus::kCantOpenTemp: errorText = WithPath(kTempError, tempPath); break;
+            case vv::RewriteStatus::kTempIncomplete: errorText = WithPath(kIncompleteError, tempPath); break;
+            case vv::RewriteStatus::kCopyFailed: errorText = kCopyError; break;
+            case vv::RewriteStatus::kNoMemory: errorText = kMemoryError; break;
+        }
+    } catch (const std::bad_alloc&) {
+        errorText = kMemoryError;
+    }
+    return 0;
+}
+
+std::string CommentToUtf8(std::u16string_view text) {
+    std::string utf8 = platform::Utf16ToUtf8(text);
+    size_t n = std::min(utf8.size(), kWrittenCommentBytes - 1);
+    // Step back over continuation bytes so no character is split.
+    if (n < utf8.size())
+        while (n > 0 && (static_cast<uint8_t>(utf8[n]) & 0xC0) == 0x80) --n;
+    utf8.resize(n);
+    return utf8;
+}
+
+std::u16string AppendComment(std::u16string_view oldText, std::u16string_view newText) {
+    if (oldText.empty()) return std::u16string(newText);
+    if (newText.empty()) return std::u16string(oldText);
+    std::u16string joined(oldText);
+    joined += u"\r\n";
+    joined += newText;
+    return joined;
+}
+
+std::vector<std::u16string> SplitFileList(std::u16string_view fileNames) {
+    std::vector<std::u16string> paths;
+    size_t start = 0;
+    while (start <= fileNames.size()) {
+        size_t bar = fileNames.find(u'|', start);
+        if (bar == std::u16string_view::npos) bar = fileNames.size();
+        if (bar > start) paths.emplace_back(fileNames.substr(start, bar - start));
+        start = bar + 1;
+    }
+    return paths;
+}
+
+int WriteCommentToFile(std::u16string_view fileName, const CommentJob& job, const CommentErrorSink& onError) {
+    return WriteOne(fileName, job, 1, false, onError);
+}
+
+BatchResult WriteCommentBatch(std::u16string_view fileNames, const CommentJob& job,
+                              const CommentErrorSink& onError) {
+    BatchResult result;
+    int counter = 0;
+    for (const std::u16string& path : SplitFileList(fileNames)) {
+        ++counter;
+        if (path.size() >= kBatchPathChars) {
+            ++result.failed;
+            if (onError) onError(WithPath(kPathTooLongError, path));
+            continue;
+        }
+        if (WriteOne(path, job, counter, job.settings.append, onError)) ++result.written;
+        else ++result.failed;
+    }
+    return result;
+}
+
+}  // namespace comment
