@@ -1,6 +1,6 @@
 // Placeholder expansion of comment and IPTC texts: a small template
 // language in which "$" and a letter stand for a value of the file being
-// written. The table users see is docs/placeholders.md.
+// written. The table users see is in the README.
 //
 //   $D         date and time the picture was taken (EXIF 36867), else the
 //              file's last change: "YYYY-MM-DD / HH:MM:SS"

@@ -44,7 +44,7 @@ const char kUsage[] =
     "  writecomment [--settings INI] TEXT FILES\n"
     "                                writes TEXT as the JPEG comment of FILES, one path or a list\n"
     "                                of paths each followed by \"|\"; TEXT may hold placeholders\n"
-    "                                (docs/placeholders.md); INI supplies the comment settings\n"
+    "                                (see the README); INI supplies the comment settings\n"
     "                                (section IPTC: JPGComConversion, JPGComKeepOrgDate,\n"
     "                                JPGComClearSpaces, JPGComAppend)\n"
     "\n"

@@ -1,9 +1,10 @@
 // Writes the demo JPEG that ./run.sh shows when it is given no image:
-// a small JPEG with EXIF (camera, exposure, a GPS position) and a comment.
+// a small JPEG with EXIF (camera, exposure, a GPS position), IPTC and a comment.
 #include <cstdio>
 #include <fstream>
 
 #include "fixture/fixture.h"
+#include "fixture/iptc_fixture.h"
 
 using namespace fixture;
 
@@ -35,6 +36,16 @@ int main(int argc, char** argv) {
                      .Soi()
                      .Segment(0xE0, ToBytes(std::string("JFIF\0\1\1\0\0\1\0\1\0\0", 14)))
                      .App1Exif(tiff.Build())
+                     .Segment(0xED, IptcApp13(IimBuilder()
+                                                  .Dataset(2, 0, std::string("\0\4", 2))
+                                                  .Dataset(2, 5, "Eiffel Tower at noon")
+                                                  .Dataset(2, 25, "Paris")
+                                                  .Dataset(2, 25, "tower")
+                                                  .Dataset(2, 80, "Vantaview")
+                                                  .Dataset(2, 90, "Paris")
+                                                  .Dataset(2, 116, "(c) Vantaview demo")
+                                                  .Dataset(2, 120, "A demo image made by run.sh")
+                                                  .Build()))
                      .Com("Vantaview demo image")
                      .ScanAndEoi()
                      .Build();
