@@ -28,18 +28,19 @@ constexpr char16_t kIncompleteError[] =
     u"Can't write Comment data!\n\nThe temporary file: '%s' could not be written in full.";
 constexpr char16_t kPathTooLongError[] = u"Can't open file: %s\n\nThe path is too long.";
 
-std::u16string WithPath(std::u16string_view format, std::u16string_view path) {
-    std::u16string text(format);
-    const size_t at = text.find(u"%s");
-    if (at != std::u16string::npos) text.replace(at, 2, path);
-    return text;
-}
+constexpr vv::RewriteMessages kMessages = {kReadOnlyError, kOpenError, kChangedError, kTempError,
+                                           kIncompleteError, kCopyError,  kMemoryError};
+
+using vv::WithPath;
 
 std::vector<uint8_t> ComSegment(std::string_view text) {
     const size_t length = text.size() + 3;
-    std::vector<uint8_t> segment = {0xFF, 0xFE, static_cast<uint8_t>(length >> 8), static_cast<uint8_t>(length)};
-    segment.insert(segment.end(), text.begin(), text.end());
-    segment.push_back(0);
+    std::vector<uint8_t> segment(length + 2, 0);  // the last byte stays the terminating NUL
+    segment[0] = 0xFF;
+    segment[1] = 0xFE;
+    segment[2] = static_cast<uint8_t>(length >> 8);
+    segment[3] = static_cast<uint8_t>(length);
+    std::copy(text.begin(), text.end(), segment.begin() + 4);
     return segment;
 }
 
@@ -115,42 +116,12 @@ int WriteJpegComment(std::u16string_view fileName, uint32_t oldOffset, uint32_t 
 
     try {
         const std::vector<uint8_t> segment = ComSegment(textUtf8);
-        vv::FileRewrite rewrite;
-        rewrite.path = fileName;
-        rewrite.insert = segment.data();
-        rewrite.insertLength = segment.size();
-        rewrite.keepDate = keepDate;
-        // Head and tail are cut at positions measured earlier: the bytes
-        // there must still be what was measured.
-        rewrite.expect.push_back({0, {0xFF, 0xD8}});
-        if (oldLength != 0) {
-            rewrite.headLength = oldOffset;
-            rewrite.tailOffset = uint64_t{oldOffset} + 2 + oldLength;
-            // The tail keeps the writer's long-standing byte count, exact
-            // when the comment follows the start marker; where it reaches
-            // beyond the end it adds zeros behind the end-of-image marker,
-            // which decoders ignore.
-            const int64_t tail = size - int64_t{oldLength} - 4;
-            rewrite.tailLength = tail > 0 ? tail : 0;
-            rewrite.expect.push_back({oldOffset,
-                                      {0xFF, 0xFE, static_cast<uint8_t>(oldLength >> 8),
-                                       static_cast<uint8_t>(oldLength)}});
-        } else {
-            rewrite.headLength = 2;
-            rewrite.tailOffset = 2;
-        }
-
-        std::u16string tempPath;
-        switch (vv::RewriteFile(rewrite, tempPath)) {
-            case vv::RewriteStatus::kDone: return 1;
-            case vv::RewriteStatus::kReadOnly: errorText = WithPath(kReadOnlyError, fileName); break;
-            case vv::RewriteStatus::kCantOpenSource: errorText = WithPath(kOpenError, fileName); break;
-            case vv::RewriteStatus::kSourceChanged: errorText = WithPath(kChangedError, fileName); break;
-            case vv::RewriteStatus::kCantOpenTemp: errorText = WithPath(kTempError, tempPath); break;
-            case vv::RewriteStatus::kTempIncomplete: errorText = WithPath(kIncompleteError, tempPath); break;
-            case vv::RewriteStatus::kCopyFailed: errorText = kCopyError; break;
-            case vv::RewriteStatus::kNoMemory: errorText = kMemoryError; break;
-        }
+        // The tail keeps the writer's long-standing byte count, exact when the
+        // comment follows the start marker; where it reaches beyond the end it
+        // adds zeros behind the end-of-image marker, which decoders ignore.
+        const int64_t tail = oldLength != 0 ? std::max<int64_t>(size - int64_t{oldLength} - 4, 0) : -1;
+        return vv::ReplaceJpegSegment(fileName, oldOffset, oldLength, segment, keepDate, tail,
+                                      kMessages, errorText);
     } catch (const std::bad_alloc&) {
         errorText = kMemoryError;
     }

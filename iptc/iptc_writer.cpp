@@ -37,12 +37,10 @@ constexpr int kLoneCrFields[] = {kCaption, kHeadline, kSpecialInstructions};
 constexpr uint8_t kPhotoshopHeader[] = "Photoshop 3.0";  // with its NUL: 14 bytes
 constexpr size_t kSegmentOverhead = 28;  // length field, header, "8BIM", id, name, size
 
-std::u16string WithPath(std::u16string_view format, std::u16string_view path) {
-    std::u16string text(format);
-    const size_t at = text.find(u"%s");
-    if (at != std::u16string::npos) text.replace(at, 2, path);
-    return text;
-}
+constexpr vv::RewriteMessages kMessages = {kReadOnlyError, kOpenError, kChangedError, kTempError,
+                                           kIncompleteError, kCopyError,  kMemoryError};
+
+using vv::WithPath;
 
 // Each CR is kept and the character after it (the LF of CR LF) dropped.
 std::u16string LoneCr(std::u16string_view text) {
@@ -147,38 +145,8 @@ int WriteIptcToJpeg(std::u16string_view fileName, uint32_t app13Offset, uint32_t
         PutU16(segment, iim);
         segment.insert(segment.end(), block.begin() + 2, block.begin() + 2 + iim + (pad ? 1 : 0));
 
-        // The old segment (or the start-of-image marker) must still be where
-        // it was measured, or the head and tail copies would cut the file
-        // in the wrong places.
-        vv::FileRewrite rewrite;
-        rewrite.path = fileName;
-        rewrite.insert = segment.data();
-        rewrite.insertLength = segment.size();
-        rewrite.keepDate = data.keepOrgDate != 0;
-        rewrite.expect.push_back({0, {0xFF, 0xD8}});
-        if (app13Length != 0) {
-            rewrite.headLength = app13Offset;
-            rewrite.tailOffset = uint64_t{app13Offset} + 2 + app13Length;
-            rewrite.expect.push_back({app13Offset,
-                                      {0xFF, 0xED, static_cast<uint8_t>(app13Length >> 8),
-                                       static_cast<uint8_t>(app13Length)}});
-        } else {
-            rewrite.headLength = 2;
-            rewrite.tailOffset = 2;
-        }
-
-        std::u16string tempPath;
-        switch (vv::RewriteFile(rewrite, tempPath)) {
-            case vv::RewriteStatus::kDone: return 1;
-            case vv::RewriteStatus::kReadOnly: errorText = WithPath(kReadOnlyError, fileName); break;
-            case vv::RewriteStatus::kCantOpenSource: errorText = WithPath(kOpenError, fileName); break;
-            case vv::RewriteStatus::kSourceChanged: errorText = WithPath(kChangedError, fileName); break;
-            case vv::RewriteStatus::kCantOpenTemp: errorText = WithPath(kTempError, tempPath); break;
-            case vv::RewriteStatus::kTempIncomplete: errorText = WithPath(kIncompleteError, tempPath); break;
-            case vv::RewriteStatus::kCopyFailed: errorText = kCopyError; break;
-            case vv::RewriteStatus::kNoMemory: errorText = kMemoryError; break;
-        }
-        return 0;
+        return vv::ReplaceJpegSegment(fileName, app13Offset, app13Length, segment, data.keepOrgDate != 0, -1,
+                                      kMessages, errorText);
     } catch (const std::bad_alloc&) {
         errorText = kMemoryError;
         return 0;

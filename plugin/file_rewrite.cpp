@@ -119,4 +119,50 @@ RewriteStatus RewriteFile(const FileRewrite& r, std::u16string& tempPath) {
     return RewriteStatus::kDone;
 }
 
+std::u16string WithPath(std::u16string_view format, std::u16string_view path) {
+    std::u16string text(format);
+    const size_t at = text.find(u"%s");
+    if (at != std::u16string::npos) text.replace(at, 2, path);
+    return text;
+}
+
+int ReplaceJpegSegment(std::u16string_view path, uint32_t oldOffset, uint32_t oldLength,
+                       const std::vector<uint8_t>& segment, bool keepDate, int64_t tailLength,
+                       const RewriteMessages& messages, std::u16string& errorText) {
+    if (oldLength > 0xFFFF) {  // no length field holds it: the measurement is stale
+        errorText = WithPath(messages.changed, path);
+        return 0;
+    }
+    FileRewrite rewrite;
+    rewrite.path = path;
+    rewrite.insert = segment.data();
+    rewrite.insertLength = segment.size();
+    rewrite.keepDate = keepDate;
+    rewrite.tailLength = tailLength;
+    rewrite.expect.push_back({0, {0xFF, 0xD8}});
+    if (oldLength != 0 && segment.size() >= 2) {
+        rewrite.headLength = oldOffset;
+        rewrite.tailOffset = uint64_t{oldOffset} + 2 + oldLength;
+        // The old segment must still be where it was measured, or the head
+        // and tail copies would cut the file in the wrong places.
+        rewrite.expect.push_back(
+            {oldOffset, {0xFF, segment[1], static_cast<uint8_t>(oldLength >> 8), static_cast<uint8_t>(oldLength)}});
+    } else {
+        rewrite.headLength = 2;
+        rewrite.tailOffset = 2;
+    }
+    std::u16string tempPath;
+    switch (RewriteFile(rewrite, tempPath)) {
+        case RewriteStatus::kDone: return 1;
+        case RewriteStatus::kReadOnly: errorText = WithPath(messages.readOnly, path); break;
+        case RewriteStatus::kCantOpenSource: errorText = WithPath(messages.open, path); break;
+        case RewriteStatus::kSourceChanged: errorText = WithPath(messages.changed, path); break;
+        case RewriteStatus::kCantOpenTemp: errorText = WithPath(messages.temp, tempPath); break;
+        case RewriteStatus::kTempIncomplete: errorText = WithPath(messages.incomplete, tempPath); break;
+        case RewriteStatus::kCopyFailed: errorText = messages.copy; break;
+        case RewriteStatus::kNoMemory: errorText = messages.memory; break;
+    }
+    return 0;
+}
+
 }  // namespace vv

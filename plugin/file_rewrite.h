@@ -56,6 +56,31 @@ enum class RewriteStatus {
 // because a copy does not carry all three everywhere.
 RewriteStatus RewriteFile(const FileRewrite& rewrite, std::u16string& tempPath);
 
+// "%s" in a message replaced by a path (the first one only).
+std::u16string WithPath(std::u16string_view format, std::u16string_view path);
+
+// The texts a writer shows for each way a segment replacement can fail; each
+// may hold "%s" for the path named in the comment.
+struct RewriteMessages {
+    const char16_t* readOnly;    // the original's path
+    const char16_t* open;        // the original's path
+    const char16_t* changed;     // the original's path
+    const char16_t* temp;        // the temporary file's path
+    const char16_t* incomplete;  // the temporary file's path
+    const char16_t* copy;
+    const char16_t* memory;
+};
+
+// Puts `segment` (marker, length and payload) into a JPEG in place of the
+// marker segment whose length field holds oldLength at oldOffset, or right
+// after the start-of-image marker when oldLength is 0. The start marker and
+// the old segment's marker and length must still stand where they were
+// measured. tailLength is passed on as FileRewrite::tailLength. Returns 1, or
+// 0 with the matching message in errorText.
+int ReplaceJpegSegment(std::u16string_view path, uint32_t oldOffset, uint32_t oldLength,
+                       const std::vector<uint8_t>& segment, bool keepDate, int64_t tailLength,
+                       const RewriteMessages& messages, std::u16string& errorText);
+
 // The temporary file's path: the temporary folder (a separator added when it
 // lacks one) and kRewriteTempName.
 std::u16string RewriteTempPath();
