@@ -1,8 +1,6 @@
 // The JPEG comment walk, the PNG text-chunk walk and the placeholder
 // expansion on arbitrary bytes. The readers take a file name, so each input
 // is written to a file of this process first.
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -11,29 +9,13 @@
 #include "comment/comment_reader.h"
 #include "comment/comment_writer.h"
 #include "comment/placeholders.h"
+#include "fuzz_input.h"
 #include "platform/platform.h"
 
-namespace {
-
-// The input file, removed when the fuzzer exits.
-struct InputFile {
-    std::u16string path =
-        platform::TempFolder() + platform::Utf8ToUtf16("vvfuzz-comment-" + std::to_string(getpid()));
-    ~InputFile() { platform::RemoveFile(path); }
-};
-
-const std::u16string& InputPath() {
-    static const InputFile file;
-    return file.path;
-}
-
-}  // namespace
+using fuzzinput::InputPath;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    {
-        auto file = platform::OpenFile(InputPath(), platform::FileMode::kWrite);
-        if (!file || !file->WriteAll(data, size)) return 0;
-    }
+    if (!fuzzinput::WriteInput(data, size)) return 0;
     static char text[4080];
     comment::ReadJpegComments(InputPath(), text, sizeof text);
     if (strnlen(text, sizeof text) == sizeof text) __builtin_trap();

@@ -1,8 +1,6 @@
 // The EXIF reader and its exports on arbitrary bytes, written to a file as
 // the viewer would hand it over. Whatever the bytes, the table stays within
 // its rows and every text within its buffer.
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -10,30 +8,14 @@
 
 #include "exif/exif_reader.h"
 #include "exif/tag_record.h"
+#include "fuzz_input.h"
 #include "platform/platform.h"
 #include "plugin/plugin_api.h"
 
-namespace {
-
-// One file per process, removed when the run ends.
-struct InputFile {
-    const std::u16string path =
-        platform::TempFolder() + platform::Utf8ToUtf16("vv-fuzz-exif-" + std::to_string(getpid()) + ".jpg");
-    ~InputFile() { platform::RemoveFile(path); }
-};
-
-const std::u16string& InputPath() {
-    static const InputFile file;
-    return file.path;
-}
-
-}  // namespace
+using fuzzinput::InputPath;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    {
-        auto out = platform::OpenFile(InputPath(), platform::FileMode::kWrite);
-        if (!out || !out->WriteAll(data, size) || !out->Flush()) return 0;
-    }
+    if (!fuzzinput::WriteInput(data, size)) return 0;
     exif::TagRecordTable* table = exif::AllocateTagRecordTable();
     uint32_t rows = 0;
     int bigEndian = 0;

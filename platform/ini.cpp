@@ -29,9 +29,11 @@ struct Line {
     size_t end = 0;          // offset just past its line break
 };
 
+// A UTF-8 byte-order mark is not part of the first line (and stays in place
+// when the text is rewritten).
 std::vector<Line> SplitLines(std::string_view text) {
     std::vector<Line> lines;
-    size_t pos = 0;
+    size_t pos = text.substr(0, 3) == "\xEF\xBB\xBF" ? 3 : 0;
     while (pos < text.size()) {
         size_t nl = text.find('\n', pos);
         size_t stop = nl == std::string_view::npos ? text.size() : nl;
@@ -63,7 +65,6 @@ bool SplitKey(std::string_view line, std::string_view& key, std::string_view& va
 
 std::optional<std::string> Find(std::string_view text, std::string_view section,
                                 std::string_view key) {
-    if (text.size() >= 3 && text.substr(0, 3) == "\xEF\xBB\xBF") text.remove_prefix(3);
     bool inSection = false;
     for (const Line& line : SplitLines(text)) {
         if (auto name = SectionName(line.text)) {

@@ -88,6 +88,9 @@ TEST(IniText, KeepsOtherSectionsAndAddsAfterTheSectionsLastKey) {
     EXPECT_EQ(platform::ini::Find(text, "B", "Y"), "quoted");
     EXPECT_EQ(platform::ini::Find(text, "A", "y"), std::nullopt);
     EXPECT_EQ(platform::ini::Set("[C]\r\nk=v", "C", "n", "w"), "[C]\r\nk=v\r\nn=w\r\n");
+    // A byte-order mark before the first section neither hides it nor is lost
+    // (found by fuzzing: the key was added in a second [C] section).
+    EXPECT_EQ(platform::ini::Set("\xEF\xBB\xBF[C]\r\nk=v\r\n", "c", "K", "w"), "\xEF\xBB\xBF[C]\r\nK=w\r\n");
 }
 #endif
 
