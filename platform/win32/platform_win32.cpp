@@ -210,8 +210,10 @@ std::u16string UserName() {
 void SleepMilliseconds(unsigned milliseconds) { ::Sleep(milliseconds); }
 
 bool ShellOpenNative(std::u16string_view target) {
+    // Owned by the active window and restored if minimised, as the viewer's
+    // other shell calls are.
     auto result = reinterpret_cast<INT_PTR>(
-        ShellExecuteW(nullptr, L"open", W(target).c_str(), nullptr, nullptr, SW_SHOWNORMAL));
+        ShellExecuteW(GetActiveWindow(), L"open", W(target).c_str(), nullptr, L"", SW_RESTORE));
     return result > 32;
 }
 
