@@ -1,10 +1,15 @@
 // vvmeta's native backend: the portable core, linked in.
+#include <algorithm>
 #include <cstdio>
+#include <memory>
 
 #include "../comment/comment_limits.h"
 #include "../comment/comment_reader.h"
 #include "../comment/comment_settings.h"
 #include "../comment/comment_writer.h"
+#include "../iptc/iptc_data.h"
+#include "../iptc/iptc_reader.h"
+#include "../iptc/iptc_writer.h"
 #include "../platform/platform.h"
 #include "../plugin/plugin_api.h"
 #include "plugin_host.h"
@@ -37,6 +42,32 @@ int WriteComment(const std::u16string& files, const std::u16string& text, const 
     return comment::WriteCommentBatch(files, job, collect).failed;
 }
 
+int WriteIptc(const std::u16string& file, const std::vector<std::pair<int, std::u16string>>& fields,
+              std::string& error) {
+    auto data = std::make_unique<iptc::IptcData>();
+    iptc::ClearIptcData(*data);
+    iptc::LoadIptcData(file, *data);
+    std::vector<int> seen;
+    for (const auto& [dataset, text] : fields) {
+        char16_t* field = iptc::IptcField(*data, dataset);
+        if (!field) {
+            error = "no IPTC field for dataset " + std::to_string(dataset);
+            return 0;
+        }
+        if (std::find(seen.begin(), seen.end(), dataset) == seen.end()) {
+            iptc::SetField(field, text);
+            seen.push_back(dataset);
+        } else {
+            iptc::AppendField(field, u"\r\n" + text);
+        }
+    }
+    data->keepOrgDate = 1;
+    std::u16string message;
+    if (iptc::WriteIptcToJpeg(file, data->app13Offset, data->app13Length, *data, message)) return 1;
+    error = platform::Utf16ToUtf8(message);
+    return 0;
+}
+
 }  // namespace
 
 bool LoadPlugin(PluginApi& api, std::string&) {
@@ -49,6 +80,7 @@ bool LoadPlugin(PluginApi& api, std::string&) {
     api.Load_Comment_W = vv::Load_Comment_W;
     api.ReadComment = ReadComment;
     api.WriteComment = WriteComment;
+    api.WriteIptc = WriteIptc;
     return true;
 }
 

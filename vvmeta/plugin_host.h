@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vvmeta {
@@ -26,6 +27,11 @@ struct PluginApi {
     // failed (their messages appended to `errors`, one per line).
     int (*WriteComment)(const std::u16string& files, const std::u16string& text, const std::u16string& settings,
                         std::string& errors) = nullptr;
+    // The IPTC writer: sets the given record-2 datasets (the same number
+    // given twice: one line each, as keywords are kept) over the file's own
+    // IPTC and rewrites the file. 1, or 0 with the writer's message.
+    int (*WriteIptc)(const std::u16string& file, const std::vector<std::pair<int, std::u16string>>& fields,
+                     std::string& error) = nullptr;
 };
 
 // The thirteen export names, in the order of the export table.
