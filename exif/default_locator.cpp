@@ -82,7 +82,12 @@ uint32_t LocateExifDefault(platform::File& file, uint32_t& size) {
     uint8_t head[kHeaderScanBytes];
     if (!file.Seek(0)) return 0;
     const size_t got = file.Read(head, sizeof head);
-    const uint32_t tiff = FindTiffHeader(head, got);
+    uint32_t tiff = FindTiffHeader(head, got);
+    // WebP and JPEG XL keep their EXIF in a chunk or box that the first
+    // kilobyte's scan may not reach; the viewer has no format code of its
+    // own for them, so their locators stand in here.
+    if (tiff == 0) tiff = LocateWebpExif(file);
+    if (tiff == 0) tiff = LocateJpegXlExif(file);
     if (tiff == 0) return 0;
 
     uint8_t header[8] = {};

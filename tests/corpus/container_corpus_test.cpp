@@ -24,7 +24,6 @@ constexpr int32_t kHeifCode = 115, kPngCode = 3, kCr3Code = 118, kOtherCode = 0;
 enum class Answer {
     kTiffHeader,  // the offset of the TIFF header
     kFileStart,   // 0: the file is the TIFF header's own file, which the answer cannot tell from "none"
-    kNone,        // 0: no format code names this container; the walker's locator still finds it
 };
 
 struct Sample {
@@ -37,10 +36,10 @@ const Sample kShipped[] = {
     {"CanonRaw.cr3", kCr3Code, Answer::kTiffHeader},  {"FujiFilm.raf", kOtherCode, Answer::kTiffHeader},
     {"Minolta.mrw", kOtherCode, Answer::kTiffHeader}, {"CanonRaw.cr2", kOtherCode, Answer::kFileStart},
     {"DNG.dng", kOtherCode, Answer::kFileStart},      {"Nikon.nef", kOtherCode, Answer::kFileStart},
-    {"Panasonic.rw2", kOtherCode, Answer::kFileStart}, {"RIFF.webp", kOtherCode, Answer::kNone},
+    {"Panasonic.rw2", kOtherCode, Answer::kFileStart}, {"RIFF.webp", kOtherCode, Answer::kTiffHeader},
 };
 const Sample kWritten[] = {{"PNG.png", kPngCode, Answer::kTiffHeader},
-                           {"JXL2.jxl", kOtherCode, Answer::kNone},
+                           {"JXL2.jxl", kOtherCode, Answer::kTiffHeader},
                            {"QuickTime.heic", kHeifCode, Answer::kTiffHeader}};
 
 // A copy of a corpus file with EXIF written by exiftool.
