@@ -7,6 +7,8 @@
 #include "../comment/comment_reader.h"
 #include "../comment/comment_settings.h"
 #include "../comment/comment_writer.h"
+#include "../exif/exif_creation.h"
+#include "../exif/exif_writer.h"
 #include "../iptc/iptc_data.h"
 #include "../iptc/iptc_reader.h"
 #include "../iptc/iptc_writer.h"
@@ -68,6 +70,20 @@ int WriteIptc(const std::u16string& file, const std::vector<std::pair<int, std::
     return 0;
 }
 
+int CreateExif(const std::u16string& file, const std::u16string& settings,
+               const std::vector<std::pair<int, std::u16string>>& fields, std::string& error) {
+    auto state = std::make_unique<exif::ExifCreatorState>();
+    exif::PrepareExifCreator(file, settings, *state);
+    exif::FillDefaultDateTaken(*state);
+    for (const auto& [row, text] : fields)
+        if (row >= 0 && static_cast<uint32_t>(row) < exif::kCreatorVisibleRows)
+            exif::SetCreatorValue(state->rows[row], platform::Utf16ToUtf8(text));
+    std::u16string message;
+    if (exif::WriteExifToJpeg(state->path, state->rows, exif::kCreatorRowCount, state->keepDate, message)) return 1;
+    error = platform::Utf16ToUtf8(message);
+    return 0;
+}
+
 }  // namespace
 
 bool LoadPlugin(PluginApi& api, std::string&) {
@@ -81,6 +97,7 @@ bool LoadPlugin(PluginApi& api, std::string&) {
     api.ReadComment = ReadComment;
     api.WriteComment = WriteComment;
     api.WriteIptc = WriteIptc;
+    api.CreateExif = CreateExif;
     return true;
 }
 

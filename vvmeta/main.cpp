@@ -45,6 +45,12 @@ const char kUsage[] =
     "                                sets IPTC datasets (record 2, e.g. 120 caption, 25 keywords:\n"
     "                                one --set per keyword) over the file's own and rewrites the JPEG,\n"
     "                                keeping its file times\n"
+    "  createexif [FIELD TEXT ...] [--settings INI] FILE\n"
+    "                                gives a JPEG without EXIF data a new EXIF block; FIELD is\n"
+    "                                --description, --maker, --model, --program, --rating (0 to 5),\n"
+    "                                --copyright, --title, --comment, --author, --tags, --subject or\n"
+    "                                --date (YYYY:MM:DD hh:mm:ss; default now, \"\" for none);\n"
+    "                                INI gives EXIF/CreatorKeepOrgDate (default 1: keep file times)\n"
     "  writecomment [--settings INI] TEXT FILES\n"
     "                                writes TEXT as the JPEG comment of FILES, one path or a list\n"
     "                                of paths each followed by \"|\"; TEXT may hold placeholders\n"
@@ -54,7 +60,25 @@ const char kUsage[] =
     "\n"
     "options: --capacity N sets the output buffer size in characters (default 262144); --help\n"
     "exit codes: 0 done, 1 the file cannot be read or written or the plug-in cannot be loaded,\n"
-    "2 bad usage, 3 readcomment/writecomment through Metadata.dll (it has no export for them)\n";
+    "2 bad usage, 3 readcomment, writecomment, writeiptc or createexif through Metadata.dll\n"
+    "(it has no export that works without a window)\n";
+
+// createexif's options, with the creation dialog's row each one fills.
+struct FieldOption {
+    const char* name;
+    int row;
+};
+constexpr FieldOption kCreatorOptions[] = {
+    {"--description", 0}, {"--maker", 1},   {"--model", 2},   {"--program", 3},
+    {"--rating", 4},      {"--copyright", 5}, {"--title", 6},  {"--comment", 7},
+    {"--author", 8},      {"--tags", 9},    {"--subject", 10}, {"--date", 11},
+};
+
+const FieldOption* FindFieldOption(const std::string& name) {
+    for (const FieldOption& f : kCreatorOptions)
+        if (name == f.name) return &f;
+    return nullptr;
+}
 
 std::string Utf8(const std::u16string& s) { return platform::Utf16ToUtf8(s); }
 
@@ -81,6 +105,7 @@ struct Options {
     std::u16string formats = u";PNG;";
     std::u16string settings;
     std::vector<std::u16string> sets;
+    std::vector<std::pair<int, std::u16string>> fields;  // createexif's
     bool help = false;
 };
 
@@ -97,6 +122,10 @@ bool ParseOptions(const std::vector<std::u16string>& args, Options& o) {
         else if (a == "--formats") { if (i + 1 >= args.size()) return false; o.formats = args[++i]; }
         else if (a == "--set") { if (i + 1 >= args.size()) return false; o.sets.push_back(args[++i]); }
         else if (a == "--settings") { if (i + 1 >= args.size()) return false; o.settings = args[++i]; }
+        else if (const FieldOption* f = FindFieldOption(a)) {
+            if (i + 1 >= args.size()) return false;
+            o.fields.emplace_back(f->row, args[++i]);
+        }
         else if (a.size() > 2 && a.rfind("--", 0) == 0) return false;
         else if (o.command.empty()) o.command = a;
         else o.positional.push_back(args[i]);
@@ -202,6 +231,15 @@ public:
         return kExitUnreadable;
     }
 
+    int CreateExif(const std::u16string& file, const std::u16string& settings,
+                   const std::vector<std::pair<int, std::u16string>>& fields) {
+        if (!api_.CreateExif) return NotAvailable();
+        std::string error;
+        if (api_.CreateExif(file, settings, fields, error)) return kExitOk;
+        WriteErr("vvmeta: " + error + "\n");
+        return kExitUnreadable;
+    }
+
     int WriteComment(const std::u16string& files, const std::u16string& text, const std::u16string& settings) {
         if (!api_.WriteComment) return NotAvailable();
         std::string errors;
@@ -239,7 +277,8 @@ int Run(const std::vector<std::u16string>& args) {
     if (o.command.empty()) { WriteErr(kUsage); return kExitUsage; }
 
     static const char* const kFileCommands[] = {"show",    "exif",    "tag",         "exifinfo",    "iptc",
-                                                "iptctag", "comment", "readcomment", "writecomment", "writeiptc"};
+                                                "iptctag", "comment", "readcomment", "writecomment", "writeiptc",
+                                                "createexif"};
     bool known = o.command == "info" || o.command == "exports";
     for (const char* c : kFileCommands) known = known || o.command == c;
     if (!known) {  // "vvmeta FILE" is "vvmeta show FILE"
@@ -248,7 +287,7 @@ int Run(const std::vector<std::u16string>& args) {
     }
     const size_t wanted = (o.command == "info" || o.command == "exports") ? 0
                         : (o.command == "tag" || o.command == "iptctag" || o.command == "writecomment") ? 2 : 1;
-    if (o.positional.size() != wanted || o.capacity > (1 << 24) || o.capacity < -2) {
+    if (o.positional.size() != wanted || (!o.fields.empty() && o.command != "createexif") || o.capacity > (1 << 24) || o.capacity < -2) {
         WriteErr(std::string("vvmeta: bad arguments\n") + kUsage);
         return kExitUsage;
     }
@@ -278,6 +317,7 @@ int Run(const std::vector<std::u16string>& args) {
         if (o.sets.empty()) { WriteErr(std::string("vvmeta: bad arguments\n") + kUsage); return kExitUsage; }
         return run.WriteIptc(file, o.sets);
     }
+    if (o.command == "createexif") return run.CreateExif(file, o.settings, o.fields);
     if (o.command == "show") return run.Show(file, o.capacity);
     if (o.command == "exif") return run.Exif(file, o.mode, o.capacity);
     if (o.command == "tag") return run.Tag(file, number, o.capacity);

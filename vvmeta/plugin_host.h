@@ -32,6 +32,12 @@ struct PluginApi {
     // IPTC and rewrites the file. 1, or 0 with the writer's message.
     int (*WriteIptc)(const std::u16string& file, const std::vector<std::pair<int, std::u16string>>& fields,
                      std::string& error) = nullptr;
+    // The EXIF creation writer: a new EXIF block from the creation fields
+    // (row number in the dialog's order, text) in a JPEG that has none. The
+    // fields start as the dialog shows them, Date Taken set to now; `settings`
+    // gives the keep-date option. 1, or 0 with the writer's message.
+    int (*CreateExif)(const std::u16string& file, const std::u16string& settings,
+                      const std::vector<std::pair<int, std::u16string>>& fields, std::string& error) = nullptr;
 };
 
 // The thirteen export names, in the order of the export table.

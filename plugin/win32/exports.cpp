@@ -2,7 +2,9 @@
 // names (see Metadata.def). wchar_t is UTF-16 here, so wide arguments pass to
 // the portable core as char16_t unchanged.
 #include <cstdint>
+#include <memory>
 
+#include "exif/exif_creation.h"
 #include "../plugin_api.h"
 #include "module_state.h"
 
@@ -62,8 +64,13 @@ int __cdecl Show_EXIF_Info_W(const wchar_t*, HWND, const wchar_t*, int) {
     return 0;  // the EXIF window arrives with its dialog
 }
 
-int __cdecl Create_EXIF_Data_W(const wchar_t*, HWND, const wchar_t*) {
-    return 0;  // the EXIF creation dialog arrives with its writer
+int __cdecl Create_EXIF_Data_W(const wchar_t* path, HWND, const wchar_t* settings) {
+    if (!path) return 0;
+    auto state = std::make_unique<exif::ExifCreatorState>();
+    exif::PrepareExifCreator(U(path), settings ? std::u16string_view(U(settings)) : std::u16string_view(), *state);
+    // The creation dialog (template 275) runs here with `state` as its
+    // parameter once the dialogs are in; until then nothing is shown.
+    return 0;
 }
 
 int __cdecl LoadData_IPTC_W(const wchar_t* path, wchar_t* out, int capacity, int mode) {
