@@ -2,6 +2,7 @@
 #include <string>
 
 #include "fixture/makernote_fixture.h"
+#include "makernote_seed.h"
 #include "seeds.h"
 
 namespace {
@@ -9,15 +10,7 @@ namespace {
 using fixture::ByteOrder;
 using fixture::Bytes;
 using fixture::MakerNoteBuilder;
-
-// Flags, no rows before, the note at fixture::kNoteOffset, the Make text, the file.
-Bytes Seed(ByteOrder order, const std::string& make, const Bytes& file, bool cr3 = false) {
-    Bytes seed{static_cast<uint8_t>((order == ByteOrder::kBig ? 1 : 0) | (cr3 ? 2 : 0)), 0,
-               static_cast<uint8_t>(fixture::kNoteOffset), static_cast<uint8_t>(make.size())};
-    fixture::Append(seed, fixture::ToBytes(make));
-    fixture::Append(seed, file);
-    return seed;
-}
+using fuzzseeds::MakerNoteSeed;
 
 Bytes Note(ByteOrder order, const std::string& header, int64_t origin = fixture::kNoteOffset) {
     MakerNoteBuilder note(order);
@@ -45,20 +38,20 @@ Bytes CameraTiff(ByteOrder order, const std::string& make, const Bytes& note) {
 std::vector<Bytes> MakerNoteSeeds() {
     const ByteOrder le = ByteOrder::kLittle, be = ByteOrder::kBig;
     return {
-        Seed(be, "CASIO", Tiff(be, "")),
-        Seed(be, "CASIO COMPUTER CO.,LTD", Tiff(be, std::string("QVC\0\0\0", 6))),
-        Seed(le, "SONY", Tiff(le, std::string("SONY DSC \0\0\0", 12))),
-        Seed(le, "Panasonic", Tiff(le, std::string("Panasonic\0\0\0", 12))),
-        Seed(le, "NIKON", Tiff(le, std::string("Nikon\0\x01\0", 8))),
-        Seed(le, "NIKON", Tiff(le, be, std::string("Nikon\0\x02\x10\0\0MM\0*\0\0\0\x08", 18), -10)),
-        Seed(be, "PENTAX Corporation", Tiff(be, std::string("AOC\0MM", 6))),
-        Seed(be, "RICOH", Tiff(be, std::string("PENTAX \0MM", 10))),
-        Seed(be, "OLYMPUS", Tiff(be, le, std::string("OLYMPUS\0II\x03\0", 12))),
-        Seed(be, "OM Digital", Tiff(be, le, std::string("OM SYSTEM\0\0\0II\x04\0", 16))),
-        Seed(be, "FUJIFILM", Tiff(be, le, std::string("FUJIFILM\x0C\0\0\0", 12), 0)),
-        Seed(le, "Canon", Tiff(le, "")),
-        Seed(le, "Canon", Tiff(le, be, std::string("MM\0*\0\0\0\x08", 8), 0), true),
-        Seed(be, "Minolta Co., Ltd.", Tiff(be, "")),
+        MakerNoteSeed(be, "CASIO", Tiff(be, "")),
+        MakerNoteSeed(be, "CASIO COMPUTER CO.,LTD", Tiff(be, std::string("QVC\0\0\0", 6))),
+        MakerNoteSeed(le, "SONY", Tiff(le, std::string("SONY DSC \0\0\0", 12))),
+        MakerNoteSeed(le, "Panasonic", Tiff(le, std::string("Panasonic\0\0\0", 12))),
+        MakerNoteSeed(le, "NIKON", Tiff(le, std::string("Nikon\0\x01\0", 8))),
+        MakerNoteSeed(le, "NIKON", Tiff(le, be, std::string("Nikon\0\x02\x10\0\0MM\0*\0\0\0\x08", 18), -10)),
+        MakerNoteSeed(be, "PENTAX Corporation", Tiff(be, std::string("AOC\0MM", 6))),
+        MakerNoteSeed(be, "RICOH", Tiff(be, std::string("PENTAX \0MM", 10))),
+        MakerNoteSeed(be, "OLYMPUS", Tiff(be, le, std::string("OLYMPUS\0II\x03\0", 12))),
+        MakerNoteSeed(be, "OM Digital", Tiff(be, le, std::string("OM SYSTEM\0\0\0II\x04\0", 16))),
+        MakerNoteSeed(be, "FUJIFILM", Tiff(be, le, std::string("FUJIFILM\x0C\0\0\0", 12), 0)),
+        MakerNoteSeed(le, "Canon", Tiff(le, "")),
+        MakerNoteSeed(le, "Canon", Tiff(le, be, std::string("MM\0*\0\0\0\x08", 8), 0), true),
+        MakerNoteSeed(be, "Minolta Co., Ltd.", Tiff(be, "")),
     };
 }
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "fixture/makernote_fixture.h"
+#include "makernote_seed.h"
 #include "seeds.h"
 
 namespace {
@@ -10,16 +11,7 @@ namespace {
 using fixture::ByteOrder;
 using fixture::Bytes;
 using fixture::MakerNoteBuilder;
-
-// Flags (bit 0 big-endian, bit 1 CR3), no rows before, the note's offset,
-// the Make text, then the file.
-Bytes Seed(ByteOrder order, const std::string& make, const Bytes& file, bool cr3 = false) {
-    Bytes seed{static_cast<uint8_t>((order == ByteOrder::kBig ? 1 : 0) | (cr3 ? 2 : 0)), 0,
-               static_cast<uint8_t>(fixture::kNoteOffset), static_cast<uint8_t>(make.size())};
-    fixture::Append(seed, fixture::ToBytes(make));
-    fixture::Append(seed, file);
-    return seed;
-}
+using fuzzseeds::MakerNoteSeed;
 
 Bytes Shorts(ByteOrder order, int count, int step) {
     Bytes out;
@@ -55,12 +47,12 @@ std::vector<Bytes> CanonNikonSeeds() {
     const std::string embeddedLE("Nikon\0\x02\x10\0\0II*\0\x08\0\0\0", 18);
     const std::string embeddedBE("Nikon\0\x02\x10\0\0MM\0*\0\0\0\x08", 18);
     return {
-        Seed(le, "Canon", fixture::MakerNoteTiff(le, CanonNote(le, "", fixture::kNoteOffset))),
-        Seed(be, "Canon", fixture::MakerNoteTiff(be, CanonNote(be, "", fixture::kNoteOffset))),
-        Seed(le, "Canon", fixture::MakerNoteTiff(le, CanonNote(be, std::string("MM\0*\0\0\0\x08", 8), 0)), true),
-        Seed(be, "NIKON CORPORATION", fixture::MakerNoteTiff(be, NikonNote(le, embeddedLE, -10))),
-        Seed(le, "NIKON CORPORATION", fixture::MakerNoteTiff(le, NikonNote(be, embeddedBE, -10))),
-        Seed(le, "NIKON", fixture::MakerNoteTiff(le, NikonNote(le, "", fixture::kNoteOffset))),
+        MakerNoteSeed(le, "Canon", fixture::MakerNoteTiff(le, CanonNote(le, "", fixture::kNoteOffset))),
+        MakerNoteSeed(be, "Canon", fixture::MakerNoteTiff(be, CanonNote(be, "", fixture::kNoteOffset))),
+        MakerNoteSeed(le, "Canon", fixture::MakerNoteTiff(le, CanonNote(be, std::string("MM\0*\0\0\0\x08", 8), 0)), true),
+        MakerNoteSeed(be, "NIKON CORPORATION", fixture::MakerNoteTiff(be, NikonNote(le, embeddedLE, -10))),
+        MakerNoteSeed(le, "NIKON CORPORATION", fixture::MakerNoteTiff(le, NikonNote(be, embeddedBE, -10))),
+        MakerNoteSeed(le, "NIKON", fixture::MakerNoteTiff(le, NikonNote(le, "", fixture::kNoteOffset))),
     };
 }
 

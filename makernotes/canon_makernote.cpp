@@ -4,15 +4,13 @@
 // settings, shot info), one setting per element; those arrays are read in a
 // second pass over the directory and give one row per setting.
 #include <cmath>
-#include <cstring>
 
+#include "makernote_array.h"
 #include "makernote_decoders.h"
-#include "makernote_limits.h"
 
 namespace makernotes {
 namespace {
 
-constexpr size_t kEntrySize = 12;
 enum : uint16_t { kShortType = 3 };
 
 // ------------------------------------------------------------ plain tags
@@ -74,48 +72,25 @@ constexpr ValueText kWhiteBalanceTexts[] = {
     {20, "PC Set4"}, {21, "PC Set5"}, {23, "Auto (ambience priority)"},
 };
 
-// The elements of one array, as read (signed, in the note's byte order).
-struct Elements {
-    const int16_t* values;
-    size_t size;
-    bool Has(size_t i) const { return i < size; }
-    int At(size_t i) const { return values[i]; }
-};
-
-using ElementFormatter = void (*)(const Elements&, exif::TagRecord&);
-
-template <const Enumeration& E, size_t Index>
-void EnumElement(const Elements& a, exif::TagRecord& row) {
-    const int v = a.At(Index);
-    for (size_t i = 0; i < E.size; ++i)
-        if (E.texts[i].value == v) return exif::SetRowValue(row, E.texts[i].text);
-    SetValuef(row, E.otherwise, v);
-}
-
-template <size_t Index>
-void NumberElement(const Elements& a, exif::TagRecord& row) {
-    SetValuef(row, "%d", a.At(Index));
-}
-
-void SelfTimer(const Elements& a, exif::TagRecord& row) {
-    const int v = a.At(2);
+void SelfTimer(const ArrayElements& a, exif::TagRecord& row) {
+    const int v = static_cast<int>(a.At(2));
     if (v <= 0) return exif::SetRowValue(row, "Off");
     // Tenths of a second in the low 12 bits; bit 14 marks the custom delay.
     SetValuef(row, "%.1f s%s", (v & 0xFFF) / 10.0, (v & 0x4000) ? ", Custom" : "");
 }
 
-void FocalRange(const Elements& a, exif::TagRecord& row) {
+void FocalRange(const ArrayElements& a, exif::TagRecord& row) {
     // Focal lengths count in units per millimetre; 0 units means 1.
-    const int units = a.At(25) > 0 ? a.At(25) : 1;
+    const int64_t units = a.At(25) > 0 ? a.At(25) : 1;
     const double longest = static_cast<uint16_t>(a.At(23)) / static_cast<double>(units);
     const double shortest = static_cast<uint16_t>(a.At(24)) / static_cast<double>(units);
     if (shortest == longest) return SetValuef(row, "%g mm", shortest);
     SetValuef(row, "%g - %g mm", shortest, longest);
 }
 
-void BaseIso(const Elements& a, exif::TagRecord& row) {
+void BaseIso(const ArrayElements& a, exif::TagRecord& row) {
     // An APEX-like speed: 32 steps per stop, 100 x 2^(v/32) / 32.
-    const int v = a.At(2);
+    const int64_t v = a.At(2);
     if (v == 0) return;
     SetValuef(row, "%.0f", 100.0 * std::exp2(v / 32.0) / 32.0);
 }
@@ -128,13 +103,6 @@ constexpr Enumeration kFocusMode = Enum(kFocusModeTexts, Sign::kSigned, "%d");
 constexpr Enumeration kMetering = Enum(kMeteringTexts, Sign::kSigned, "%d");
 constexpr Enumeration kExposureMode = Enum(kExposureModeTexts, Sign::kSigned, "%d");
 constexpr Enumeration kWhiteBalance = Enum(kWhiteBalanceTexts, Sign::kSigned, "%d");
-
-// One row per setting: the highest element it reads, its name and format.
-struct ArrayRow {
-    size_t needs;
-    const char* name;
-    ElementFormatter format;
-};
 
 constexpr ArrayRow kCameraSettings[] = {
     {1, "Macro Mode", EnumElement<kMacroMode, 1>},
@@ -154,81 +122,13 @@ constexpr ArrayRow kShotInfo[] = {
     {9, "Sequence Number", NumberElement<9>},
 };
 
-struct ArrayTag {
-    uint16_t tag;
-    const ArrayRow* rows;
-    size_t size;
+// Both arrays: signed SHORTs in the note's byte order.
+constexpr ArrayLayout kShorts = {kShortType, 2, Sign::kSigned, ElementOrder::kNote};
+constexpr ArrayTag kArrayTags[] = {
+    Array(1, kShorts, kCameraSettings),
+    Array(4, kShorts, kShotInfo),
 };
-
-template <size_t N>
-constexpr ArrayTag Array(uint16_t tag, const ArrayRow (&rows)[N]) {
-    return {tag, rows, N};
-}
-
-constexpr ArrayTag kArrays[] = {
-    Array(1, kCameraSettings),
-    Array(4, kShotInfo),
-};
-
-// The arrays are short (camera settings about 50 elements); what lies
-// beyond the last element a row reads is never fetched.
-constexpr size_t kArrayReadLimit = 64;
-
-void DecodeArray(platform::File& file, uint32_t offsetBase, int bigEndian, const exif::TiffEntry& entry,
-                 const ArrayTag& array, exif::TagRecordTable& table, uint32_t* rowCount) {
-    if (entry.type != kShortType) return;
-    uint8_t bytes[kArrayReadLimit * 2] = {};
-    exif::TagRecord& scratch = table.rows[*rowCount];
-    const exif::EntryContext context{file, offsetBase, bigEndian, entry, scratch};
-    const size_t got = exif::ReadRawBlock(context, bytes, sizeof bytes) / 2;
-    int16_t values[kArrayReadLimit] = {};
-    for (size_t i = 0; i < got; ++i) values[i] = static_cast<int16_t>(exif::GetU16(bytes + 2 * i, bigEndian));
-    const Elements elements{values, got};
-    for (size_t i = 0; i < array.size; ++i) {
-        const ArrayRow& r = array.rows[i];
-        if (!elements.Has(r.needs)) continue;
-        if (*rowCount >= kMakerNoteRowLimit) return;
-        exif::TagRecord& row = table.rows[*rowCount];
-        exif::BeginRow(row, entry.tag, entry);
-        exif::SetRowName(row, r.name);
-        r.format(elements, row);
-        ++*rowCount;
-    }
-}
-
-const ArrayTag* FindArray(uint16_t tag) {
-    for (const ArrayTag& a : kArrays)
-        if (a.tag == tag) return &a;
-    return nullptr;
-}
-
-// The second pass: the same directory again, for the array tags only.
-// rowsBefore: the count before the first pass, so that both passes skip
-// the same directories.
-void DecodeArrays(platform::File& file, int64_t directory, uint32_t offsetBase, exif::TagRecordTable& table,
-                  uint32_t rowsBefore, uint32_t* rowCount, int bigEndian) {
-    if (!file.Seek(directory)) return;
-    uint8_t countBytes[2] = {};
-    if (file.Read(countBytes, sizeof countBytes) != sizeof countBytes) return;
-    const uint32_t entryCount = exif::GetU16(countBytes, bigEndian);
-    if (rowsBefore >= kMakerNoteRowLimit || entryCount >= kMakerNoteRowLimit - rowsBefore) return;
-    for (uint32_t i = 0; i < entryCount && *rowCount < kMakerNoteRowLimit; ++i) {
-        uint8_t raw[kEntrySize] = {};
-        if (file.Read(raw, sizeof raw) != sizeof raw) return;
-        exif::TiffEntry entry;
-        entry.tag = exif::GetU16(raw, bigEndian);
-        entry.type = exif::GetU16(raw + 2, bigEndian);
-        entry.count = exif::GetU32(raw + 4, bigEndian);
-        entry.valueField = exif::GetU32(raw + 8, bigEndian);
-        std::memcpy(entry.fieldBytes, raw + 8, 4);
-        entry.inlineShort = exif::GetU16(raw + 8, bigEndian);
-        const ArrayTag* array = FindArray(entry.tag);
-        if (!array) continue;
-        const int64_t next = file.Tell();
-        DecodeArray(file, offsetBase, bigEndian, entry, *array, table, rowCount);
-        if (!file.Seek(next)) return;
-    }
-}
+constexpr ArrayTags kArrays = Arrays(kArrayTags);
 
 }  // namespace
 
@@ -237,7 +137,7 @@ void DecodeCanonMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRe
     const int64_t directory = file.Tell();
     const uint32_t rowsBefore = *rowCount;
     DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kCanon);
-    if (directory >= 0) DecodeArrays(file, directory, offsetBase, table, rowsBefore, rowCount, bigEndian);
+    DecodeArrayTags(file, directory, offsetBase, table, rowsBefore, rowCount, bigEndian, kArrays);
 }
 
 }  // namespace makernotes

@@ -58,5 +58,6 @@ const MakerTable& SonyTags();
 const MakerTable& PanasonicTags();
 const MakerTable& NikonType1Tags();
 const MakerTable& PentaxTags();
+const MakerTable& MinoltaTags();
 
 }  // namespace makernotes

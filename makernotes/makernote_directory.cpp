@@ -102,6 +102,35 @@ uint16_t MakerEntry::Unsigned16() const {
 
 int32_t MakerEntry::Signed16() const { return static_cast<int16_t>(Unsigned16()); }
 
+const char* EnumerationText(const Enumeration& e, int64_t value) {
+    for (size_t i = 0; i < e.size; ++i)
+        if (e.texts[i].value == value) return e.texts[i].text;
+    return nullptr;
+}
+
+int32_t RevisitDirectoryCount(platform::File& file, int64_t directory, int bigEndian, uint32_t rowsBefore) {
+    uint8_t countBytes[2] = {};
+    if (directory < 0 || !file.Seek(directory) || !file.ReadExact(countBytes, sizeof countBytes)) return -1;
+    const uint32_t entryCount = exif::GetU16(countBytes, bigEndian);
+    if (rowsBefore >= kMakerNoteRowLimit || entryCount >= kMakerNoteRowLimit - rowsBefore) return -1;
+    return static_cast<int32_t>(entryCount);
+}
+
+bool FindDirectoryEntry(platform::File& file, int bigEndian, uint16_t tag, exif::TiffEntry& found) {
+    const int64_t start = file.Tell();
+    uint8_t countBytes[2] = {};
+    bool seen = false;
+    if (start >= 0 && file.ReadExact(countBytes, sizeof countBytes)) {
+        const uint32_t count = exif::GetU16(countBytes, bigEndian);
+        for (uint32_t i = 0; i < count && i < kMakerNoteRowLimit && !seen; ++i) {
+            if (!exif::ReadTiffEntry(file, bigEndian, found)) break;
+            seen = found.tag == tag;
+        }
+    }
+    if (start >= 0) file.Seek(start);
+    return seen;
+}
+
 const MakerTag* MakerTable::Find(uint16_t tag) const {
     for (size_t i = 0; i < size; ++i)
         if (tags[i].tag == tag) return &tags[i];

@@ -16,6 +16,7 @@
 
 #include "exif/exif_reader.h"
 #include "exif/tag_record.h"
+#include "makernote_limits.h"
 #include "platform/platform.h"
 
 namespace makernotes {
@@ -61,6 +62,9 @@ constexpr Enumeration Enum(const ValueText (&texts)[N], Sign sign, const char* o
 // A tag shown as its number only.
 constexpr Enumeration Number(Sign sign, const char* format) { return {nullptr, 0, sign, format}; }
 
+// The text an enumeration lists for a value; null when it lists none.
+const char* EnumerationText(const Enumeration& e, int64_t value);
+
 // What a tag's format is given: the entry (fields in host order, the value
 // field also in file order), the row that receives the value text, and the
 // reading context for out-of-line values (file, offset base, byte order).
@@ -104,6 +108,22 @@ struct MakerTable {
     const MakerTag* Find(uint16_t tag) const;
 };
 
+// A table's invariants, for a maker's static_assert: tags ascend, each
+// once; an enumeration lists each value once.
+template <size_t N>
+constexpr bool TagsAscend(const MakerTag (&tags)[N]) {
+    for (size_t i = 1; i < N; ++i)
+        if (tags[i - 1].tag >= tags[i].tag) return false;
+    return true;
+}
+template <size_t N>
+constexpr bool ValuesUnique(const ValueText (&texts)[N]) {
+    for (size_t i = 0; i < N; ++i)
+        for (size_t j = i + 1; j < N; ++j)
+            if (texts[i].value == texts[j].value) return false;
+    return true;
+}
+
 template <size_t N>
 constexpr MakerTable Table(const MakerTag (&tags)[N], ValueRule rule, bool stopAtRowLimit = false) {
     return {tags, N, rule, stopAtRowLimit};
@@ -131,6 +151,38 @@ inline void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif
                                  uint32_t* rowCount, int bigEndian, const MakerTable& maker) {
     DecodeMakerDirectory(file, offsetBase, table, rowCount, DirectoryOrder{bigEndian, bigEndian}, maker);
 }
+
+// ------------------------------------------------------------ second passes
+//
+// Some tags are read in a pass of their own after the entry loop (setting
+// arrays, sub-directories), or looked up before it (a tag whose value changes
+// how another tag reads). Both walk the same directory again.
+
+// The entry count of the directory at `directory`, leaving the file at its
+// first entry; -1 when the count cannot be read, or when the entry loop
+// skipped the directory (rowsBefore: the row count before the loop ran, so
+// that both passes make the same decision).
+int32_t RevisitDirectoryCount(platform::File& file, int64_t directory, int bigEndian, uint32_t rowsBefore);
+
+// Walks the directory again, calling visit(entry, entryCount) for each entry
+// while the table has room; stops at a short read. What `visit` reads
+// elsewhere does not disturb the walk.
+template <typename Visit>
+void RevisitDirectory(platform::File& file, int64_t directory, int bigEndian, uint32_t rowsBefore,
+                      const uint32_t* rowCount, Visit&& visit) {
+    const int32_t count = RevisitDirectoryCount(file, directory, bigEndian, rowsBefore);
+    for (int32_t i = 0; i < count && *rowCount < kMakerNoteRowLimit; ++i) {
+        exif::TiffEntry entry;
+        if (!exif::ReadTiffEntry(file, bigEndian, entry)) return;
+        const int64_t next = file.Tell();
+        visit(entry, static_cast<uint32_t>(count));
+        if (file.Tell() != next && (next < 0 || !file.Seek(next))) return;
+    }
+}
+
+// The first entry with `tag` in the directory at the file position (at most
+// as many entries as the row limit are looked at); the position is kept.
+bool FindDirectoryEntry(platform::File& file, int bigEndian, uint16_t tag, exif::TiffEntry& found);
 
 // Formats for the tags whose value is stored in its own type: text for ASCII
 // and UNDEFINED, numbers for the integer types and rationals (one decimal

@@ -31,4 +31,8 @@ constexpr uint32_t kGenericNumbersLimit = 64;
 // Rationals a generic value lists.
 constexpr uint32_t kGenericRationalsLimit = 8;
 
+// Elements of a settings array that are read: the settings a maker names all
+// lie below this (Minolta's last at 49), and what lies beyond is never fetched.
+constexpr size_t kArrayElementsLimit = 64;
+
 }  // namespace makernotes

@@ -237,22 +237,8 @@ void LensName(const MakerEntry& e) {
 
 // Tag 0083's byte, from the directory at the file position (which is kept).
 uint8_t FindLensType(platform::File& file, int bigEndian) {
-    const int64_t start = file.Tell();
-    uint8_t countBytes[2] = {};
-    uint8_t found = 0;
-    if (start >= 0 && file.Read(countBytes, sizeof countBytes) == sizeof countBytes) {
-        const uint32_t count = exif::GetU16(countBytes, bigEndian);
-        for (uint32_t i = 0; i < count && i < kMakerNoteRowLimit; ++i) {
-            uint8_t raw[12] = {};
-            if (file.Read(raw, sizeof raw) != sizeof raw) break;
-            if (exif::GetU16(raw, bigEndian) == 0x83) {
-                found = raw[8];
-                break;
-            }
-        }
-    }
-    if (start >= 0) file.Seek(start);
-    return found;
+    exif::TiffEntry entry;
+    return FindDirectoryEntry(file, bigEndian, 0x83, entry) ? entry.fieldBytes[0] : 0;
 }
 
 }  // namespace

@@ -14,17 +14,7 @@
 
 namespace {
 
-struct Expect {
-    const char* row;       // our row name
-    const char* exiftool;  // "Group:Tag"
-    const char* number;    // exiftool -n
-    const char* ours;      // our value text
-};
-
-struct Sample {
-    const char* file;
-    std::vector<Expect> rows;  // every maker row, in order
-};
+using Sample = corpus::MakerSample;
 
 const Sample kSamples[] = {
     {"Canon.jpg",
@@ -162,48 +152,12 @@ const Sample kSamples[] = {
       {"Shutter Count", "Nikon:ShutterCount", "3619", "3619"}}},
 };
 
-struct MakerRow {
-    std::string name, value;
-};
-
-// The rows under the "Maker Note (Vendor):" heading, up to the next separator
-// or heading.
-std::vector<MakerRow> MakerRows(const std::string& path) {
-    auto table = std::make_unique<exif::TagRecordTable>();
-    uint32_t count = 0;
-    int bigEndian = 0;
-    std::vector<MakerRow> rows;
-    if (!exif::ReadExifTags(platform::Utf8ToUtf16(path), *table, &count, &bigEndian)) return rows;
-    bool inNote = false;
-    for (uint32_t i = 0; i < count; ++i) {
-        const exif::TagRecord& row = table->rows[i];
-        const std::string name = row.name;
-        if (name == "Maker Note (Vendor):") {
-            inNote = true;
-        } else if (inNote) {
-            if (name.empty() || name.back() == ':') break;
-            rows.push_back({name, row.value});
-        }
-    }
-    exif::FreeTagRecordTable(table.get(), 0);
-    return rows;
-}
-
 TEST(CanonNikonCorpus, MakerRowsAreTheStatedRowsAndAgreeWithExiftool) {
     VV_REQUIRE_CORPUS();
     for (const Sample& sample : kSamples) {
         SCOPED_TRACE(sample.file);
         const std::string path = corpus::Path(sample.file);
-        const auto exiftool = corpus::Exiftool(path, "-n");
-        const std::vector<MakerRow> rows = MakerRows(path);
-        ASSERT_EQ(rows.size(), sample.rows.size());
-        for (size_t i = 0; i < rows.size(); ++i) {
-            const Expect& want = sample.rows[i];
-            const auto it = exiftool.find(want.exiftool);
-            EXPECT_EQ(it == exiftool.end() ? std::string() : it->second, want.number) << want.exiftool;
-            EXPECT_EQ(rows[i].name, want.row);
-            EXPECT_EQ(rows[i].value, want.ours) << want.row;
-        }
+        corpus::ExpectMakerRows(path, sample.rows, corpus::Exiftool(path, "-n"));
     }
 }
 

@@ -4,8 +4,12 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <memory>
 #include <sstream>
 #include <sys/wait.h>
+
+#include "exif/exif_reader.h"
+#include "platform/platform.h"
 
 namespace fs = std::filesystem;
 
@@ -77,6 +81,73 @@ std::map<std::string, std::string> Exiftool(const std::string& file, const std::
         tags.emplace(line.substr(1, eq - 1), line.substr(eq + 1));
     }
     return tags;
+}
+
+std::map<std::string, std::string> ExiftoolByTagId(const std::string& file) {
+    std::map<std::string, std::string> tags;
+    std::istringstream lines(Run("exiftool -a -G1 -n -s -H " + Quote(file) + " 2>/dev/null"));
+    std::string line;
+    while (std::getline(lines, line)) {
+        // [Group]   0x0101 Name   : value
+        const size_t close = line.find(']'), colon = line.find(" : ");
+        if (line.empty() || line[0] != '[' || close == std::string::npos || colon == std::string::npos) continue;
+        std::istringstream head(line.substr(close + 1, colon - close - 1));
+        std::string id, name;
+        if (!(head >> id >> name)) continue;
+        tags.emplace(line.substr(1, close - 1) + ":" + id + " " + name, line.substr(colon + 3));
+    }
+    return tags;
+}
+
+namespace {
+
+constexpr char kMakerHeading[] = "Maker Note (Vendor):";
+
+// The file's rows; none when it cannot be read.
+std::vector<MakerRow> AllRows(const std::string& file) {
+    auto table = std::make_unique<exif::TagRecordTable>();
+    uint32_t count = 0;
+    int bigEndian = 0;
+    std::vector<MakerRow> rows;
+    if (exif::ReadExifTags(platform::Utf8ToUtf16(file), *table, &count, &bigEndian))
+        for (uint32_t i = 0; i < count; ++i) rows.push_back({table->rows[i].tag, table->rows[i].name, table->rows[i].value});
+    exif::FreeTagRecordTable(table.get(), 0);
+    return rows;
+}
+
+}  // namespace
+
+std::vector<MakerRow> MakerRows(const std::string& file) {
+    std::vector<MakerRow> rows;
+    bool inNote = false;
+    for (MakerRow& row : AllRows(file)) {
+        if (row.name == kMakerHeading) {
+            inNote = true;
+        } else if (inNote) {
+            if (row.name.empty() || row.name.back() == ':') break;
+            rows.push_back(std::move(row));
+        }
+    }
+    return rows;
+}
+
+bool HasMakerHeading(const std::string& file) {
+    for (const MakerRow& row : AllRows(file))
+        if (row.name == kMakerHeading) return true;
+    return false;
+}
+
+void ExpectMakerRows(const std::string& file, const std::vector<MakerExpect>& rows,
+                     const std::map<std::string, std::string>& exiftool, const std::string& keyPrefix) {
+    const std::vector<MakerRow> ours = MakerRows(file);
+    ASSERT_EQ(ours.size(), rows.size());
+    for (size_t i = 0; i < ours.size(); ++i) {
+        const MakerExpect& want = rows[i];
+        const auto it = exiftool.find(keyPrefix + want.exiftool);
+        EXPECT_EQ(it == exiftool.end() ? std::string() : it->second, want.number) << want.exiftool;
+        EXPECT_EQ(ours[i].name, want.row);
+        EXPECT_EQ(ours[i].value, want.ours) << want.row;
+    }
 }
 
 }  // namespace corpus

@@ -1,5 +1,5 @@
-// The maker rows the reader makes for the corpus's Casio, Sony, Panasonic
-// and Pentax files, against exiftool's values for the same tags. Every maker
+// The maker rows the reader makes for the corpus's Casio, Sony and Panasonic
+// files, against exiftool's values for the same tags. Every maker
 // row is either checked against exiftool or listed as a disagreement with
 // its reason; the disagreements pin the value our rules give.
 #include <cmath>
@@ -14,7 +14,6 @@
 #include "corpus.h"
 #include "exif/exif_reader.h"
 #include "exif/tag_record.h"
-#include "makernotes/lens_tables.h"
 #include "platform/platform.h"
 
 namespace {
@@ -24,7 +23,6 @@ enum class Compare {
     kNumber,       // our text equals exiftool's number
     kMillimetres,  // "n mm" against exiftool's metres
     kAfMode,       // our text for exiftool's two bytes "low high"
-    kPentaxLens,   // our name for exiftool's "series number"
 };
 
 struct Check {
@@ -84,34 +82,7 @@ const Sample kSamples[] = {
       {28, "Panasonic:MacroMode", Compare::kText},
       {31, "Panasonic:ShootingMode", Compare::kText}},
      {}},
-    {"Pentax.jpg", {{63, "Pentax:LensType", Compare::kPentaxLens}}, {}},
 };
-
-struct MakerRow {
-    uint32_t tag;
-    std::string name, value;
-};
-
-// The rows under the "Maker Note (Vendor):" heading, up to the next separator.
-std::vector<MakerRow> MakerRows(const std::string& path) {
-    auto table = std::make_unique<exif::TagRecordTable>();
-    uint32_t count = 0;
-    int bigEndian = 0;
-    std::vector<MakerRow> rows;
-    if (!exif::ReadExifTags(platform::Utf8ToUtf16(path), *table, &count, &bigEndian)) return rows;
-    bool inNote = false;
-    for (uint32_t i = 0; i < count; ++i) {
-        const exif::TagRecord& row = table->rows[i];
-        if (std::strcmp(row.name, "Maker Note (Vendor):") == 0) {
-            inNote = true;
-        } else if (inNote) {
-            if (row.name[0] == '\0') break;
-            rows.push_back({row.tag, row.name, row.value});
-        }
-    }
-    exif::FreeTagRecordTable(table.get(), 0);
-    return rows;
-}
 
 // Our text for exiftool's value, or "" when we cannot tell.
 std::string Expected(Compare how, const std::string& numeric, const std::string& printed) {
@@ -128,13 +99,6 @@ std::string Expected(Compare how, const std::string& numeric, const std::string&
             auto it = kAreas.find(numeric);
             return it == kAreas.end() ? "" : it->second;
         }
-        case Compare::kPentaxLens: {
-            unsigned series = 0, number = 0;
-            char name[128] = "";
-            if (std::sscanf(numeric.c_str(), "%u %u", &series, &number) == 2)
-                makernotes::LookupPentaxLens(series, number, name, sizeof name);
-            return name;
-        }
     }
     return "";
 }
@@ -146,10 +110,10 @@ TEST(MakerNoteCorpus, MakerRowsAgreeWithExiftoolOrDifferForTheirListedReason) {
         const std::string path = corpus::Path(sample.file);
         const auto numeric = corpus::Exiftool(path, "-n");
         const auto printed = corpus::Exiftool(path, "");
-        const std::vector<MakerRow> rows = MakerRows(path);
+        const std::vector<corpus::MakerRow> rows = corpus::MakerRows(path);
 
-        std::map<uint32_t, const MakerRow*> byTag;
-        for (const MakerRow& row : rows) byTag.emplace(row.tag, &row);
+        std::map<uint32_t, const corpus::MakerRow*> byTag;
+        for (const corpus::MakerRow& row : rows) byTag.emplace(row.tag, &row);
         size_t accounted = 0;
         for (const Check& check : sample.checks) {
             const auto row = byTag.find(check.tag);

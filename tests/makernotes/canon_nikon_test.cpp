@@ -11,17 +11,6 @@
 namespace {
 
 using namespace notetest;
-using fixture::MakerNoteBuilder;
-using Texts = std::vector<std::string>;
-
-constexpr ByteOrder kLE = ByteOrder::kLittle;
-constexpr ByteOrder kBE = ByteOrder::kBig;
-
-Texts RowTexts(const Decoded& d) {
-    Texts out;
-    for (const Row& r : d.rows()) out.push_back(r.name + "=" + r.value);
-    return out;
-}
 
 Bytes Shorts(ByteOrder order, std::initializer_list<int> values) {
     Bytes out;

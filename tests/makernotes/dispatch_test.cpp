@@ -45,8 +45,6 @@ std::vector<std::string> Dispatch(ByteOrder order, const std::string& make, cons
 }
 
 using Calls = std::vector<std::string>;
-constexpr ByteOrder kLE = ByteOrder::kLittle;
-constexpr ByteOrder kBE = ByteOrder::kBig;
 
 TEST(MakerDispatch, NothingRunsWithoutANoteOffset) {
     EXPECT_EQ(Dispatch(kLE, "CASIO", Note("QVC"), false, 0), Calls{});
@@ -180,9 +178,10 @@ TEST(MakerDispatch, TwoDecodersReadTheSameDirectoryInStepOrder) {
                            .Field(63, fixture::kByte, 4, {0x03, 0x11, 0, 0})
                            .Build(fixture::kNoteOffset);
     const auto rows = DispatchNote(kLE, "PENTAX", note).rows();
-    ASSERT_EQ(rows.size(), 2u);
+    ASSERT_EQ(rows.size(), 3u);
     EXPECT_EQ(rows[0].name + "=" + rows[0].value, "Quality=Fine");
-    EXPECT_EQ(rows[1].name + "=" + rows[1].value, "Lens Type=smc PENTAX-FA SOFT 85mm F2.8");
+    EXPECT_EQ(rows[1].name + "=" + rows[1].value, "Quality=Best");
+    EXPECT_EQ(rows[2].name + "=" + rows[2].value, "Lens Type=smc PENTAX-FA SOFT 85mm F2.8");
 }
 
 }  // namespace

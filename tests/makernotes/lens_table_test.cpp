@@ -1,4 +1,4 @@
-// The two lens tables as data (their order, keys and names) and their lookups.
+// The two lens tables as data (their keys and names) and their lookups.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -21,18 +21,11 @@ TEST(PentaxLensTable, KeysAreUniqueAndAscendExceptTheOneWideNumber) {
         EXPECT_TRUE(keys.insert({row.series, row.number}).second) << row.series << "," << row.number;
         const size_t length = std::strlen(row.name);
         EXPECT_TRUE(length > 0 && length <= 127) << i;
+        // (3, 4432) can never match single-byte keys; it stands between (3, 44) and (3, 46) as it is.
         if (i == 0 || row.number == 4432) continue;
         const auto& before = PentaxLensTable[i - 1].number == 4432 ? PentaxLensTable[i - 2] : PentaxLensTable[i - 1];
         EXPECT_TRUE(before.series < row.series || (before.series == row.series && before.number < row.number)) << i;
     }
-    // (3, 4432) stands between (3, 44) and (3, 46); the table ends with the two unscanned rows.
-    const auto at = [](size_t i) { return std::make_pair(PentaxLensTable[i].series, PentaxLensTable[i].number); };
-    size_t wide = 0;
-    while (PentaxLensTable[wide].number != 4432) ++wide;
-    EXPECT_EQ(at(wide - 1), std::make_pair(3u, 44u));
-    EXPECT_EQ(at(wide + 1), std::make_pair(3u, 46u));
-    EXPECT_EQ(at(147), std::make_pair(8u, 242u));
-    EXPECT_EQ(at(148), std::make_pair(8u, 255u));
 }
 
 TEST(PentaxLensTable, LookupScansOnlyTheFirst147Rows) {
@@ -61,12 +54,9 @@ TEST(NikonLensTable, EveryKeyFindsItsRowAndAnyOneByteOffFindsNothing) {
             EXPECT_STREQ(other, "untouched");
         }
     }
-}
-
-TEST(NikonLensTable, NameIsCutToTheOutputSize) {
-    char out[8];
-    ASSERT_TRUE(makernotes::LookupNikonLens(NikonLensTable[0].key, out, sizeof out));
-    EXPECT_STREQ(out, "AF-S DX");
+    char cut[8];  // the name is cut to the output size
+    ASSERT_TRUE(makernotes::LookupNikonLens(NikonLensTable[0].key, cut, sizeof cut));
+    EXPECT_STREQ(cut, "AF-S DX");
 }
 
 }  // namespace

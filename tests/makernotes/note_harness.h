@@ -1,4 +1,4 @@
-// Runs the dispatch or one decoder over a note written into a small TIFF
+// Runs the dispatch over a note written into a small TIFF
 // (the note at fixture::kNoteOffset, offsets counting from the TIFF header).
 #pragma once
 
@@ -19,6 +19,11 @@ namespace notetest {
 
 using fixture::ByteOrder;
 using fixture::Bytes;
+using fixture::MakerNoteBuilder;
+using Texts = std::vector<std::string>;
+
+constexpr ByteOrder kLE = ByteOrder::kLittle;
+constexpr ByteOrder kBE = ByteOrder::kBig;
 
 struct Row {
     uint32_t tag;
@@ -42,10 +47,14 @@ struct Decoded {
             if (r.tag == tag) return r.value;
         return "<no row>";
     }
-    // Every entry's tag is written into the row at the count before the
-    // maker is asked for it: with no rows named, this is the last tag read.
-    uint32_t lastTagRead() const { return table->rows[count].tag; }
 };
+
+// "name=value" of each row the note added.
+inline Texts RowTexts(const Decoded& d) {
+    Texts out;
+    for (const Row& r : d.rows()) out.push_back(r.name + "=" + r.value);
+    return out;
+}
 
 // A table with `filler` data rows and then a Make row (when make is given).
 inline Decoded TableWithMake(const std::string& make, uint32_t filler = 0) {
@@ -80,16 +89,6 @@ inline Decoded DispatchNote(ByteOrder order, const std::string& make, const Byte
     Decoded d = TableWithMake(make, filler);
     WithNoteFile(order, note, [&](platform::File& file) {
         makernotes::DispatchMakerNote(file, 0, *d.table, &d.count, IsBig(order), fixture::kNoteOffset, false);
-    });
-    return d;
-}
-
-// One decoder, the file at the note's start + at, offsets from the TIFF header.
-inline Decoded RunDecoder(makernotes::MakerNoteDecoder decoder, ByteOrder order, const Bytes& note, int64_t at) {
-    Decoded d;
-    WithNoteFile(order, note, [&](platform::File& file) {
-        file.Seek(fixture::kNoteOffset + at);
-        decoder(file, 0, *d.table, &d.count, IsBig(order));
     });
     return d;
 }
