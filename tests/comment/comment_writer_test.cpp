@@ -9,7 +9,6 @@
 #include "comment/comment_reader.h"
 #include "comment/comment_writer.h"
 #include "fixture/container_fixture.h"
-#include "fixture/iptc_fixture.h"
 #include "platform/platform.h"
 #include "plugin/file_rewrite.h"
 

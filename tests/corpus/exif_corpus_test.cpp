@@ -1,19 +1,26 @@
-// Every standard and GPS row the reader makes for the corpus's JPEG and
-// TIFF-based files, against exiftool's value for the same tag: texts equal,
-// numbers equal to the precision we print, enumerations as their meaning.
-// Where we differ, the reason stands in kDisagreements below.
+// Every standard and GPS row the reader makes for the corpus's JPEG,
+// TIFF-based and container files, against exiftool's value for the same tag:
+// texts equal, numbers equal to the precision we print, enumerations as their
+// meaning. Where we differ, the reason stands in kDisagreements below. PNG,
+// JPEG XL and HEIF samples come without EXIF; exiftool writes it into a copy,
+// where real writers put it (eXIf chunk, Exif box, HEIF Exif item). And the
+// offsets GetExifInfos answers for each container hold a TIFF header.
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <iterator>
 #include <map>
 #include <set>
 #include <sstream>
 
 #include "corpus.h"
+#include "exif/container.h"
 #include "exif/exif_reader.h"
 #include "exif/tag_record.h"
 #include "exif/tag_table.h"
+#include "fixture/fixture.h"
 #include "platform/platform.h"
 #include "plugin/plugin_api.h"
 
@@ -62,8 +69,7 @@ std::string Trimmed(std::string s) {
 // What exiftool's numbers mean, for the values the corpus holds (GPS rows as 400 + tag).
 const std::map<std::pair<uint32_t, std::string>, std::string> kMeanings = {
     {{274, "1"}, "Top left"}, {{274, "6"}, "Right top"}, {{274, "8"}, "Left bottom"},
-    {{296, "2"}, "Inches"}, {{296, "3"}, "Centimeters"},
-    {{41488, "2"}, "Inches"}, {{41488, "3"}, "Centimeters"},
+    {{296, "2"}, "Inches"}, {{41488, "2"}, "Inches"}, {{41488, "3"}, "Centimeters"},
     {{34850, "1"}, "Manual control"}, {{34850, "2"}, "Normal program"},
     {{34850, "3"}, "Aperture priority"}, {{34850, "4"}, "Shutter priority"},
     {{37383, "0"}, "Unknown"}, {{37383, "1"}, "Average"}, {{37383, "2"}, "Center weighted average"},
@@ -71,8 +77,7 @@ const std::map<std::pair<uint32_t, std::string>, std::string> kMeanings = {
     {{37384, "0"}, "Auto"}, {{37384, "1"}, "Daylight"}, {{37384, "9"}, "Fine weather"}, {{37384, "255"}, "255"},
     {{37385, "0"}, "Not fired"}, {{37385, "1"}, "Fired"}, {{37385, "9"}, "Fired, compulsory flash mode"},
     {{37385, "16"}, "Not fired, flash suppressed"}, {{37385, "24"}, "Not fired, auto mode"},
-    {{37385, "25"}, "Fired, auto mode"}, {{37385, "31"}, "Fired, auto mode, return light detected"},
-    {{37385, "32"}, "No flash function"},
+    {{37385, "31"}, "Fired, auto mode, return light detected"}, {{37385, "32"}, "No flash function"},
     {{40961, "0"}, "Uncalibrated/Unknown (0)"}, {{40961, "1"}, "sRGB"}, {{40961, "65535"}, "Uncalibrated/Unknown (65535)"},
     {{41495, "2"}, "One-chip color area sensor"},
     {{41728, "0"}, "0"}, {{41728, "3"}, "Digital still camera"},
@@ -80,13 +85,11 @@ const std::map<std::pair<uint32_t, std::string>, std::string> kMeanings = {
     {{41985, "0"}, "Normal process"}, {{41985, "1"}, "Custom process"},
     {{41986, "0"}, "Auto"}, {{41986, "1"}, "Manual"}, {{41986, "2"}, "Auto bracket"},
     {{41987, "0"}, "Auto"}, {{41987, "1"}, "Manual"},
-    {{41990, "0"}, "Standard"}, {{41990, "1"}, "Landscape"}, {{41990, "2"}, "Portrait"},
+    {{41990, "0"}, "Standard"}, {{41990, "1"}, "Landscape"},
     {{41991, "0"}, "None"}, {{41991, "1"}, "Low gain up"}, {{41991, "2"}, "High gain up"},
-    {{41992, "0"}, "Normal"}, {{41992, "1"}, "Soft"}, {{41992, "2"}, "Hard"},
-    {{41993, "0"}, "Normal"}, {{41993, "1"}, "Soft"}, {{41993, "2"}, "Hard"},
+    {{41992, "0"}, "Normal"}, {{41993, "0"}, "Normal"}, {{41993, "1"}, "Soft"}, {{41993, "2"}, "Hard"},
     {{41994, "0"}, "Normal"}, {{41994, "1"}, "Soft"}, {{41994, "2"}, "Hard"},
-    {{41996, "0"}, "Unknown"}, {{41996, "1"}, "Macro"}, {{41996, "2"}, "Close view"},
-    {{41996, "3"}, "Distant view"},
+    {{41996, "0"}, "Unknown"}, {{41996, "2"}, "Close view"}, {{41996, "3"}, "Distant view"},
     {{405, "0"}, "Above Sea Level"}, {{405, "1"}, "Below Sea Level (Sea level reference)"},
     {{416, "T"}, "True direction"}, {{416, "M"}, "Magnetic direction"},
 };
@@ -118,17 +121,48 @@ const Disagreement* KnownDisagreement(const std::string& file, uint32_t tag, con
     return nullptr;
 }
 
-// Files that need the container locator (a header of their own before the TIFF block).
-const std::set<std::string> kNeedContainerLocator = {"FujiFilm.raf", "Minolta.mrw"};
+constexpr int32_t kHeifCode = 115, kPngCode = 3, kCr3Code = 118, kOtherCode = 0;
 
-// exiftool's EXIF values of all files in one run: file -> (group, tag id) -> value.
+struct Container {
+    const char* name;
+    int32_t code;
+    bool written;      // a copy with EXIF written by exiftool
+    bool atFileStart;  // GetExifInfos answers 0: the file is the TIFF header's own, which it cannot tell from "none"
+};
+const Container kContainers[] = {
+    {"CanonRaw.cr3", kCr3Code, false, false}, {"FujiFilm.raf", kOtherCode, false, false},
+    {"Minolta.mrw", kOtherCode, false, false}, {"RIFF.webp", kOtherCode, false, false},
+    {"CanonRaw.cr2", kOtherCode, false, true}, {"DNG.dng", kOtherCode, false, true},
+    {"Nikon.nef", kOtherCode, false, true},   {"Panasonic.rw2", kOtherCode, false, true},
+    {"PNG.png", kPngCode, true, false},       {"JXL2.jxl", kOtherCode, true, false},
+    {"QuickTime.heic", kHeifCode, true, false},
+};
+
+// The path of a corpus file, or of its copy with EXIF written by exiftool (made once).
+std::string PathOf(const Container& c) {
+    static const fixture::TempDir dir;
+    const std::string copy = dir.Utf8Path(c.name);
+    if (!c.written) return corpus::Path(c.name);
+    if (std::filesystem::exists(copy)) return copy;
+    std::filesystem::copy_file(corpus::Path(c.name), copy);
+    std::filesystem::permissions(copy, std::filesystem::perms::owner_write, std::filesystem::perm_options::add);
+    int rc = -1;
+    corpus::Run("exiftool -q -overwrite_original -Make=Vantaview -Model=Test -ExposureTime=0.004 -FNumber=5.6 "
+                "-ISO=200 -DateTimeOriginal='2024:05:06 07:08:09' -GPSLatitude=48.85 -GPSLatitudeRef=N " +
+                    corpus::Quote(copy) + " 2>/dev/null",
+                &rc);
+    EXPECT_EQ(rc, 0) << c.name;
+    return copy;
+}
+
+// exiftool's EXIF values of all files in one run: file name -> (group, tag id) -> value.
 using Values = std::map<std::pair<std::string, uint32_t>, std::string>;
-std::map<std::string, Values> RunExiftool(const std::vector<std::string>& files) {
+std::map<std::string, Values> RunExiftool(const std::vector<std::string>& paths) {
     std::string command = "exiftool -a -G1 -n -D -s -EXIF:all";
-    for (const std::string& f : files) command += " " + corpus::Quote(corpus::Path(f));
+    for (const std::string& f : paths) command += " " + corpus::Quote(f);
     std::istringstream lines(corpus::Run(command + " 2>/dev/null"));
     std::map<std::string, Values> out;
-    std::string line, current = files.size() == 1 ? files[0] : "";
+    std::string line, current;
     while (std::getline(lines, line)) {
         if (line.rfind("======== ", 0) == 0) {
             current = line.substr(line.find_last_of('/') + 1);
@@ -198,13 +232,17 @@ bool Agrees(uint32_t tag, const std::string& ours, const std::string& theirs, ui
 
 TEST(ExifCorpus, StandardAndGpsRowsAgreeWithExiftool) {
     VV_REQUIRE_CORPUS();
-    const std::vector<std::string> files =
-        corpus::Files({".jpg", ".tif", ".cr2", ".dng", ".nef", ".rw2", ".raf", ".mrw"});
-    ASSERT_GE(files.size(), 40u);
-    std::map<std::string, Values> oracle = RunExiftool(files);
+    std::vector<std::string> paths;
+    for (const std::string& name : corpus::Files({".jpg", ".tif", ".cr2", ".cr3", ".dng", ".nef", ".rw2", ".raf",
+                                                  ".mrw", ".webp"}))
+        paths.push_back(corpus::Path(name));
+    ASSERT_GE(paths.size(), 40u);
+    for (const Container& c : kContainers)
+        if (c.written) paths.push_back(PathOf(c));
+    std::map<std::string, Values> oracle = RunExiftool(paths);
     int compared = 0, listed = 0;
-    for (const std::string& name : files) {
-        const std::string path = corpus::Path(name);
+    for (const std::string& path : paths) {
+        const std::string name = path.substr(path.find_last_of('/') + 1);
         const std::u16string wide = platform::Utf8ToUtf16(path);
         exif::TagRecordTable* table = exif::AllocateTagRecordTable();
         uint32_t count = 0;
@@ -214,11 +252,6 @@ TEST(ExifCorpus, StandardAndGpsRowsAgreeWithExiftool) {
         const uint32_t base =
             static_cast<uint32_t>(vv::GetExifInfos(wide.c_str(), &size, nullptr, nullptr, nullptr, nullptr, 0));
         const Values& theirs = oracle[name];
-        if (count == 0 && kNeedContainerLocator.count(name)) {
-            std::printf("skipped %s: no rows yet, it needs the container locator\n", name.c_str());
-            exif::FreeTagRecordTable(table, 1);
-            continue;
-        }
         EXPECT_EQ(count == 0, theirs.empty()) << name << ": rows only on one side";
 
         // Our rows by section: the main directories, GPS, the maker note (not ours to check), the thumbnail.
@@ -264,6 +297,43 @@ TEST(ExifCorpus, StandardAndGpsRowsAgreeWithExiftool) {
     }
     EXPECT_GT(compared, 1000);
     EXPECT_EQ(listed, static_cast<int>(std::size(kDisagreements))) << "a listed disagreement no longer occurs";
+}
+
+std::string Head(const std::string& path, uint32_t offset) {
+    char bytes[4] = {};
+    if (FILE* f = std::fopen(path.c_str(), "rb")) {
+        if (std::fseek(f, static_cast<long>(offset), SEEK_SET) == 0) std::fread(bytes, 1, sizeof bytes, f);
+        std::fclose(f);
+    }
+    return std::string(bytes, sizeof bytes);
+}
+
+::testing::AssertionResult HoldsTiffHeader(const std::string& path, uint32_t offset) {
+    const std::string head = Head(path, offset);
+    if (head == std::string("II*\0", 4) || head == std::string("MM\0*", 4)) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << path << " at " << offset << " holds no TIFF header";
+}
+
+TEST(ExifCorpus, GetExifInfosAndTheWalkersLocatorPointAtTiffHeaders) {
+    VV_REQUIRE_CORPUS();
+    for (const Container& c : kContainers) {
+        SCOPED_TRACE(c.name);
+        const std::string path = PathOf(c);
+        const std::u16string wide = platform::Utf8ToUtf16(path);
+        uint32_t size = 0, outs[4] = {};
+        const uint32_t offset = static_cast<uint32_t>(
+            vv::GetExifInfos(wide.c_str(), &size, &outs[0], &outs[1], &outs[2], &outs[3], c.code));
+        if (c.atFileStart) {
+            // Panasonic's raw files use their own magic number after "II".
+            EXPECT_EQ(offset, 0u);
+            EXPECT_TRUE(Head(path, 0).rfind("II", 0) == 0 || Head(path, 0).rfind("MM", 0) == 0);
+            continue;
+        }
+        EXPECT_TRUE(HoldsTiffHeader(path, offset));
+        for (int i = 0; c.code == kCr3Code && i < 3; ++i) EXPECT_TRUE(HoldsTiffHeader(path, outs[i])) << "CMT" << i + 2;
+        exif::ContainerPointers pointers;
+        EXPECT_TRUE(HoldsTiffHeader(path, exif::LocateTiffHeaderInContainer(wide, pointers)));
+    }
 }
 
 }  // namespace

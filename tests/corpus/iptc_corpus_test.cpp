@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "corpus.h"
-#include "fixture/iptc_fixture.h"
+#include "fixture/fixture.h"
 #include "iptc/iptc_reader.h"
 #include "iptc/iptc_writer.h"
 #include "iptc/metadata_segment.h"

@@ -7,8 +7,7 @@
 #include <map>
 #include <string>
 
-#include "exif/exif_reader.h"
-#include "exif/tag_record.h"
+#include "exif_reading.h"
 #include "fixture/container_fixture.h"
 #include "plugin/plugin_api.h"
 
@@ -27,12 +26,7 @@ Bytes Ifd0(ByteOrder order = ByteOrder::kLittle) {
 // The rows a file gives, tag -> value text; empty when nothing was read.
 std::map<uint32_t, std::string> Rows(const std::u16string& path) {
     std::map<uint32_t, std::string> rows;
-    exif::TagRecordTable* table = exif::AllocateTagRecordTable();
-    uint32_t count = 0;
-    int bigEndian = -1;
-    if (exif::ReadExifTags(path, *table, &count, &bigEndian) == 1)
-        for (uint32_t i = 0; i < count; ++i) rows.emplace(table->rows[i].tag, table->rows[i].value);
-    exif::FreeTagRecordTable(table, 1);
+    for (const exiftest::Row& row : exiftest::ReadRows(path).rows) rows.emplace(row.tag, row.value);
     return rows;
 }
 

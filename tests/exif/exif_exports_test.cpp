@@ -78,16 +78,10 @@ TEST_F(ExifExports, LoadTagFindsTheFirstRowByTheLow16Bits) {
     EXPECT_EQ(Tag(sample, 1234), u"");
     EXPECT_EQ(Tag(noExif, 271), u"");
     EXPECT_EQ(Tag(dir.Path("missing.jpg"), 271), u"");
-}
-
-TEST_F(ExifExports, LoadTagGivesTheLongTextOfADescription) {
+    // A description's long text, and 499 for the position.
     TiffBuilder tiff;
     tiff.Ascii(0, 270, std::string(300, 'd'));
-    const std::u16string path = dir.Write("long.jpg", Jpeg(tiff.Build()));
-    EXPECT_EQ(Tag(path, 270, 1000), std::u16string(300, u'd'));
-}
-
-TEST_F(ExifExports, Tag499IsThePosition) {
+    EXPECT_EQ(Tag(dir.Write("long.jpg", Jpeg(tiff.Build())), 270, 1000), std::u16string(300, u'd'));
     EXPECT_EQ(Tag(sample, 499), U16(kSamplePosition));
     EXPECT_EQ(Tag(noExif, 499), u"100.000000 0.000000");
     EXPECT_EQ(vv::LoadTag_EXIF_W(sample.c_str(), 499, nullptr, -1), 1);

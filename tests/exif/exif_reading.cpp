@@ -1,5 +1,6 @@
 #include "exif_reading.h"
 
+#include <cstdio>
 #include <cstring>
 
 namespace exiftest {
@@ -26,6 +27,16 @@ Reading ReadRows(const std::u16string& path) {
 Reading ReadBytes(const Bytes& bytes) {
     fixture::TempDir dir;
     return ReadRows(dir.Write("image.jpg", bytes));
+}
+
+std::unique_ptr<exif::TagRecordTable> TableOf(std::initializer_list<std::pair<uint32_t, const char*>> rows) {
+    auto table = std::make_unique<exif::TagRecordTable>();
+    uint32_t i = 0;
+    for (const auto& [tag, value] : rows) {
+        table->rows[i].tag = tag;
+        std::snprintf(table->rows[i++].value, exif::kTagValueSize, "%s", value);
+    }
+    return table;
 }
 
 }  // namespace exiftest

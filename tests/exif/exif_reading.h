@@ -1,10 +1,14 @@
 // Reads a file built in a test through ReadExifTags and keeps the rows as
-// plain values, checking on the way that every row stays inside its buffers.
+// plain values, checking on the way that every row stays inside its buffers;
+// and tables made by hand for the readers of the table.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "exif/exif_reader.h"
@@ -41,5 +45,7 @@ struct Reading {
 
 Reading ReadRows(const std::u16string& path);
 Reading ReadBytes(const Bytes& bytes);
+// A table holding just these rows (tag, value), as the readers would leave them.
+std::unique_ptr<exif::TagRecordTable> TableOf(std::initializer_list<std::pair<uint32_t, const char*>> rows);
 
 }  // namespace exiftest

@@ -2,7 +2,6 @@
 // computed back from the rows.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <functional>
 
 #include "exif/gps.h"
@@ -60,29 +59,22 @@ TEST(Gps, AltitudeReferenceAndVersionBytes) {
     EXPECT_EQ(big.Value(405), "7 (other)");
 }
 
-exif::GpsPosition PositionOf(const char* latRef, const char* lat, const char* lonRef, const char* lon) {
-    exif::TagRecordTable table{};
-    uint32_t count = 0;
-    const std::pair<uint32_t, const char*> rows[] = {{401, latRef}, {402, lat}, {403, lonRef}, {404, lon}};
-    for (auto [tag, text] : rows) {
-        if (!text) continue;
-        table.rows[count].tag = tag;
-        std::strcpy(table.rows[count++].value, text);
-    }
-    return exif::ComputeGpsPosition(table, count);
+exif::GpsPosition Position(std::initializer_list<std::pair<uint32_t, const char*>> rows) {
+    return exif::ComputeGpsPosition(*TableOf(rows), static_cast<uint32_t>(rows.size()));
 }
 
 TEST(Gps, PositionIsSignedBySouthAndWest) {
-    exif::GpsPosition p = PositionOf("S", "33  27  0 (33.450000)", "O", "70  40  12 (70.670000)");
+    exif::GpsPosition p =
+        Position({{401, "S"}, {402, "33  27  0 (33.450000)"}, {403, "O"}, {404, "70  40  12 (70.670000)"}});
     EXPECT_NEAR(p.latitude, -33.45, 1e-9);
     EXPECT_NEAR(p.longitude, -70.67, 1e-9);  // "O" (Ouest) is west
-    p = PositionOf("N", "48  51  29.76 (48.858267)", "E", "2  17  40.08");
+    p = Position({{401, "N"}, {402, "48  51  29.76 (48.858267)"}, {403, "E"}, {404, "2  17  40.08"}});
     EXPECT_NEAR(p.latitude, 48.858267, 1e-6);
     EXPECT_NEAR(p.longitude, 2.2944667, 1e-6);
-    p = PositionOf(nullptr, nullptr, "W", "1  30  0");
+    p = Position({{403, "W"}, {404, "1  30  0"}});
     EXPECT_EQ(p.latitude, 100.0);  // no latitude
     EXPECT_EQ(p.longitude, -1.5);
-    p = PositionOf(nullptr, nullptr, nullptr, nullptr);
+    p = Position({});
     EXPECT_EQ(p.latitude, 100.0);
     EXPECT_EQ(p.longitude, 0.0);
 }

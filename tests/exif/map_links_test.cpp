@@ -4,13 +4,12 @@
 
 #include <clocale>
 #include <cstdio>
-#include <cstdlib>
 #include <iterator>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "exif_reading.h"
 #include "fixture/fixture.h"
 #include "platform/platform.h"
 
@@ -33,23 +32,6 @@ protected:
     }
     void TearDown() override { platform::SetShellOpenHook(nullptr); }
     std::vector<std::u16string> opened;
-};
-
-// Points the system temporary folder at `folder` for one test.
-class TempFolderOverride {
-public:
-    explicit TempFolderOverride(const std::u16string& folder) { Set(folder); }
-    ~TempFolderOverride() { Set(saved_); }
-
-private:
-    static void Set(const std::u16string& folder) {
-#ifdef _WIN32
-        _wputenv_s(L"TMP", std::wstring(folder.begin(), folder.end()).c_str());
-#else
-        setenv("TMPDIR", platform::Utf16ToUtf8(folder).c_str(), 1);
-#endif
-    }
-    std::u16string saved_ = platform::TempFolder();
 };
 
 TEST_F(ShellTest, EveryServiceLinksASouthWesternPositionWithNegativeNumbers) {
@@ -105,25 +87,14 @@ TEST(MapLinks, SatelliteSettingChoosesOnlyTheGoogleForm) {
     EXPECT_EQ(exif::GoogleMapsServiceFor(ini), MapService::kGoogleMaps);
 }
 
-// A table holding just the given rows, as the GPS reader would leave them.
-std::unique_ptr<exif::TagRecordTable> Rows(std::initializer_list<std::pair<uint32_t, const char*>> rows) {
-    auto table = std::make_unique<exif::TagRecordTable>();
-    uint32_t i = 0;
-    for (const auto& [tag, value] : rows) {
-        table->rows[i].tag = tag;
-        std::snprintf(table->rows[i++].value, exif::kTagValueSize, "%s", value);
-    }
-    return table;
-}
-
 TEST(GeoHack, ParamsTakeTheParenthesisedFigureAndSignTheSouthAndWest) {
-    auto table = Rows({{401, "N"}, {401, "s"}, {402, "22  57  6.84 (22.951900)"}, {403, "w"},
+    auto table = exiftest::TableOf({{401, "N"}, {401, "s"}, {402, "22  57  6.84 (22.951900)"}, {403, "w"},
                        {404, "43  12  37.8 (43.210500)"}, {401, "N"}});
     EXPECT_EQ(exif::BuildGeoHackParams(*table, 5), "-22.951900;-43.210500");  // the last row lies past the count
     EXPECT_EQ(exif::BuildGeoHackParams(*table, 6), "22.951900;-43.210500");
 
     // "O" is west for the position, but GeoHack gets the figure unsigned; no "(" keeps all but the last character.
-    auto other = Rows({{401, "S"}, {402, "12.5x"}, {403, "O"}, {404, "7 (8.25)"}});
+    auto other = exiftest::TableOf({{401, "S"}, {402, "12.5x"}, {403, "O"}, {404, "7 (8.25)"}});
     EXPECT_EQ(exif::BuildGeoHackParams(*other, 4), "-12.5;8.25");
     EXPECT_EQ(exif::BuildGeoHackParams(*other, 0), ";");
 }
@@ -146,12 +117,9 @@ std::string Kml(const char* heading, const std::string& style) {
     return kKmlHead + "<heading>" + heading + "</heading>\r\n" + tail;
 }
 
-TEST(Kml, DocumentWithoutHeadingHasNoStyle) {
+TEST(Kml, OnlyAPositiveHeadingAddsAStyleTurnedToTheSinglePrecisionHeading) {
     EXPECT_EQ(exif::FormatKml(kImage, kLongitude, kLatitude, 0.0), Kml("0.000000", ""));
     EXPECT_EQ(exif::FormatKml(kImage, kLongitude, kLatitude, -5.0), Kml("-5.000000", ""));
-}
-
-TEST(Kml, PositiveHeadingAddsAStyleTurnedToTheSinglePrecisionHeading) {
     const std::string style =
         "<Style>\r\n<IconStyle>\r\n<color>ffffffff</color>\r\n<heading>123.400002</heading>\r\n<Icon>\r\n"
         "<href>root://icons/palette-4.png</href>\r\n<x>128</x>\r\n<y>128</y>\r\n<w>32</w>\r\n<h>32</h>\r\n"
@@ -161,7 +129,7 @@ TEST(Kml, PositiveHeadingAddsAStyleTurnedToTheSinglePrecisionHeading) {
 
 TEST_F(ShellTest, ExportWritesATimeNamedFileInTheTempFolderAndOpensIt) {
     fixture::TempDir dir;
-    TempFolderOverride temp(dir.Path(""));
+    fixture::ScopedTempFolder temp(dir.Utf8Path(""));
     std::u16string first, second;
     exif::ExportKmlAndOpen(kImage, kLongitude, kLatitude, 0.0, first);
     exif::ExportKmlAndOpen(kImage, kLongitude, kLatitude, 0.0, second);
@@ -177,7 +145,7 @@ TEST_F(ShellTest, ExportWritesATimeNamedFileInTheTempFolderAndOpensIt) {
 
 TEST_F(ShellTest, ExportIntoAMissingFolderWritesAndOpensNothing) {
     fixture::TempDir dir;
-    TempFolderOverride temp(dir.Path("missing/"));
+    fixture::ScopedTempFolder temp(dir.Utf8Path("missing/"));
     std::u16string path = u"left over";
     exif::ExportKmlAndOpen(kImage, kLongitude, kLatitude, 10.0, path);
     EXPECT_TRUE(path.empty());

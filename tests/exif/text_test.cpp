@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "exif_reading.h"
+#include "fixture/container_fixture.h"
 
 namespace exiftest {
 namespace {
 
+using fixture::Join;
 using fixture::ToBytes;
 
 Bytes Utf16(const std::u16string& text, ByteOrder order) {
@@ -14,11 +16,6 @@ Bytes Utf16(const std::u16string& text, ByteOrder order) {
     for (char16_t c : text) fixture::PutU16(out, c, order);
     fixture::PutU16(out, 0, order);
     return out;
-}
-
-Bytes Concat(Bytes a, const Bytes& b) {
-    fixture::Append(a, b);
-    return a;
 }
 
 Reading WithUserComment(const Bytes& value, ByteOrder order) {
@@ -37,18 +34,18 @@ TEST(TextValues, UserCommentCharacterCodes) {
         ByteOrder order;
         std::string expected;
     } const cases[] = {
-        {"ASCII", Concat(ascii, ToBytes("Hello world")), ByteOrder::kBig, "Hello world"},
-        {"ascii in lower case", Concat(ToBytes(std::string("ascii\0\0\0", 8)), ToBytes("Hello")),
+        {"ASCII", Join({ascii, ToBytes("Hello world")}), ByteOrder::kBig, "Hello world"},
+        {"ascii in lower case", Join({ToBytes(std::string("ascii\0\0\0", 8)), ToBytes("Hello")}),
          ByteOrder::kLittle, "Hello"},
-        {"UNICODE, little-endian file", Concat(unicode, Utf16(u"Gr\u00FC\u00DFe", ByteOrder::kLittle)),
+        {"UNICODE, little-endian file", Join({unicode, Utf16(u"Gr\u00FC\u00DFe", ByteOrder::kLittle)}),
          ByteOrder::kLittle, "Gr\xC3\xBC\xC3\x9F" "e"},
-        {"UNICODE, big-endian file", Concat(unicode, Utf16(u"Gr\u00FC\u00DFe", ByteOrder::kBig)), ByteOrder::kBig,
+        {"UNICODE, big-endian file", Join({unicode, Utf16(u"Gr\u00FC\u00DFe", ByteOrder::kBig)}), ByteOrder::kBig,
          "Gr\xC3\xBC\xC3\x9F" "e"},
-        {"UTF-16 under an ASCII header", Concat(ascii, Utf16(u"Hi", ByteOrder::kLittle)), ByteOrder::kLittle,
+        {"UTF-16 under an ASCII header", Join({ascii, Utf16(u"Hi", ByteOrder::kLittle)}), ByteOrder::kLittle,
          "Hi"},
         // Unknown codes are part of the text; the NUL after "JIS" ends it.
         {"JIS", ToBytes(std::string("JIS\0\0\0\0\0abc", 11)), ByteOrder::kLittle, "JIS"},
-        {"undefined (all zeros)", Concat(Bytes(8, 0), ToBytes("Hello")), ByteOrder::kBig, "Hello"},
+        {"undefined (all zeros)", Join({Bytes(8, 0), ToBytes("Hello")}), ByteOrder::kBig, "Hello"},
         {"only zeros", Bytes(20, 0), ByteOrder::kLittle, ""},
     };
     for (const Case& c : cases) EXPECT_EQ(WithUserComment(c.value, c.order).Value(37510), c.expected) << c.what;
@@ -67,7 +64,7 @@ TEST(TextValues, LongValueFromAStoredCountOf257) {
         EXPECT_EQ(row.longValue, std::string(c.inLongValue, 'd')) << c.chars;
     }
     // UserComment counts its 8 header bytes too.
-    const Bytes comment = Concat(ToBytes(std::string("ASCII\0\0\0", 8)), Bytes(249, 'c'));
+    const Bytes comment = Join({ToBytes(std::string("ASCII\0\0\0", 8)), Bytes(249, 'c')});
     EXPECT_EQ(WithUserComment(comment, ByteOrder::kLittle).rows.back().longValue, std::string(249, 'c'));
     // Other text tags never get one.
     TiffBuilder tiff;

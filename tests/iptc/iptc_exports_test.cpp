@@ -35,9 +35,13 @@ std::u16string LoadTag(const std::u16string& path, int dataset, int capacity = 3
     return out.substr(0, out.find(u'\0'));
 }
 
-TEST(IptcExports, LinesInEachMode) {
+class IptcExports : public ::testing::Test {
+protected:
     TempDir dir;
-    const auto path = dir.Write("a.jpg", JpegWithIptc(kIim));
+    const std::u16string path = dir.Write("a.jpg", JpegWithIptc(kIim));
+};
+
+TEST_F(IptcExports, LinesInEachModeAndOneRefusedEntryRefusesEveryLaterOne) {
     int entries = 0;
     EXPECT_EQ(LoadData(path, 3, 1000, &entries),
               u"Record Version - 2.0\nKeywords - a \nb \nc\nRelease Date - 200\n"
@@ -45,12 +49,6 @@ TEST(IptcExports, LinesInEachMode) {
     EXPECT_EQ(entries, 6);
     EXPECT_EQ(LoadData(path, 2, 1000), u"0=2.0\n25=a \nb \nc\n30=200\n40=x    y\n55=20040226\n120=Gr\u00FC\u00DFe\n");
     EXPECT_EQ(LoadData(path, 0, 1000), u"2.0\na \nb \nc\n200\nx    y\n20040226\nGr\u00FC\u00DFe\n");
-}
-
-TEST(IptcExports, OneRefusedEntryRefusesEveryLaterOne) {
-    TempDir dir;
-    const auto path = dir.Write("a.jpg", JpegWithIptc(kIim));
-    int entries = -1;
     // Mode 1 counts "2.0" as 5 and the keywords as 9: at 12 the keywords are refused, and
     // "200" after them too, although 5 + 5 would have fitted.
     EXPECT_EQ(LoadData(path, 1, 12, &entries), u"2.0\n");
@@ -59,9 +57,7 @@ TEST(IptcExports, OneRefusedEntryRefusesEveryLaterOne) {
     EXPECT_EQ(entries, 0);
 }
 
-TEST(IptcExports, OneDataset) {
-    TempDir dir;
-    const auto path = dir.Write("a.jpg", JpegWithIptc(kIim));
+TEST_F(IptcExports, OneDataset) {
     EXPECT_EQ(LoadTag(path, 25), u"a, b, c");
     EXPECT_EQ(LoadTag(path, 55), u"2004:02:26");
     EXPECT_EQ(LoadTag(path, 55, 6), u"2004:");
