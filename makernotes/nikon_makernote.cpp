@@ -179,12 +179,22 @@ void ShootingMode(const MakerEntry& e) {
     exif::SetRowValue(e.row(), text);
 }
 
-// Lens data: a 4-character version, then (version 0100 only, the one stored
-// in the clear) the lens's identifying bytes at 6 to 12. The name's key is
-// those 7 bytes and the lens-type flags of tag 0083.
-constexpr size_t kLensDataBytes = 13;
-constexpr size_t kLensDataKeyStart = 6;
+// Lens data: a 4-character version, then the lens's 7 identifying bytes
+// (ID number, f-stops, shortest and longest focal length, widest aperture at
+// each, MCU version), stored in the clear by versions 0100 and 0101 at their
+// own places; from 0201 on the data is enciphered with the serial number and
+// shutter count. The name's key is those 7 bytes and the lens-type flags of
+// tag 0083.
+struct LensDataForm {
+    char version[5];
+    size_t keyStart;
+};
+constexpr LensDataForm kLensDataForms[] = {
+    {"0100", 6},
+    {"0101", 11},
+};
 constexpr size_t kLensDataKeyBytes = 7;
+constexpr size_t kLensDataReadBytes = 18;  // the longest form's key end
 
 void LensName(const MakerEntry& e);
 
@@ -214,19 +224,20 @@ constexpr MakerTable kNikon = Table(kNikonTags, ValueRule::kLeadingShort, /*stop
 thread_local uint8_t g_lensType = 0;
 
 void LensName(const MakerEntry& e) {
-    uint8_t data[kLensDataBytes] = {};
-    if (e.entry().type != kUndefinedType ||
-        exif::ReadRawBlock(e.context, data, sizeof data) < sizeof data)
-        return;
-    if (std::memcmp(data, "0100", 4) != 0) {
-        // 0101 puts the lens bytes elsewhere; from 0201 on they are enciphered
-        // with the serial number and shutter count.
+    uint8_t data[kLensDataReadBytes] = {};
+    if (e.entry().type != kUndefinedType) return;
+    const size_t got = exif::ReadRawBlock(e.context, data, sizeof data);
+    if (got < 4) return;
+    const LensDataForm* form = nullptr;
+    for (const LensDataForm& f : kLensDataForms)
+        if (std::memcmp(data, f.version, 4) == 0) form = &f;
+    if (!form || got < form->keyStart + kLensDataKeyBytes) {
         char version[5] = {};
         for (int i = 0; i < 4; ++i) version[i] = data[i] >= ' ' && data[i] <= '~' ? static_cast<char>(data[i]) : '?';
         return SetValuef(e.row(), "unknown (lens data %s)", version);
     }
     uint8_t key[8];
-    std::memcpy(key, data + kLensDataKeyStart, kLensDataKeyBytes);
+    std::memcpy(key, data + form->keyStart, kLensDataKeyBytes);
     key[7] = g_lensType;
     char name[128] = "";
     if (!LookupNikonLens(key, name, sizeof name))

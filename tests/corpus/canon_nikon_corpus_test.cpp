@@ -120,7 +120,8 @@ const Sample kSamples[] = {
       {"Shooting Mode", "Nikon:ShootingMode", "2", "Delay"},
       {"Lens Name", "Nikon:LensDataVersion", "0201", "unknown (lens data 0201)"},
       {"Shutter Count", "Nikon:ShutterCount", "2", "2"}}},
-    // Lens data 0101 is in the clear but not of the form the lens table keys.
+    // Lens data 0101 is in the clear; the lens is not one the table names, so
+    // the key shows, as exiftool's lens ID gives it.
     {"NikonD70.jpg",
      {{"Version", "Nikon:MakerNoteVersion", "0210", "0210"},
       {"ISO Setting", "Nikon:ISO", "0 200", "200"},
@@ -133,7 +134,7 @@ const Sample kSamples[] = {
       {"Lens", "Nikon:Lens", "18 70 3.5 4.5", "18-70mm f/3.5-4.5"},
       {"Flash Mode", "Nikon:FlashMode", "9", "Fired, TTL Mode"},
       {"Shooting Mode", "Nikon:ShootingMode", "1", "Continuous"},
-      {"Lens Name", "Nikon:LensDataVersion", "0101", "unknown (lens data 0101)"},
+      {"Lens Name", "Composite:LensID", "7F 40 2D 5C 2C 34 84 06", "unknown (7F 40 2D 5C 2C 34 84 06)"},
       {"Serial Number", "Nikon:SerialNumber", "NO= 20025585", "NO= 20025585"},
       {"Shutter Count", "Nikon:ShutterCount", "526", "526"}}},
     {"Nikon.nef",
@@ -147,7 +148,7 @@ const Sample kSamples[] = {
       {"Lens", "Nikon:Lens", "18 70 3.5 4.5", "18-70mm f/3.5-4.5"},
       {"Flash Mode", "Nikon:FlashMode", "0", "Did Not Fire"},
       {"Shooting Mode", "Nikon:ShootingMode", "0", "Single-Frame"},
-      {"Lens Name", "Nikon:LensDataVersion", "0101", "unknown (lens data 0101)"},
+      {"Lens Name", "Composite:LensID", "7F 40 2D 5C 2C 34 84 06", "unknown (7F 40 2D 5C 2C 34 84 06)"},
       {"Serial Number", "Nikon:SerialNumber", "12345678", "12345678"},
       {"Shutter Count", "Nikon:ShutterCount", "3619", "3619"}}},
 };
