@@ -7,6 +7,7 @@
 #include "exif/exif_creation.h"
 #include "../plugin_api.h"
 #include "module_state.h"
+#include "ui/theme.h"
 
 namespace vv {
 ModuleState& Module() {
@@ -39,6 +40,7 @@ int __cdecl ClosePlugin(void) {
     vv::ModuleState& m = vv::Module();
     if (m.exifWindow && IsWindow(m.exifWindow)) DestroyWindow(m.exifWindow);
     m.exifWindow = nullptr;
+    vv::ReleaseDarkModeResources();
     return 0;
 }
 
