@@ -7,6 +7,7 @@
 #include "exif/exif_creation.h"
 #include "../plugin_api.h"
 #include "module_state.h"
+#include "ui/exif_creator_dialog.h"
 #include "ui/theme.h"
 
 namespace vv {
@@ -66,12 +67,16 @@ int __cdecl Show_EXIF_Info_W(const wchar_t*, HWND, const wchar_t*, int) {
     return 0;  // the EXIF window arrives with its dialog
 }
 
-int __cdecl Create_EXIF_Data_W(const wchar_t* path, HWND, const wchar_t* settings) {
+int __cdecl Create_EXIF_Data_W(const wchar_t* path, HWND parent, const wchar_t* settings) {
     if (!path) return 0;
-    auto state = std::make_unique<exif::ExifCreatorState>();
-    exif::PrepareExifCreator(U(path), settings ? std::u16string_view(U(settings)) : std::u16string_view(), *state);
-    // The creation dialog (template 275) runs here with `state` as its
-    // parameter once the dialogs are in; until then nothing is shown.
+    try {
+        auto state = std::make_unique<exif::ExifCreatorState>();
+        exif::PrepareExifCreator(U(path), settings ? std::u16string_view(U(settings)) : std::u16string_view(),
+                                 *state);
+        vv::RunExifCreatorDialog(vv::Module().instance, parent, *state);
+    } catch (...) {
+        // out of memory before the dialog opened: nothing was shown or written
+    }
     return 0;
 }
 

@@ -1,0 +1,268 @@
+// The EXIF creation dialog, built from Metadata.dll's own template: the list
+// it shows, the in-place editor, OK writing the file (or showing why not),
+// and the export running it modally.
+#include "ui/exif_creator_dialog.h"
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "exif/exif_reader.h"
+#include "fixture/fixture.h"
+#include "platform/platform.h"
+#include "plugin_dll.h"
+#include "ui/resource_ids.h"
+#include "ui/theme.h"
+
+namespace {
+
+using fixture::Bytes;
+
+std::vector<std::pair<std::wstring, std::wstring>> g_boxes;  // text, caption
+
+int WINAPI CaptureBox(HWND, const wchar_t* text, const wchar_t* caption, UINT) {
+    g_boxes.emplace_back(text, caption);
+    return IDOK;
+}
+
+std::wstring Wide(const std::string& utf8) {
+    const std::u16string s = platform::Utf8ToUtf16(utf8);
+    return std::wstring(s.begin(), s.end());
+}
+
+std::string Narrow(const std::wstring& text) {
+    return platform::Utf16ToUtf8(std::u16string(text.begin(), text.end()));
+}
+
+std::wstring Cell(HWND list, int row, int column) {
+    wchar_t text[300] = {};
+    ListView_GetItemText(list, row, column, text, 300);
+    return text;
+}
+
+// Tag -> value text of every row the reader finds in the file.
+std::map<uint32_t, std::string> ReadBack(const std::u16string& path) {
+    std::map<uint32_t, std::string> tags;
+    exif::TagRecordTable* table = exif::AllocateTagRecordTable();
+    uint32_t rows = 0;
+    int big = 0;
+    if (exif::ReadExifTags(path, *table, &rows, &big))
+        for (uint32_t i = 0; i < rows; ++i)
+            tags.emplace(table->rows[i].tag, table->rows[i].value);
+    exif::FreeTagRecordTable(table, 1);
+    return tags;
+}
+
+const Bytes kPlainJpeg = fixture::JpegBuilder().Soi().Com("scan").ScanAndEoi().Build();
+
+class CreatorDialog : public ::testing::Test {
+protected:
+    void SetUp() override {
+        g_boxes.clear();
+        vv::SetCreatorMessageBox(CaptureBox);
+    }
+    void TearDown() override {
+        if (dialog)
+            DestroyWindow(dialog);
+        vv::SetCreatorMessageBox(nullptr);
+    }
+    void Prepare(const Bytes& jpeg) {
+        path = dir.Write("a.jpg", jpeg);
+        exif::PrepareExifCreator(path, settings, state);
+    }
+    void Open() {
+        dialog = vv::CreateExifCreatorDialog(windll::Plugin(), nullptr, state);
+        ASSERT_NE(dialog, nullptr) << GetLastError();
+        ShowWindow(dialog, SW_SHOW);
+    }
+    HWND List() const { return GetDlgItem(dialog, IDC_CREATOR_LIST); }
+    HWND Editor() const { return GetDlgItem(dialog, IDC_CREATOR_EDIT); }
+    void PressF2(int row) {
+        const UINT both = LVIS_SELECTED | LVIS_FOCUSED;
+        ListView_SetItemState(List(), row, both, both);
+        SendMessageW(List(), WM_KEYDOWN, VK_F2, 0);
+    }
+    void Click(int row) {
+        NMITEMACTIVATE click = {};
+        click.hdr = {List(), IDC_CREATOR_LIST, static_cast<UINT>(NM_CLICK)};
+        click.iItem = row;
+        click.iSubItem = 1;
+        SendMessageW(dialog, WM_NOTIFY, IDC_CREATOR_LIST, reinterpret_cast<LPARAM>(&click));
+    }
+    void Type(const std::wstring& text, WPARAM key) {
+        ASSERT_NE(Editor(), nullptr);
+        SetWindowTextW(Editor(), text.c_str());
+        SendMessageW(Editor(), WM_KEYDOWN, key, 0);
+    }
+    void PressOk() { SendMessageW(dialog, WM_COMMAND, IDOK, 0); }
+
+    fixture::TempDir dir;
+    const std::u16string settings = dir.Path("viewer.ini");
+    std::u16string path;
+    exif::ExifCreatorState state;
+    HWND dialog = nullptr;
+};
+
+TEST_F(CreatorDialog, ListShowsTheFieldsAndFollowsTheSettings) {
+    platform::WriteSettingString(settings, u"Viewing", u"DarkMode", u"1");
+    platform::WriteSettingString(settings, u"EXIF", u"CreatorKeepOrgDate", u"0");
+    Prepare(kPlainJpeg);
+    exif::SetCreatorValue(state.rows[1], "Vantaview");
+    Open();
+    HWND list = List();
+    wchar_t header[64] = {};
+    LVCOLUMNW column = {};
+    column.mask = LVCF_TEXT;
+    column.pszText = header;
+    column.cchTextMax = 64;
+    ASSERT_TRUE(ListView_GetColumn(list, 0, &column));
+    EXPECT_STREQ(header, L"EXIF Tag");
+    ASSERT_TRUE(ListView_GetColumn(list, 1, &column));
+    EXPECT_STREQ(header, L"Value (edit with click or F2)");
+    const DWORD style = LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES;
+    EXPECT_EQ(ListView_GetExtendedListViewStyle(list) & style, style);
+
+    ASSERT_EQ(ListView_GetItemCount(list), 12);
+    for (int row = 0; row < 12; ++row) {
+        const std::wstring label = Wide(exif::kCreatorFields[row].label);
+        EXPECT_EQ(Cell(list, row, 0), label) << row;
+        EXPECT_GT(ListView_GetColumnWidth(list, 0), ListView_GetStringWidth(list, label.c_str())) << "not cut";
+    }
+    EXPECT_EQ(Cell(list, 1, 1), L"Vantaview");
+    const std::string date = state.rows[exif::kCreatorDateRow].value;
+    ASSERT_EQ(date.size(), 19u) << "the local time fills an empty Date Taken";
+    EXPECT_EQ(Cell(list, exif::kCreatorDateRow, 1), Wide(date));
+    EXPECT_EQ(IsDlgButtonChecked(dialog, IDC_CREATOR_KEEP_DATE), UINT(BST_UNCHECKED));
+
+    EXPECT_EQ(ListView_GetTextColor(list), vv::kDarkTextColour);
+    // The editor's colour request must reach the dialog, where the theme answers it.
+    PressF2(0);
+    ASSERT_NE(Editor(), nullptr);
+    HDC dc = GetDC(Editor());
+    EXPECT_NE(SendMessageW(GetParent(Editor()), WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc),
+                           reinterpret_cast<LPARAM>(Editor())),
+              0);
+    EXPECT_EQ(GetTextColor(dc), vv::kDarkTextColour);
+    ReleaseDC(Editor(), dc);
+}
+
+TEST_F(CreatorDialog, EditorCommitsOnEnterAndFocusLossAndCancelsOnEsc) {
+    Prepare(kPlainJpeg);
+    exif::SetCreatorValue(state.rows[2], "VV-1");
+    Open();
+    PressF2(2);
+    ASSERT_NE(Editor(), nullptr) << "F2 opens the editor";
+    wchar_t text[64] = {};
+    GetWindowTextW(Editor(), text, 64);
+    EXPECT_STREQ(text, L"VV-1");
+    EXPECT_TRUE(SendMessageW(Editor(), WM_GETDLGCODE, 0, 0) & DLGC_WANTALLKEYS) << "Enter/Esc stay in the editor";
+    RECT cell, editor;
+    ListView_GetSubItemRect(List(), 2, 1, LVIR_BOUNDS, &cell);
+    MapWindowPoints(List(), nullptr, reinterpret_cast<POINT*>(&cell), 2);
+    GetWindowRect(Editor(), &editor);
+    EXPECT_EQ(std::make_pair(editor.left, editor.top), std::make_pair(cell.left, cell.top)) << "over the Value cell";
+
+    Type(L"VV-2 \u00dcber", VK_RETURN);
+    EXPECT_EQ(Editor(), nullptr);
+    EXPECT_STREQ(state.rows[2].value, "VV-2 \xc3\x9c" "ber");
+    EXPECT_EQ(Cell(List(), 2, 1), L"VV-2 \u00dcber");
+    PressF2(2);
+    Type(L"junk", VK_ESCAPE);
+    EXPECT_EQ(Editor(), nullptr);
+    EXPECT_STREQ(state.rows[2].value, "VV-2 \xc3\x9c" "ber");
+    EXPECT_EQ(Cell(List(), 2, 1), L"VV-2 \u00dcber");
+
+    Click(7);
+    ASSERT_NE(Editor(), nullptr) << "a click opens it too";
+    SetWindowTextW(Editor(), L"note");
+    ASSERT_EQ(GetFocus(), Editor());
+    SetFocus(List());
+    EXPECT_EQ(Editor(), nullptr);
+    EXPECT_STREQ(state.rows[7].value, "note");
+    EXPECT_EQ(Cell(List(), 7, 1), L"note");
+    EXPECT_FALSE(vv::CommitCreatorEdit(state, exif::kCreatorPointerRow, u"1")) << "the pointer row is not editable";
+}
+
+TEST_F(CreatorDialog, OkWritesTheFieldsAndRemembersKeepDate) {
+    Prepare(kPlainJpeg);
+    Open();
+    PressF2(0);
+    Type(L"Harbour at dawn", VK_RETURN);
+    CheckDlgButton(dialog, IDC_CREATOR_KEEP_DATE, BST_UNCHECKED);
+    PressF2(8);
+    SetWindowTextW(Editor(), L"Ana M\u00fcller");  // still open when OK is pressed
+    PressOk();
+    ASSERT_TRUE(g_boxes.empty()) << Narrow(g_boxes[0].first);
+    EXPECT_FALSE(IsWindowVisible(dialog)) << "the dialog ends on success";
+    auto tags = ReadBack(path);
+    EXPECT_EQ(tags[270], "Harbour at dawn");
+    EXPECT_EQ(tags[40093], "Ana M\xc3\xbcller");
+    EXPECT_EQ(tags[36867], state.rows[exif::kCreatorDateRow].value);
+    EXPECT_EQ(platform::ReadSettingString(settings, u"EXIF", u"CreatorKeepOrgDate", u"missing"), u"0");
+}
+
+// The writer's refusals (this one, a read-only file, ...) reach the user the same way.
+TEST_F(CreatorDialog, RefusedWriteShowsTheReasonAndStaysOpen) {
+    const Bytes withExif =
+        fixture::JpegBuilder().Soi().App1Exif(fixture::TiffBuilder().Ascii(0, 271, "A").Build()).ScanAndEoi().Build();
+    Prepare(withExif);
+    Open();
+    PressOk();
+    ASSERT_EQ(g_boxes.size(), 1u);
+    EXPECT_EQ(g_boxes[0].first, L"ERROR: The file already contains EXIF data!The file already contains EXIF data.");
+    EXPECT_EQ(g_boxes[0].second, L"Vantaview");
+    EXPECT_TRUE(IsWindowVisible(dialog));
+    EXPECT_EQ(fixture::ReadAll(path), withExif);
+    SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+    EXPECT_FALSE(IsWindowVisible(dialog));
+}
+
+// Drives the export's modal dialog from a thread timer, which the dialog's
+// own message loop dispatches: OK on the first tick; anything still open
+// later (a message box, the dialog after a refusal) is ended.
+int g_ticks = 0;
+int g_listRows = -1;
+
+BOOL CALLBACK DriveWindow(HWND window, LPARAM) {
+    wchar_t className[16] = {};
+    GetClassNameW(window, className, 16);
+    if (std::wstring(className) != L"#32770" || !IsWindowVisible(window))
+        return TRUE;
+    HWND list = GetDlgItem(window, IDC_CREATOR_LIST);
+    if (list && g_ticks == 1) {
+        g_listRows = ListView_GetItemCount(list);
+        PostMessageW(window, WM_COMMAND, IDOK, 0);
+    } else if (g_ticks > 1) {
+        EndDialog(window, IDCANCEL);
+    }
+    return TRUE;
+}
+
+void CALLBACK DriveTick(HWND, UINT, UINT_PTR, DWORD) {
+    ++g_ticks;
+    EnumThreadWindows(GetCurrentThreadId(), DriveWindow, 0);
+}
+
+TEST(CreatorExport, RunsTheModalDialogAndWritesTheDefaultDate) {
+    auto create = windll::Export<windll::CreateExifDataFn>("Create_EXIF_Data_W");
+    ASSERT_NE(create, nullptr);
+    fixture::TempDir dir;
+    const std::u16string path = dir.Write("a.jpg", kPlainJpeg);
+    const std::u16string settings = dir.Path("viewer.ini");
+    const UINT_PTR timer = SetTimer(nullptr, 0, 50, DriveTick);
+    EXPECT_EQ(create(reinterpret_cast<const wchar_t*>(path.c_str()), nullptr,
+                     reinterpret_cast<const wchar_t*>(settings.c_str())),
+              0);
+    KillTimer(nullptr, timer);
+    EXPECT_EQ(g_listRows, 12);
+    const auto tags = ReadBack(path);
+    EXPECT_EQ(tags.count(36867), 1u) << "the default date alone is written";
+    EXPECT_EQ(tags.count(270), 0u);
+    EXPECT_EQ(platform::ReadSettingString(settings, u"EXIF", u"CreatorKeepOrgDate", u""), u"1");
+}
+
+}  // namespace

@@ -1,0 +1,9 @@
+// Resource and control identifiers shared by Metadata.rc and the dialog code.
+// Plain macros: the resource compiler reads this file too.
+#pragma once
+
+// EXIF creation dialog.
+#define IDD_EXIF_CREATOR 275
+#define IDC_CREATOR_LIST 1001
+#define IDC_CREATOR_KEEP_DATE 1002
+#define IDC_CREATOR_EDIT 1003  // the in-place editor, made while a cell is edited
