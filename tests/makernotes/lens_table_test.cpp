@@ -1,4 +1,4 @@
-// The two lens tables as data (their keys and names) and their lookups.
+// The two lens tables as data (their keys and names), and the Nikon lookup.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "makernotes/lens_tables.h"
-#include "makernotes/makernote_limits.h"
 
 namespace {
 
@@ -26,18 +25,6 @@ TEST(PentaxLensTable, KeysAreUniqueAndAscendExceptTheOneWideNumber) {
         const auto& before = PentaxLensTable[i - 1].number == 4432 ? PentaxLensTable[i - 2] : PentaxLensTable[i - 1];
         EXPECT_TRUE(before.series < row.series || (before.series == row.series && before.number < row.number)) << i;
     }
-}
-
-TEST(PentaxLensTable, LookupScansOnlyTheFirst147Rows) {
-    char out[128] = "untouched";
-    EXPECT_TRUE(makernotes::LookupPentaxLens(8, 241, out, sizeof out));
-    EXPECT_STREQ(out, "smc PENTAX-DA* 50-135mm F2.8 ED [IF] SDM");
-    std::strcpy(out, "untouched");
-    EXPECT_FALSE(makernotes::LookupPentaxLens(8, 242, out, sizeof out));
-    EXPECT_FALSE(makernotes::LookupPentaxLens(8, 255, out, sizeof out));
-    EXPECT_STREQ(out, "untouched");
-    EXPECT_TRUE(makernotes::LookupPentaxLens(0, 0, out, sizeof out));
-    EXPECT_STREQ(out, "M-42 or No Lens");
 }
 
 TEST(NikonLensTable, EveryKeyFindsItsRowAndAnyOneByteOffFindsNothing) {

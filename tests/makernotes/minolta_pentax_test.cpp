@@ -1,11 +1,12 @@
 // Minolta notes (plain tags and the big-endian camera-settings array) and
-// Pentax / Ricoh notes (both header forms, in the EXIF byte order), with
-// what hostile arrays, absurd entry counts and a full table do to them.
+// Pentax / Ricoh notes (both header forms, in the EXIF byte order) beyond
+// the corpus files: little-endian files, the other header form, the rarer
+// branches of the value texts, and what hostile arrays, absurd entry counts
+// and a full table do.
 #include <cstdint>
 #include <string>
 #include <vector>
 
-#include "makernotes/makernote_decoders.h"
 #include "note_harness.h"
 
 namespace {
@@ -22,67 +23,58 @@ Decoded Note(ByteOrder order, const std::string& make, const std::string& header
 
 // ------------------------------------------------------------ Pentax
 
-void PentaxEntries(MakerNoteBuilder& n) {
-    const ByteOrder o = n.order();
-    fixture::Bytes twoShorts;
-    fixture::PutU16(twoShorts, 1, o);
-    fixture::PutU16(twoShorts, 63, o);
-    n.Short(1, 0);  // never named
-    n.Short(8, 1).Short(9, 4).Short(11, 9).Field(12, fixture::kShort, 2, twoShorts).Short(13, 16).Short(14, 6);
-    n.Short(20, 6).Short(25, 10).Short(31, 3).Short(32, 4).Short(33, 0).Short(34, 1).Short(35, 11);
-    n.Short(36, 12).Field(51, fixture::kByte, 3, {5, 0, 1}).Field(63, fixture::kByte, 4, {0x03, 0x11, 0, 0});
-}
-
-const Texts kPentaxRows{"Quality=Better", "Image Size=1600x1200", "Picture Mode=Night Scene",
-                        "Flash Mode=Off, not fired; internal", "Focus Mode=AF-S (focus priority)",
-                        "AF Point=Center", "ISO=100", "White Balance=Cloudy", "Saturation=Medium Low",
-                        "Contrast=Medium High", "Sharpness=Soft", "World Time Location=Destination",
-                        "Home Town City=Toronto", "Destination City=New York",
-                        "Picture Mode=Aperture Priority, 1/3 EV steps", "Lens Type=smc PENTAX-FA SOFT 85mm F2.8"};
+const std::string kAocMM("AOC\0MM", 6);
 
 TEST(PentaxNote, BothHeaderFormsInBothOrdersReadInTheExifOrder) {
     // The mark in the header is ignored: a note written in the EXIF order
     // reads the same whichever mark it carries.
+    const auto entries = [](MakerNoteBuilder& n) {
+        fixture::Bytes twoShorts;
+        fixture::PutU16(twoShorts, 1, n.order());
+        fixture::PutU16(twoShorts, 63, n.order());
+        n.Short(1, 0).Short(8, 1).Field(12, fixture::kShort, 2, twoShorts).Field(51, fixture::kByte, 3, {5, 0, 1});
+    };
     for (ByteOrder order : {kLE, kBE}) {
-        for (const std::string& header : {std::string("AOC\0MM", 6), std::string("AOC\0II", 6),
-                                          std::string("PENTAX \0MM", 10), std::string("PENTAX \0II", 10)}) {
+        for (const std::string& header : {kAocMM, std::string("AOC\0II", 6), std::string("PENTAX \0MM", 10),
+                                          std::string("PENTAX \0II", 10)}) {
             SCOPED_TRACE(header.substr(0, 3) + (order == kBE ? " in BE" : " in LE"));
-            EXPECT_EQ(RowTexts(Note(order, "PENTAX Corporation", header, PentaxEntries)), kPentaxRows);
+            EXPECT_EQ(RowTexts(Note(order, "PENTAX Corporation", header, entries)),
+                      (Texts{"Quality=Better", "Flash Mode=Off, not fired; internal",
+                             "Picture Mode=Aperture Priority, 1/3 EV steps"}));
         }
     }
 }
 
-TEST(PentaxNote, IsoIndexRangesPairedSizesAndUnlistedValues) {
-    const Decoded d = Note(kBE, "PENTAX", std::string("AOC\0MM", 6), [](MakerNoteBuilder& n) {
-        for (uint16_t iso : {3, 45, 46, 258, 286, 287, 3200, 65535}) n.Short(20, iso);
+TEST(PentaxNote, IsoIndexRangesPairedSizesUnlistedValuesAndLensKeys) {
+    const Decoded d = Note(kBE, "PENTAX", kAocMM, [](MakerNoteBuilder& n) {
+        for (uint16_t iso : {3, 45, 46, 258, 286, 287, 65535}) n.Short(20, iso);
         n.Field(9, fixture::kShort, 2, {0, 0x21, 0, 2}).Field(9, fixture::kShort, 2, {0, 0x21, 0, 7});
-        n.Short(9, 999).Short(12, 2).Short(35, 75).Field(51, fixture::kByte, 2, {0x30, 0x01, 0, 0});
+        n.Short(9, 999).Short(12, 2).Field(51, fixture::kByte, 2, {0x30, 0x01, 0, 0});
+        // A lens number of 0 is asked for as 32; (8, 242) lies beyond the rows a lookup scans.
+        n.Field(63, fixture::kByte, 4, {0x03, 0x11, 0, 0}).Field(63, fixture::kByte, 4, {0x03, 0x00, 0, 0});
+        n.Field(63, fixture::kByte, 4, {0x08, 0xF2, 0, 0});
     });
-    EXPECT_EQ(RowTexts(d), (Texts{"ISO=50", "ISO=819200", "ISO=46", "ISO=50", "ISO=819200", "ISO=287",
-                                  "ISO=3200", "ISO=Auto", "Image Size=1152x768", "Image Size=33 7",
-                                  "Image Size=999", "Flash Mode=On, not fired", "Home Town City=75",
-                                  "Picture Mode=48 1"}));
+    EXPECT_EQ(RowTexts(d), (Texts{"ISO=50", "ISO=819200", "ISO=46", "ISO=50", "ISO=819200", "ISO=287", "ISO=Auto",
+                                  "Image Size=1152x768", "Image Size=33 7", "Image Size=999",
+                                  "Flash Mode=On, not fired", "Picture Mode=48 1",
+                                  "Lens Type=smc PENTAX-FA SOFT 85mm F2.8", "Lens Type=smc PENTAX-F 50mm F1.4",
+                                  "Lens Type=unknown (8, 242; 32, 0)"}));
+    // Little-endian, the lens bytes stand low in the word: (32, 32) fails, then (3, 17).
+    EXPECT_EQ(RowTexts(Note(kLE, "PENTAX", kAocMM, [](MakerNoteBuilder& n) {
+                  n.Field(63, fixture::kByte, 4, {0x03, 0x11, 0, 0}).Field(63, fixture::kByte, 4, {0x08, 0xF2, 0, 0});
+              })),
+              (Texts{"Lens Type=smc PENTAX-FA SOFT 85mm F2.8", "Lens Type=unknown (32, 32; 242, 8)"}));
 }
 
 TEST(PentaxNote, RicohFormsAndAbsurdCountsGiveNoRows) {
-    const auto ricohIfd = [](const std::string& header) {
-        MakerNoteBuilder note(kBE);
-        note.Header(header).Short(8, 1).Short(20, 6);  // Pentax tags in a Ricoh directory at note + 8
-        return RowTexts(DispatchNote(kBE, "RICOH", note.Build(fixture::kNoteOffset)));
-    };
-    EXPECT_EQ(ricohIfd(std::string("RICOH\0\0\0", 8)), Texts{});
-    EXPECT_EQ(ricohIfd(std::string("Ricoh\xCF\0\0", 8)), Texts{});
+    // Ricoh's own directory stands at note + 8; read at note + 6 its count is 0.
+    EXPECT_EQ(RowTexts(Note(kBE, "RICOH", std::string("RICOH\0\0\0", 8),
+                            [](MakerNoteBuilder& n) { n.Short(8, 1).Short(20, 6); })),
+              Texts{});
     // The oldest Ricoh notes are text; read as a count it is 8224 or more.
     EXPECT_EQ(RowTexts(DispatchNote(kLE, "RICOH", fixture::ToBytes("Rv0103;Rg1C;Bg1A;"))), Texts{});
-    EXPECT_EQ(RowTexts(Note(kBE, "PENTAX", std::string("AOC\0MM", 6),
-                            [](MakerNoteBuilder& n) { n.Count(0xFFFF).Short(8, 1); })),
+    EXPECT_EQ(RowTexts(Note(kBE, "PENTAX", kAocMM, [](MakerNoteBuilder& n) { n.Count(0xFFFF).Short(8, 1); })),
               Texts{});
-}
-
-TEST(PentaxNote, DirectoryThatWouldReachTheRowLimitIsSkipped) {
-    // 16 named entries + 1 unnamed = 17; filler + Make = 239 reaches 256, 238 does not.
-    EXPECT_EQ(RowTexts(Note(kLE, "PENTAX", std::string("AOC\0II", 6), PentaxEntries, 238)), Texts{});
-    EXPECT_EQ(RowTexts(Note(kLE, "PENTAX", std::string("AOC\0II", 6), PentaxEntries, 237)), kPentaxRows);
 }
 
 // ------------------------------------------------------------ Minolta
@@ -92,7 +84,7 @@ fixture::Bytes Settings(size_t elements) {
     std::vector<uint32_t> v(elements, 0);
     const std::pair<size_t, uint32_t> set[] = {
         {1, 3},   {2, 1},     {3, 0x1810000}, {4, 3},  {5, 2},  {6, 1},  {7, 2},
-        {8, 48},  {9, 56},    {10, 48},       {11, 1}, {12, 2}, {13, 9}, {18, 10590},
+        {8, 48},  {9, 40},    {10, 48},       {11, 1}, {12, 2}, {13, 9}, {18, 10590},
         {19, 2000}, {20, 1},  {21, 0x07D20601}, {22, 0x000C251B}, {23, 36}, {33, 1},
         {36, 4},  {40, 2},    {48, 1},        {49, 1},
     };
@@ -103,9 +95,11 @@ fixture::Bytes Settings(size_t elements) {
     return out;
 }
 
-const Texts kSettingRows{"Exposure Mode=Manual", "Flash Mode=Red-eye reduction", "White Balance=Daylight +1",
+// The plain rows, then the 24 setting rows; elements 0 to 11 give the first 11.
+const Texts kMinoltaRows{"Version=MLT0", "Scene Mode=Portrait", "Color Mode=Natural", "Image Quality=Fine",
+                         "Exposure Mode=Manual", "Flash Mode=Red-eye reduction", "White Balance=Daylight +1",
                          "Image Size=640x480", "Quality=Fine", "Drive Mode=Continuous", "Metering Mode=Spot",
-                         "ISO=100", "Exposure Time=1/2", "F Number=F 5.7", "Macro Mode=On", "Digital Zoom=2x",
+                         "ISO=100", "Exposure Time=2.0", "F Number=F 5.7", "Macro Mode=On", "Digital Zoom=2x",
                          "Exposure Compensation=+1.0 EV", "Focal Length=41.4 mm", "Focus Distance=2.00 m",
                          "Flash Fired=Yes", "Date=2002:06:01", "Time=12:37:27", "Max Aperture=F 3.4",
                          "Sharpness=Normal", "ISO Setting=Auto", "Color Mode=Vivid color", "Focus Mode=MF",
@@ -119,37 +113,23 @@ Decoded Minolta(ByteOrder order, const fixture::Bytes& settings, uint16_t tag = 
     }, filler);
 }
 
-TEST(MinoltaNote, PlainTagsThenSettingsBigEndianWhateverTheExifOrder) {
-    Texts expected{"Version=MLT0", "Scene Mode=Portrait", "Color Mode=Natural", "Image Quality=Fine"};
-    expected.insert(expected.end(), kSettingRows.begin(), kSettingRows.end());
-    EXPECT_EQ(RowTexts(Minolta(kBE, Settings(56))), expected);
-    EXPECT_EQ(RowTexts(Minolta(kLE, Settings(56))), expected);
-    EXPECT_EQ(RowTexts(Minolta(kBE, Settings(56), 1)), expected);  // the older cameras' tag
-}
-
-TEST(MinoltaNote, ShortArrayGivesTheSettingsItHoldsAndALongOneAllOfThem) {
-    const Texts shortRows = RowTexts(Minolta(kLE, Settings(12)));  // elements 0 to 11
-    const Texts expected{"Version=MLT0", "Scene Mode=Portrait", "Color Mode=Natural", "Image Quality=Fine",
-                         "Exposure Mode=Manual", "Flash Mode=Red-eye reduction", "White Balance=Daylight +1",
-                         "Image Size=640x480", "Quality=Fine", "Drive Mode=Continuous", "Metering Mode=Spot",
-                         "ISO=100", "Exposure Time=1/2", "F Number=F 5.7", "Macro Mode=On"};
-    EXPECT_EQ(shortRows, expected);
-    // 300 elements: more than are read, and every setting is among those read.
-    const Texts longRows = RowTexts(Minolta(kBE, Settings(300)));
-    ASSERT_EQ(longRows.size(), 4 + kSettingRows.size());
-    EXPECT_EQ(Texts(longRows.begin() + 4, longRows.end()), kSettingRows);
+TEST(MinoltaNote, SettingsAreBigEndianWhateverTheExifOrderAndMayBeShortOrLong) {
+    EXPECT_EQ(RowTexts(Minolta(kLE, Settings(56))), kMinoltaRows);
+    EXPECT_EQ(RowTexts(Minolta(kBE, Settings(56), 1)), kMinoltaRows);  // the older cameras' tag
+    // Elements 0 to 11 only; 300 elements, more than are read.
+    EXPECT_EQ(RowTexts(Minolta(kLE, Settings(12))), Texts(kMinoltaRows.begin(), kMinoltaRows.begin() + 15));
+    EXPECT_EQ(RowTexts(Minolta(kBE, Settings(300))), kMinoltaRows);
 }
 
 TEST(MinoltaNote, WhiteBalancePresetsAndTheirFineTuning) {
     Texts seen;
-    for (uint32_t wb : {0u, 7u, 0x800000u, 0x1800000u - 0x20000u, 0x6830000u, 0x123u, 0xA800000u}) {
+    for (uint32_t wb : {0x1800000u - 0x20000u, 0x6830000u, 0x123u, 0xA800000u}) {
         fixture::Bytes s = Settings(4);
         s[12] = static_cast<uint8_t>(wb >> 24), s[13] = static_cast<uint8_t>(wb >> 16);
         s[14] = static_cast<uint8_t>(wb >> 8), s[15] = static_cast<uint8_t>(wb);
-        seen.push_back(RowTexts(Minolta(kBE, s))[6]);
+        seen.push_back(RowTexts(Minolta(kBE, s)).at(6));
     }
-    EXPECT_EQ(seen, (Texts{"White Balance=Auto", "White Balance=Fluorescent", "White Balance=Auto",
-                           "White Balance=Daylight -2", "White Balance=Shade +3", "White Balance=291",
+    EXPECT_EQ(seen, (Texts{"White Balance=Daylight -2", "White Balance=Shade +3", "White Balance=291",
                            "White Balance=176160768"}));
 }
 
@@ -168,15 +148,10 @@ TEST(MinoltaNote, SettingRowsStopAtTheRowLimit) {
     // 244 filler + Make = 245 rows, + 6 entries stays below 256: 4 plain rows,
     // then 7 of the settings.
     const Decoded d = Minolta(kBE, Settings(56), 3, 244);
-    EXPECT_EQ(d.count, 256u);
+    ASSERT_EQ(d.count, 256u);
     EXPECT_EQ(RowTexts(d).back(), "Metering Mode=Spot");
     // 250 + 6 reaches 256: neither pass adds anything.
     EXPECT_EQ(RowTexts(Minolta(kBE, Settings(56), 3, 249)), Texts{});
-}
-
-TEST(MinoltaNote, TagsAscendOnceEach) {
-    const makernotes::MakerTable& t = makernotes::MinoltaTags();
-    for (size_t i = 1; i < t.size; ++i) EXPECT_LT(t.tags[i - 1].tag, t.tags[i].tag) << t.tags[i].name;
 }
 
 }  // namespace

@@ -41,12 +41,6 @@ struct Decoded {
             out.push_back({table->rows[i].tag, table->rows[i].name, table->rows[i].value});
         return out;
     }
-    // The value of the first row with this tag; "<no row>" when there is none.
-    std::string value(uint32_t tag) const {
-        for (const Row& r : rows())
-            if (r.tag == tag) return r.value;
-        return "<no row>";
-    }
 };
 
 // "name=value" of each row the note added.

@@ -1,6 +1,7 @@
-// Olympus / OM System notes in their three header forms, with the equipment
-// and camera-settings sub-directories and what hostile sub-directory
-// offsets do to them; Fujifilm's little-endian note in either EXIF order.
+// Olympus / OM System notes in the header forms and byte orders the corpus
+// files lack, with the equipment and camera-settings sub-directories and
+// what hostile sub-directory entries do; Fujifilm's little-endian note in a
+// big-endian file.
 #include <functional>
 #include <initializer_list>
 #include <string>
@@ -26,42 +27,6 @@ Bytes Words(ByteOrder o, size_t size, std::initializer_list<uint32_t> values) {
 }
 
 using Fill = std::function<void(MakerNoteBuilder&)>;
-
-// An Olympus note: the main entries, then (when given) the equipment and
-// camera-settings directories appended after the note, their entries of
-// type subType pointing at them. origin: the note's offset from the base
-// its offsets count from (the TIFF header, or the note itself).
-Bytes OlympusNote(ByteOrder o, const std::string& header, int64_t origin, const Fill& main,
-                  uint16_t subType = kIfd, const Fill& equipment = nullptr, const Fill& settings = nullptr) {
-    std::vector<Bytes> subs;
-    std::vector<uint32_t> at;
-    auto build = [&] {
-        MakerNoteBuilder n(o);
-        n.Header(header);
-        main(n);
-        for (size_t i = 0; i < at.size(); ++i) {
-            const uint32_t count = subType == fixture::kUndefined ? static_cast<uint32_t>(subs[i].size()) : 1;
-            n.Field(i == 0 ? 0x2010 : 0x2020, subType, count, Words(o, 4, {at[i]}));
-        }
-        return n.Build(origin);
-    };
-    for (const Fill& fill : {equipment, settings}) {
-        if (!fill) break;
-        subs.emplace_back();
-        at.push_back(0);
-    }
-    size_t end = build().size();
-    for (size_t i = 0; i < subs.size(); ++i) {
-        at[i] = static_cast<uint32_t>(origin + static_cast<int64_t>(end));
-        MakerNoteBuilder sub(o);
-        (i == 0 ? equipment : settings)(sub);
-        subs[i] = sub.Build(at[i]);
-        end += subs[i].size();
-    }
-    Bytes note = build();
-    for (const Bytes& s : subs) fixture::Append(note, s);
-    return note;
-}
 
 void MainEntries(MakerNoteBuilder& n) {
     const ByteOrder o = n.order();
@@ -95,43 +60,59 @@ const Texts kAllRows{
     "Focus Mode=Continuous AF; C-AF, Face detect", "White Balance=5300K (fine weather)", "Art Filter=Pop art",
 };
 
-Texts Olympus(ByteOrder fileOrder, const Bytes& note, uint32_t filler = 0) {
-    return RowTexts(DispatchNote(fileOrder, "", note, filler));
+// An Olympus note: the main entries, then the first `subs` of the equipment
+// and camera-settings directories at note + 256 and + 384, their entries of
+// type subType pointing there. origin: the note's offset from the base its
+// offsets count from (the TIFF header, or the note itself).
+Bytes OlympusNote(ByteOrder o, const std::string& header, int64_t origin, const Fill& main, int subs = 0,
+                  uint16_t subType = kIfd) {
+    constexpr uint32_t kAt[] = {256, 384};
+    MakerNoteBuilder n(o);
+    n.Header(header);
+    main(n);
+    Bytes blocks[2];
+    for (int i = 0; i < subs; ++i) {
+        MakerNoteBuilder sub(o);
+        (i == 0 ? EquipmentEntries : SettingsEntries)(sub);
+        blocks[i] = sub.Build(origin + kAt[i]);
+        const auto count = static_cast<uint32_t>(subType == fixture::kUndefined ? blocks[i].size() : 1);
+        n.Field(i == 0 ? 0x2010 : 0x2020, subType, count, Words(o, 4, {static_cast<uint32_t>(origin + kAt[i])}));
+    }
+    Bytes note = n.Build(origin);
+    for (int i = 0; i < subs; ++i) {
+        note.resize(kAt[i], 0);
+        fixture::Append(note, blocks[i]);
+    }
+    return note;
 }
 
-TEST(OlympusNote, OlderFormOffsetsFromTheExifHeaderInEitherOrder) {
-    // Sub-directories as UNDEFINED blocks, as the E-1 writes them.
-    for (ByteOrder o : {kLE, kBE})
-        EXPECT_EQ(Olympus(o, OlympusNote(o, kOldForm, fixture::kNoteOffset, MainEntries, fixture::kUndefined,
-                                         EquipmentEntries, SettingsEntries)),
-                  kAllRows);
-}
+Texts Olympus(ByteOrder fileOrder, const Bytes& note) { return RowTexts(DispatchNote(fileOrder, "", note)); }
 
 TEST(OlympusNote, NewerFormsOffsetFromTheNoteAndTheirIiMarkSwitchesToLittleEndian) {
     for (const std::string& header : {kFullNameII, kOmSystemII}) {
-        const Bytes note = OlympusNote(kLE, header, 0, MainEntries, kIfd, EquipmentEntries, SettingsEntries);
+        const Bytes note = OlympusNote(kLE, header, 0, MainEntries, 2);
         EXPECT_EQ(Olympus(kBE, note), kAllRows) << header;
         EXPECT_EQ(Olympus(kLE, note), kAllRows) << header;
     }
     // "MM" never switches: the note is read in the EXIF order, either one.
-    EXPECT_EQ(Olympus(kLE, OlympusNote(kLE, kFullNameMM, 0, MainEntries, fixture::kLong, EquipmentEntries)),
+    // Sub-directories may also be LONG offsets or UNDEFINED blocks.
+    EXPECT_EQ(Olympus(kLE, OlympusNote(kLE, kFullNameMM, 0, MainEntries, 1, fixture::kLong)),
               Texts(kAllRows.begin(), kAllRows.begin() + 11));
-    EXPECT_EQ(Olympus(kBE, OlympusNote(kBE, kFullNameMM, 0, MainEntries)), Texts(kAllRows.begin(), kAllRows.begin() + 6));
+    EXPECT_EQ(Olympus(kBE, OlympusNote(kBE, kFullNameMM, 0, MainEntries, 2, fixture::kUndefined)), kAllRows);
 }
 
 TEST(OlympusNote, QualityCountsFromZeroOnlyForSxTypesOtherThanSx151AndForD4322) {
-    const struct {
-        const char* type;
-        const char* quality;
-    } cases[] = {{"SX558", "HQ (normal)"}, {"SX151", "SQ (low)"}, {"D4322", "HQ (normal)"},
-                 {"C2000Z", "SQ (low)"}, {nullptr, "SQ (low)"}};
-    for (const auto& c : cases) {
-        const Bytes note = OlympusNote(kLE, kOldForm, fixture::kNoteOffset, [&](MakerNoteBuilder& n) {
-            n.Short(0x0201, 1);
-            if (c.type) n.Ascii(0x0207, c.type);
-        });
-        EXPECT_EQ(Olympus(kLE, note).front(), std::string("Quality=") + c.quality) << (c.type ? c.type : "no type");
-    }
+    const auto quality = [](const char* type) {
+        const Texts rows = Olympus(kLE, OlympusNote(kLE, kOldForm, fixture::kNoteOffset, [&](MakerNoteBuilder& n) {
+                                       n.Short(0x0201, 1);
+                                       if (type) n.Ascii(0x0207, type);
+                                   }));
+        return rows.empty() ? "<no rows>" : rows.front();
+    };
+    EXPECT_EQ(quality("SX558"), "Quality=HQ (normal)");
+    EXPECT_EQ(quality("SX151"), "Quality=SQ (low)");
+    EXPECT_EQ(quality("D4322"), "Quality=HQ (normal)");
+    EXPECT_EQ(quality(nullptr), "Quality=SQ (low)");
 }
 
 TEST(OlympusNote, HostileSubDirectoryEntriesGiveNoRows) {
@@ -166,38 +147,19 @@ TEST(OlympusNote, HostileSubDirectoryEntriesGiveNoRows) {
     }
 }
 
-TEST(OlympusNote, SubDirectoryThatWouldReachTheRowLimitIsSkipped) {
-    // Main: 2 entries, 1 named; equipment: 5 entries. With 249 rows before,
-    // 250 + 5 stays below 256; with 250, it reaches it; with 254 the main
-    // directory is skipped too.
-    const Bytes note = OlympusNote(kLE, kOldForm, fixture::kNoteOffset, [](MakerNoteBuilder& n) { n.Short(0x0202, 0); },
-                                   kIfd, EquipmentEntries);
-    EXPECT_EQ(Olympus(kLE, note, 249).size(), 6u);
-    EXPECT_EQ(Olympus(kLE, note, 250), Texts{"Macro=Off"});
-    EXPECT_EQ(Olympus(kLE, note, 254), Texts{});
-}
-
 // ------------------------------------------------------------ Fujifilm
 
-TEST(FujifilmNote, LittleEndianDirectoryInEitherExifOrderOffsetsFromTheNote) {
+TEST(FujifilmNote, LittleEndianDirectoryInABigEndianFileOffsetsFromTheNote) {
+    // The corpus's Fujifilm files are little-endian throughout.
     MakerNoteBuilder n(kLE);
     n.Header(std::string("FUJIFILM\x0C\0\0\0", 12));
     n.Field(0x0000, fixture::kUndefined, 4, fixture::ToBytes("0130")).Ascii(0x0010, "FPX20582698 592D3131");
-    n.Ascii(0x1000, "FINE   ").Short(0x1001, 0x84).Short(0x1002, 0x301).Short(0x1003, 0x300).Short(0x1004, 0x180);
-    n.Short(0x1010, 0x8120).Short(0x1020, 1).Short(0x1021, 1).Short(0x1030, 1).Short(0x1031, 0x200);
-    n.Short(0x1300, 1).Short(0x1301, 1).Short(0x1302, 1).Short(0x1400, 3).Short(0x1401, 0x120).Short(0x1402, 0x201);
+    n.Short(0x1001, 0x84).Short(0x1002, 0x301).Short(0x1010, 0x8120).Short(0x1031, 0x200);
     n.Short(0x1234, 1).Short(0x1002, 0x777);  // an unnamed tag; an unlisted value
-    const Texts expected{
-        "Version=0130", "Serial Number=FPX20582698 592D3131", "Quality=FINE", "Sharpness=+1 (medium hard)",
-        "White Balance=Day white fluorescent", "Color Saturation=None (B&W)", "Tone=Medium low", "Flash Mode=TTL",
-        "Macro=On", "Focus Mode=Manual", "Slow Sync=On", "Picture Mode=Shutter speed priority AE",
-        "Blur Warning=Blur warning", "Focus Warning=Out of focus", "Exposure Warning=Bad exposure",
-        "Dynamic Range=Wide", "Film Mode=F1b/Studio portrait, smooth skin (Astia)",
-        "Dynamic Range Setting=Wide 2 (400%)", "White Balance=1911",
-    };
-    const Bytes note = n.Build(0);
-    EXPECT_EQ(RowTexts(DispatchNote(kBE, "FUJIFILM", note)), expected);
-    EXPECT_EQ(RowTexts(DispatchNote(kLE, "FUJIFILM", note)), expected);
+    EXPECT_EQ(RowTexts(DispatchNote(kBE, "FUJIFILM", n.Build(0))),
+              (Texts{"Version=0130", "Serial Number=FPX20582698 592D3131", "Sharpness=+1 (medium hard)",
+                     "White Balance=Day white fluorescent", "Flash Mode=TTL",
+                     "Picture Mode=Shutter speed priority AE", "White Balance=1911"}));
 }
 
 }  // namespace
