@@ -2,10 +2,14 @@
 # Prints an image's metadata through Metadata.dll under Wine, as the viewer
 # would get it. Without an argument it uses a demo JPEG that it makes itself.
 #   ./run.sh [IMAGE]
+# Where this machine cannot execute 32-bit programs, the 64-bit build of the
+# same DLL answers instead (64-bit Wine runs there; 32-bit Wine cannot).
 set -euo pipefail
 root=$(cd "$(dirname "$0")" && pwd)
 "$root/scripts/setup.sh" >/dev/null
-"$root/scripts/build.sh" native win32 >/dev/null
+tree=win32
+"$root/scripts/can-run-32bit.sh" || tree=win64
+"$root/scripts/build.sh" native win32 $tree >/dev/null
 image=${1:-}
 if [ -z "$image" ]; then
   image="$root/build/demo.jpg"
@@ -13,5 +17,6 @@ if [ -z "$image" ]; then
 fi
 if [ ! -r "$image" ]; then echo "run.sh: cannot read $image" >&2; exit 1; fi
 image=$(cd "$(dirname "$image")" && pwd)/$(basename "$image")
-cd "$root/build/win32/bin"
-exec "$root/scripts/wine-run.sh" vvmeta.exe show "$(WINEPREFIX="${VV_WINEPREFIX:-$HOME/.cache/vantaview/wine32}" winepath -w "$image" 2>/dev/null)"
+cd "$root/build/$tree/bin"
+# Wine's drive Z: is the root of the file system.
+exec "$root/scripts/wine-run.sh" vvmeta.exe show "Z:${image//\//\\}"

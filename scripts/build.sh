@@ -3,7 +3,10 @@
 #   native    g++, the core, vvmeta, native tests, benchmarks
 #   sanitize  clang, the core and tests with AddressSanitizer + UBSan, fuzz targets
 #   win32     i686 MinGW-w64 (posix), Metadata.dll, vvmeta.exe, Windows tests
-# Usage: scripts/build.sh [native|sanitize|win32|all]...   (default: all)
+#   win64     x86-64 MinGW-w64, the same Windows tests for machines that
+#             cannot run 32-bit programs (only 64-bit Wine works there)
+# Usage: scripts/build.sh [native|sanitize|win32|win64|all]...   (default: all;
+# all adds win64 only where 32-bit programs cannot run)
 # The trees go to build/<tree>, or to $VV_BUILD_ROOT/<tree> when that is set.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -11,12 +14,23 @@ out=${VV_BUILD_ROOT:-$root/build}
 jobs=$(nproc 2>/dev/null || echo 2)
 trees=("$@")
 [ ${#trees[@]} -eq 0 ] && trees=(all)
-[ "${trees[0]}" = all ] && trees=(native sanitize win32)
+if [ "${trees[0]}" = all ]; then
+  trees=(native sanitize win32)
+  "$root/scripts/can-run-32bit.sh" || trees+=(win64)
+fi
+
+# ccache, where installed, lets fresh clones and other checkouts reuse what
+# was compiled before (paths are taken relative to the checkout).
+launcher=()
+if command -v ccache >/dev/null; then
+  launcher=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+  export CCACHE_BASEDIR="$root" CCACHE_NOHASHDIR=1
+fi
 
 configure() {  # dir, cmake arguments...
   local dir=$1; shift
   if [ ! -f "$out/$dir/CMakeCache.txt" ]; then
-    cmake -S "$root" -B "$out/$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "$@" >/dev/null
+    cmake -S "$root" -B "$out/$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "${launcher[@]}" "$@" >/dev/null
   fi
 }
 
@@ -25,6 +39,7 @@ for tree in "${trees[@]}"; do
     native)   configure native -DVV_BENCH=ON ;;
     sanitize) CC=clang CXX=clang++ configure sanitize -DVV_SANITIZE=ON -DVV_FUZZ=ON -DCMAKE_BUILD_TYPE=Debug ;;
     win32)    configure win32 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/i686-w64-mingw32.cmake" ;;
+    win64)    configure win64 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/x86_64-w64-mingw32.cmake" ;;
     *) echo "build.sh: unknown tree '$tree'" >&2; exit 2 ;;
   esac
   echo "== building $tree"

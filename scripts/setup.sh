@@ -15,8 +15,9 @@ packages=(
   cmake make g++ googletest libgtest-dev libbenchmark-dev libtinyxml2-dev
   clang libclang-rt-14-dev
   gcc-mingw-w64-i686-posix g++-mingw-w64-i686-posix binutils-mingw-w64-i686 mingw-w64-i686-dev
-  wine wine32 xvfb xauth
-  libimage-exiftool-perl dpkg-dev
+  wine wine32 wine64 xvfb xauth
+  gcc-mingw-w64-x86-64-posix g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 mingw-w64-x86-64-dev
+  libimage-exiftool-perl dpkg-dev ccache
 )
 
 missing=()
@@ -74,11 +75,21 @@ PIN
 fi
 
 # Wine's first start builds its prefix (about ten seconds); do it once here.
-export WINEPREFIX="${VV_WINEPREFIX:-$HOME/.cache/vantaview/wine32}"
-export WINEARCH=win32 WINEDEBUG=-all
-if [ ! -f "$WINEPREFIX/system.reg" ]; then
-  mkdir -p "$(dirname "$WINEPREFIX")"
-  wineboot -i >/dev/null 2>&1 || true
-  wineserver -w || true
+# Where 32-bit programs cannot run, the Windows suites use a 64-bit prefix.
+export WINEDEBUG=-all
+if "$here/scripts/can-run-32bit.sh"; then
+  export WINEPREFIX="${VV_WINEPREFIX:-$HOME/.cache/vantaview/wine32}" WINEARCH=win32
+  if [ ! -f "$WINEPREFIX/system.reg" ]; then
+    mkdir -p "$(dirname "$WINEPREFIX")"
+    wineboot -i >/dev/null 2>&1 || true
+    wineserver -w || true
+  fi
+else
+  export WINEPREFIX="${VV_WINEPREFIX64:-$HOME/.cache/vantaview/wine64}" WINEARCH=win64
+  if [ ! -f "$WINEPREFIX/system.reg" ]; then
+    mkdir -p "$(dirname "$WINEPREFIX")"
+    /usr/lib/wine/wine64 wineboot -i >/dev/null 2>&1 || true
+    /usr/lib/wine/wineserver64 -w || true
+  fi
 fi
 echo "setup: ready"

@@ -1,7 +1,22 @@
 #!/usr/bin/env bash
-# Runs a Windows program under Wine with the project's fixed 32-bit prefix.
-export WINEPREFIX="${VV_WINEPREFIX:-$HOME/.cache/vantaview/wine32}"
-export WINEARCH=win32
+# Runs a Windows program under Wine with the project's fixed prefixes: 32-bit
+# programs in a win32 prefix, 64-bit ones (the Windows suites on machines that
+# cannot run 32-bit programs) in a win64 prefix.
+cache="$HOME/.cache/vantaview"
+machine=""
+if [ -f "${1:-}" ]; then  # the PE header's machine field: 8664 for x86-64
+  pe=$(od -An -tu4 -j60 -N4 "$1" 2>/dev/null | tr -d ' ')
+  [ -n "$pe" ] && machine=$(od -An -tx2 -j$((pe + 4)) -N2 "$1" 2>/dev/null | tr -d ' ')
+fi
+if [ "$machine" = 8664 ]; then
+  export WINEPREFIX="${VV_WINEPREFIX64:-$cache/wine64}"
+  export WINEARCH=win64
+  wine=/usr/lib/wine/wine64
+else
+  export WINEPREFIX="${VV_WINEPREFIX:-$cache/wine32}"
+  export WINEARCH=win32
+  wine=wine
+fi
 export WINEDEBUG="${WINEDEBUG:--all}"
 export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}"
-exec wine "$@"
+exec "$wine" "$@"

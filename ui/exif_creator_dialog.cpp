@@ -3,59 +3,40 @@
 #include <commctrl.h>
 
 #include <cstdio>
+#include <memory>
 #include <string>
 
+#include "dialog_kit.h"
 #include "platform/platform.h"
 #include "resource_ids.h"
-#include "theme.h"
 
 namespace vv {
 namespace {
 
-constexpr wchar_t kMessageCaption[] = L"Vantaview";
 constexpr wchar_t kTagColumn[] = L"EXIF Tag";
 constexpr wchar_t kValueColumn[] = L"Value (edit with click or F2)";
 constexpr int kEditMaxChars = 255;  // a row holds at most 255 bytes of UTF-8
 
-CreatorMessageBox g_messageBox = MessageBoxW;
-
 // The dialog's window-side state; the data itself stays in the model.
-struct CreatorDialog {
-    exif::ExifCreatorState* state = nullptr;
-    int darkMode = 0;
+struct CreatorDialog : DialogBase {
+    explicit CreatorDialog(exif::ExifCreatorState& s) : state(&s) {}
+
+    exif::ExifCreatorState* state;
     HWND list = nullptr;
     HWND edit = nullptr;  // the in-place editor while a cell is edited
     int editRow = -1;
+
+    std::u16string_view SettingsPath() const override { return state->settingsPath; }
+    INT_PTR OnInit(LPARAM) override;
+    INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnOk();
+    INT_PTR OnNotify(const NMHDR& header);
 };
 
-CreatorDialog* DialogOf(HWND dialog) {
-    return reinterpret_cast<CreatorDialog*>(GetWindowLongPtrW(dialog, DWLP_USER));
-}
-
-const wchar_t* W(const std::u16string& s) { return reinterpret_cast<const wchar_t*>(s.c_str()); }
-
-std::u16string WindowText(HWND window) {
-    std::u16string text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, u'\0');
-    text.resize(static_cast<size_t>(
-        GetWindowTextW(window, reinterpret_cast<wchar_t*>(&text[0]), static_cast<int>(text.size()))));
-    return text;
-}
-
-// Column 0 adds the row; the other columns fill it.
-void SetCell(HWND list, int row, int column, const wchar_t* text) {
-    LVITEMW item = {};
-    item.mask = LVIF_TEXT;
-    item.iItem = row;
-    item.iSubItem = column;
-    item.pszText = const_cast<wchar_t*>(text);
-    if (column == 0)
-        ListView_InsertItem(list, &item);
-    else
-        ListView_SetItem(list, &item);
-}
+CreatorDialog* DialogOf(HWND dialog) { return BoundDialog<CreatorDialog>(dialog); }
 
 void SetValueCell(HWND list, int row, const exif::TagRecord& record) {
-    SetCell(list, row, 1, W(platform::Utf8ToUtf16(record.value)));
+    SetListCell(list, row, 1, platform::Utf8ToUtf16(record.value));
 }
 
 void SaveKeepDate(const exif::ExifCreatorState& state) {
@@ -145,112 +126,71 @@ int RowAt(HWND list, POINT point) {
 
 // ------------------------------------------------------------ dialog
 
-void InitDialog(HWND dialog, exif::ExifCreatorState& state) {
-    auto* d = new CreatorDialog;
-    d->state = &state;
-    SetWindowLongPtrW(dialog, DWLP_USER, reinterpret_cast<LONG_PTR>(d));
-    if (!state.settingsPath.empty())
-        d->darkMode = platform::ReadSettingInt(state.settingsPath, u"Viewing", u"DarkMode", 0);
-    d->list = GetDlgItem(dialog, IDC_CREATOR_LIST);
-    ListView_SetExtendedListViewStyle(d->list, LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES);
-    exif::FillDefaultDateTaken(state);
-    FillCreatorList(d->list, state);
-    CheckDlgButton(dialog, IDC_CREATOR_KEEP_DATE, state.keepDate ? BST_CHECKED : BST_UNCHECKED);
-    ApplyDarkModeToDialog(dialog, 0, d->darkMode);
+INT_PTR CreatorDialog::OnInit(LPARAM) {
+    list = GetDlgItem(window, IDC_CREATOR_LIST);
+    ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES);
+    exif::FillDefaultDateTaken(*state);
+    FillCreatorList(list, *state);
+    CheckDlgButton(window, IDC_CREATOR_KEEP_DATE, state->keepDate ? BST_CHECKED : BST_UNCHECKED);
+    return TRUE;
 }
 
-void OnOk(HWND dialog, CreatorDialog& d) {
-    EndEdit(d, true);
-    exif::ExifCreatorState& state = *d.state;
-    state.keepDate = IsDlgButtonChecked(dialog, IDC_CREATOR_KEEP_DATE) == BST_CHECKED;
-    SaveKeepDate(state);
+void CreatorDialog::OnOk() {
+    EndEdit(*this, true);
+    state->keepDate = IsDlgButtonChecked(window, IDC_CREATOR_KEEP_DATE) == BST_CHECKED;
+    SaveKeepDate(*state);
     std::u16string error;
-    if (exif::WriteExifToJpeg(state.path, state.rows, exif::kCreatorRowCount, state.keepDate, error)) {
-        EndDialog(dialog, IDOK);
+    if (exif::WriteExifToJpeg(state->path, state->rows, exif::kCreatorRowCount, state->keepDate, error)) {
+        EndDialog(window, IDOK);
         return;
     }
-    g_messageBox(dialog, W(error), kMessageCaption, MB_OK | MB_ICONERROR);
+    ShowMessage(window, error, MB_OK | MB_ICONERROR);
 }
 
-BOOL OnNotify(HWND dialog, CreatorDialog& d, const NMHDR& header) {
-    if (header.hwndFrom != d.list)
+INT_PTR CreatorDialog::OnNotify(const NMHDR& header) {
+    if (header.hwndFrom != list)
         return FALSE;
     if (header.code == NM_CLICK) {
         const auto& click = reinterpret_cast<const NMITEMACTIVATE&>(header);
-        BeginEdit(dialog, d, click.iItem >= 0 ? click.iItem : RowAt(d.list, click.ptAction));
+        BeginEdit(window, *this, click.iItem >= 0 ? click.iItem : RowAt(list, click.ptAction));
         return TRUE;
     }
     if (header.code == LVN_KEYDOWN && reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey == VK_F2) {
-        int row = ListView_GetNextItem(d.list, -1, LVNI_SELECTED);
+        int row = ListView_GetNextItem(list, -1, LVNI_SELECTED);
         if (row < 0)
-            row = ListView_GetNextItem(d.list, -1, LVNI_FOCUSED);
-        BeginEdit(dialog, d, row);
+            row = ListView_GetNextItem(list, -1, LVNI_FOCUSED);
+        BeginEdit(window, *this, row);
         return TRUE;
     }
     return FALSE;
 }
 
-INT_PTR HandleMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_INITDIALOG) {
-        InitDialog(dialog, *reinterpret_cast<exif::ExifCreatorState*>(lParam));
-        return TRUE;
-    }
-    CreatorDialog* d = DialogOf(dialog);
-    if (!d)
-        return FALSE;
-    LRESULT result = 0;
-    if (HandleDarkModeMessage(dialog, message, wParam, lParam, d->darkMode, -1, &result)) {
-        if (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC)
-            return static_cast<INT_PTR>(result);  // colour messages return the brush itself
-        SetWindowLongPtrW(dialog, DWLP_MSGRESULT, result);
-        return TRUE;
-    }
+INT_PTR CreatorDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-    case WM_NOTIFY: return OnNotify(dialog, *d, *reinterpret_cast<const NMHDR*>(lParam));
+    case WM_NOTIFY: return OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
     case WM_COMMAND:
         if (LOWORD(wParam) == IDOK) {
-            OnOk(dialog, *d);
+            OnOk();
             return TRUE;
         }
         if (LOWORD(wParam) == IDCANCEL) {
-            EndEdit(*d, false);
-            EndDialog(dialog, IDCANCEL);
+            EndEdit(*this, false);
+            EndDialog(window, IDCANCEL);
             return TRUE;
         }
-        return FALSE;
-    case WM_DESTROY:
-        SetWindowLongPtrW(dialog, DWLP_USER, 0);
-        delete d;
         return FALSE;
     default: return FALSE;
     }
 }
 
-INT_PTR CALLBACK CreatorDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    try {
-        return HandleMessage(dialog, message, wParam, lParam);
-    } catch (...) {
-        return FALSE;  // out of memory: the message is left to the default handling
-    }
-}
-
-void InitListControls() {
-    INITCOMMONCONTROLSEX init = {sizeof init, ICC_LISTVIEW_CLASSES};
-    InitCommonControlsEx(&init);
-}
-
 }  // namespace
 
 INT_PTR RunExifCreatorDialog(HINSTANCE instance, HWND parent, exif::ExifCreatorState& state) {
-    InitListControls();
-    return DialogBoxParamW(instance, MAKEINTRESOURCEW(IDD_EXIF_CREATOR), parent, CreatorDialogProc,
-                           reinterpret_cast<LPARAM>(&state));
+    return RunModalDialog(instance, IDD_EXIF_CREATOR, parent, std::make_unique<CreatorDialog>(state));
 }
 
 HWND CreateExifCreatorDialog(HINSTANCE instance, HWND parent, exif::ExifCreatorState& state) {
-    InitListControls();
-    return CreateDialogParamW(instance, MAKEINTRESOURCEW(IDD_EXIF_CREATOR), parent, CreatorDialogProc,
-                              reinterpret_cast<LPARAM>(&state));
+    return CreateModelessDialog(instance, IDD_EXIF_CREATOR, parent, std::make_unique<CreatorDialog>(state));
 }
 
 bool CommitCreatorEdit(exif::ExifCreatorState& state, int row, std::u16string_view text) {
@@ -262,16 +202,11 @@ bool CommitCreatorEdit(exif::ExifCreatorState& state, int row, std::u16string_vi
 
 void FillCreatorList(HWND list, const exif::ExifCreatorState& state) {
     ListView_DeleteAllItems(list);
-    while (ListView_DeleteColumn(list, 0)) {
-    }
-    LVCOLUMNW column = {};
-    column.mask = LVCF_TEXT;
-    column.pszText = const_cast<wchar_t*>(kTagColumn);
-    ListView_InsertColumn(list, 0, &column);
-    column.pszText = const_cast<wchar_t*>(kValueColumn);
-    ListView_InsertColumn(list, 1, &column);
+    DeleteListColumns(list);
+    InsertListColumn(list, 0, kTagColumn, 0);
+    InsertListColumn(list, 1, kValueColumn, 0);
     for (uint32_t row = 0; row < exif::kCreatorVisibleRows; ++row) {
-        SetCell(list, static_cast<int>(row), 0, W(platform::Utf8ToUtf16(exif::kCreatorFields[row].label)));
+        AppendListRow(list, platform::Utf8ToUtf16(exif::kCreatorFields[row].label));
         SetValueCell(list, static_cast<int>(row), state.rows[row]);
     }
     // The labels set the first width in the list's own font (so at any DPI);
@@ -279,7 +214,5 @@ void FillCreatorList(HWND list, const exif::ExifCreatorState& state) {
     ListView_SetColumnWidth(list, 0, LVSCW_AUTOSIZE);
     ListView_SetColumnWidth(list, 1, LVSCW_AUTOSIZE_USEHEADER);
 }
-
-void SetCreatorMessageBox(CreatorMessageBox show) { g_messageBox = show ? show : MessageBoxW; }
 
 }  // namespace vv

@@ -37,9 +37,4 @@ bool CommitCreatorEdit(exif::ExifCreatorState& state, int row, std::u16string_vi
 // row's value as the Value cell. The label column fits the longest label.
 void FillCreatorList(HWND list, const exif::ExifCreatorState& state);
 
-// The message box the dialog reports failures with; MessageBoxW unless a
-// host (a test) replaces it. Null restores MessageBoxW.
-using CreatorMessageBox = int(WINAPI*)(HWND owner, const wchar_t* text, const wchar_t* caption, UINT type);
-void SetCreatorMessageBox(CreatorMessageBox show);
-
 }  // namespace vv

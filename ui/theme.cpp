@@ -237,6 +237,8 @@ void ThemeListView(HWND list, const ThemeApi& api) {
         return;
     SubclassFlat(list, FlatControl::kList);
     HWND header = ListView_GetHeader(list);
+    if (header)
+        SubclassFlat(header, FlatControl::kHeader);
     for (HWND window : {header, list}) {
         if (!window)
             continue;

@@ -306,6 +306,33 @@ void PaintTab(HWND tab, HDC dc, const RECT& client) {
     }
 }
 
+// A list view's header, painted whole: some platforms keep a light header
+// under the light text the list asks for, which makes it unreadable.
+void PaintHeader(HWND header, HDC dc, const RECT& client) {
+    FillSolid(dc, client, kDarkBackgroundColour);
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, kDarkTextColour);
+    const int count = Header_GetItemCount(header);
+    for (int i = 0; i < count; ++i) {
+        RECT rect;
+        if (!Header_GetItemRect(header, i, &rect) || rect.right <= rect.left)
+            continue;
+        wchar_t text[128] = {};
+        HDITEMW item = {};
+        item.mask = HDI_TEXT;
+        item.pszText = text;
+        item.cchTextMax = 128;
+        SendMessageW(header, HDM_GETITEMW, i, reinterpret_cast<LPARAM>(&item));
+        RECT line = {rect.right - 1, rect.top + Scale(2), rect.right, rect.bottom - Scale(2)};
+        FillSolid(dc, line, kDarkDisabledTextColour);
+        rect.left += Scale(6);
+        rect.right -= Scale(4);
+        DrawTextW(dc, text, -1, &rect, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
+    }
+    RECT bottom = {client.left, client.bottom - 1, client.right, client.bottom};
+    FillSolid(dc, bottom, kDarkDisabledTextColour);
+}
+
 void PaintFlat(HWND window, HDC dc, FlatControl kind) {
     RECT client;
     GetClientRect(window, &client);
@@ -318,6 +345,7 @@ void PaintFlat(HWND window, HDC dc, FlatControl kind) {
     case FlatControl::kComboBox: PaintComboBox(window, dc, client); break;
     case FlatControl::kUpDown: PaintUpDown(window, dc, client); break;
     case FlatControl::kTab: PaintTab(window, dc, client); break;
+    case FlatControl::kHeader: PaintHeader(window, dc, client); break;
     case FlatControl::kList: break;
     }
 }

@@ -58,7 +58,7 @@ void CloseTheme(HTHEME theme);
 void FillSolid(HDC dc, const RECT& rect, COLORREF colour);
 void DrawCheckMark(HDC dc, const RECT& box, COLORREF colour);
 
-enum class FlatControl : DWORD_PTR { kCheckBox = 1, kGroupBox, kPushButton, kComboBox, kUpDown, kList, kTab };
+enum class FlatControl : DWORD_PTR { kCheckBox = 1, kGroupBox, kPushButton, kComboBox, kUpDown, kList, kTab, kHeader };
 
 // Gives `control` the flat dark painting of `kind`. Does nothing when the
 // platform has no SetWindowSubclass. Applying twice is harmless.

@@ -21,6 +21,56 @@ template <typename T>
 void Resolve(T& slot, const char* name) {
     slot = reinterpret_cast<T>(reinterpret_cast<void*>(GetProcAddress(Module(), name)));
 }
+
+template <typename T>
+T Export(const char* name) {
+    return reinterpret_cast<T>(reinterpret_cast<void*>(GetProcAddress(Module(), name)));
+}
+
+// The stand-in for the viewer's main window: the dialogs' owner.
+HWND MakeViewerWindow() {
+    WNDCLASSW wc = {};
+    wc.lpfnWndProc = DefWindowProcW;
+    wc.hInstance = GetModuleHandleW(nullptr);
+    wc.lpszClassName = L"VantaviewHost";
+    wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+    RegisterClassW(&wc);
+    HWND viewer = CreateWindowExW(0, wc.lpszClassName, L"Vantaview", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT,
+                                  640, 480, nullptr, nullptr, wc.hInstance, nullptr);
+    ShowWindow(viewer, SW_SHOWNORMAL);
+    return viewer;
+}
+
+const wchar_t* W(const std::u16string& s) { return reinterpret_cast<const wchar_t*>(s.c_str()); }
+
+int OpenDialog(const std::string& dialog, const std::u16string& files, const std::u16string& settings) {
+    using ShowExif = int(__cdecl*)(const wchar_t*, HWND, const wchar_t*, int);
+    using GetWindow = HWND(__cdecl*)();
+    using Close = int(__cdecl*)();
+    using ShowIptc = int(__cdecl*)(const wchar_t*, HWND, const wchar_t*);
+    using ShowComment = int(__cdecl*)(const wchar_t*, HWND, int, const wchar_t*, int, const wchar_t*);
+    HWND viewer = MakeViewerWindow();
+    const wchar_t* ini = settings.empty() ? nullptr : W(settings);
+    int answer = 0;
+    if (dialog == "window") {
+        answer = Export<ShowExif>("Show_EXIF_Info_W")(W(files), viewer, ini, 1);
+        const auto exifWindow = Export<GetWindow>("Get_EXIF_Window");
+        MSG message;
+        while (exifWindow() && GetMessageW(&message, nullptr, 0, 0) > 0) {
+            if (!IsDialogMessageW(exifWindow(), &message)) {
+                TranslateMessage(&message);
+                DispatchMessageW(&message);
+            }
+        }
+    } else if (dialog == "iptcsheet") {
+        answer = Export<ShowIptc>("Show_IPTC_Info_W")(W(files), viewer, ini);
+    } else {
+        answer = Export<ShowComment>("Show_JPG_Comment_W")(W(files), viewer, 0, ini, 0, L";PNG;");
+    }
+    Export<Close>("ClosePlugin")();
+    DestroyWindow(viewer);
+    return answer;
+}
 }  // namespace
 
 bool LoadPlugin(PluginApi& api, std::string& error) {
@@ -37,6 +87,7 @@ bool LoadPlugin(PluginApi& api, std::string& error) {
     Resolve(api.LoadData_IPTC_W, "LoadData_IPTC_W");
     Resolve(api.LoadTag_IPTC_W, "LoadTag_IPTC_W");
     Resolve(api.Load_Comment_W, "Load_Comment_W");
+    api.OpenDialog = OpenDialog;
     return true;
 }
 

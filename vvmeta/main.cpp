@@ -57,11 +57,17 @@ const char kUsage[] =
     "                                (see the README); INI supplies the comment settings\n"
     "                                (section IPTC: JPGComConversion, JPGComKeepOrgDate,\n"
     "                                JPGComClearSpaces, JPGComAppend)\n"
+    "  window [--settings INI] FILE  opens the EXIF window on FILE as the viewer does and waits\n"
+    "                                until it is closed (Metadata.dll only)\n"
+    "  iptcsheet [--settings INI] FILES\n"
+    "                                opens the IPTC property sheet on FILES (one path or a \"|\"-list)\n"
+    "  editcomment [--settings INI] FILES\n"
+    "                                opens the comment dialog on FILES (one path or a \"|\"-list)\n"
     "\n"
     "options: --capacity N sets the output buffer size in characters (default 262144); --help\n"
     "exit codes: 0 done, 1 the file cannot be read or written or the plug-in cannot be loaded,\n"
     "2 bad usage, 3 readcomment, writecomment, writeiptc or createexif through Metadata.dll\n"
-    "(it has no export that works without a window)\n";
+    "(it has no export that works without a window), or a dialog command natively\n";
 
 // createexif's options, with the creation dialog's row each one fills.
 struct FieldOption {
@@ -258,6 +264,13 @@ public:
         return kExitOk;
     }
 
+    int OpenDialog(const std::string& dialog, const std::u16string& files, const std::u16string& settings) {
+        if (!api_.OpenDialog) return NotAvailable();
+        const int answer = api_.OpenDialog(dialog, files, settings);
+        WriteOut(std::to_string(answer) + "\n");
+        return kExitOk;
+    }
+
 private:
     int NotAvailable() {
         WriteErr(std::string("vvmeta: not available through ") + PluginOrigin() + " (no export for it)\n");
@@ -278,7 +291,7 @@ int Run(const std::vector<std::u16string>& args) {
 
     static const char* const kFileCommands[] = {"show",    "exif",    "tag",         "exifinfo",    "iptc",
                                                 "iptctag", "comment", "readcomment", "writecomment", "writeiptc",
-                                                "createexif"};
+                                                "createexif", "window",  "iptcsheet",   "editcomment"};
     bool known = o.command == "info" || o.command == "exports";
     for (const char* c : kFileCommands) known = known || o.command == c;
     if (!known) {  // "vvmeta FILE" is "vvmeta show FILE"
@@ -308,6 +321,8 @@ int Run(const std::vector<std::u16string>& args) {
     if (o.command == "exports") return run.Exports();
 
     const std::u16string& file = o.positional.back();
+    if (o.command == "window" || o.command == "iptcsheet" || o.command == "editcomment")
+        return run.OpenDialog(o.command, file, o.settings);
     if (o.command == "writecomment") return run.WriteComment(file, o.positional[0], o.settings);
     if (!platform::OpenFile(file, platform::FileMode::kRead)) {
         WriteErr("vvmeta: cannot read " + Utf8(file) + "\n");

@@ -38,6 +38,10 @@ struct PluginApi {
     // gives the keep-date option. 1, or 0 with the writer's message.
     int (*CreateExif)(const std::u16string& file, const std::u16string& settings,
                       const std::vector<std::pair<int, std::u16string>>& fields, std::string& error) = nullptr;
+    // The dialogs, opened as the viewer opens them: `dialog` is "window" (the
+    // EXIF window, run until it closes), "iptcsheet" or "editcomment" (modal;
+    // `files` may be a "|"-list). Returns the export's answer. Windows only.
+    int (*OpenDialog)(const std::string& dialog, const std::u16string& files, const std::u16string& settings) = nullptr;
 };
 
 // The thirteen export names, in the order of the export table.

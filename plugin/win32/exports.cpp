@@ -8,6 +8,7 @@
 #include "../plugin_api.h"
 #include "module_state.h"
 #include "ui/exif_creator_dialog.h"
+#include "ui/exif_window.h"
 #include "ui/theme.h"
 
 namespace vv {
@@ -21,6 +22,18 @@ namespace {
 const char16_t* U(const wchar_t* s) { return reinterpret_cast<const char16_t*>(s); }
 char16_t* U(wchar_t* s) { return reinterpret_cast<char16_t*>(s); }
 static_assert(sizeof(wchar_t) == sizeof(char16_t), "wchar_t must be UTF-16 on Windows");
+
+// Every export runs its body through this guard: no C++ exception (an
+// allocation failure, above all) may cross into the viewer. A body that
+// throws answers `failed`, the export's "nothing done" result.
+template <typename Result, typename Body>
+Result Guarded(Result failed, Body&& body) noexcept {
+    try {
+        return body();
+    } catch (...) {
+        return failed;
+    }
+}
 }  // namespace
 
 extern "C" {
@@ -34,58 +47,57 @@ BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
 }
 
 int __cdecl GetPlugInInfo(char* version, char* description) {
-    return vv::GetPlugInInfo(version, description);
+    return Guarded(0, [&] { return vv::GetPlugInInfo(version, description); });
 }
 
 int __cdecl ClosePlugin(void) {
-    vv::ModuleState& m = vv::Module();
-    if (m.exifWindow && IsWindow(m.exifWindow)) DestroyWindow(m.exifWindow);
-    m.exifWindow = nullptr;
-    vv::ReleaseDarkModeResources();
-    return 0;
+    return Guarded(0, [] {
+        vv::CloseExifWindow();
+        vv::ReleaseDarkModeResources();
+        return 0;
+    });
 }
 
 HWND __cdecl Get_EXIF_Window(void) {
-    HWND w = vv::Module().exifWindow;
-    return (w && IsWindow(w)) ? w : nullptr;
+    return Guarded<HWND>(nullptr, [] { return vv::ExifWindowHandle(); });
 }
 
 uint64_t __cdecl GetExifInfos(const wchar_t* path, uint32_t* size, uint32_t* out2, uint32_t* out3,
                               uint32_t* out4, uint32_t* out5, int formatCode) {
-    return vv::GetExifInfos(U(path), size, out2, out3, out4, out5, formatCode);
+    return Guarded<uint64_t>(0, [&] { return vv::GetExifInfos(U(path), size, out2, out3, out4, out5, formatCode); });
 }
 
 int __cdecl LoadData_EXIF_W(const wchar_t* path, wchar_t* out, int capacity, int mode) {
-    return vv::LoadData_EXIF_W(U(path), U(out), capacity, mode);
+    return Guarded(0, [&] { return vv::LoadData_EXIF_W(U(path), U(out), capacity, mode); });
 }
 
 int __cdecl LoadTag_EXIF_W(const wchar_t* path, int tag, wchar_t* out, int capacity) {
-    return vv::LoadTag_EXIF_W(U(path), tag, U(out), capacity);
+    return Guarded(0, [&] { return vv::LoadTag_EXIF_W(U(path), tag, U(out), capacity); });
 }
 
-int __cdecl Show_EXIF_Info_W(const wchar_t*, HWND, const wchar_t*, int) {
-    return 0;  // the EXIF window arrives with its dialog
+int __cdecl Show_EXIF_Info_W(const wchar_t* path, HWND parent, const wchar_t* settings, int mode) {
+    return Guarded(0, [&] {
+        return vv::ShowExifInfo(vv::Module().instance, U(path), parent, U(settings), mode);
+    });
 }
 
 int __cdecl Create_EXIF_Data_W(const wchar_t* path, HWND parent, const wchar_t* settings) {
-    if (!path) return 0;
-    try {
+    return Guarded(0, [&] {
+        if (!path) return 0;
         auto state = std::make_unique<exif::ExifCreatorState>();
         exif::PrepareExifCreator(U(path), settings ? std::u16string_view(U(settings)) : std::u16string_view(),
                                  *state);
         vv::RunExifCreatorDialog(vv::Module().instance, parent, *state);
-    } catch (...) {
-        // out of memory before the dialog opened: nothing was shown or written
-    }
-    return 0;
+        return 0;
+    });
 }
 
 int __cdecl LoadData_IPTC_W(const wchar_t* path, wchar_t* out, int capacity, int mode) {
-    return vv::LoadData_IPTC_W(U(path), U(out), capacity, mode);
+    return Guarded(0, [&] { return vv::LoadData_IPTC_W(U(path), U(out), capacity, mode); });
 }
 
 int __cdecl LoadTag_IPTC_W(const wchar_t* path, int dataset, wchar_t* out, int capacity) {
-    return vv::LoadTag_IPTC_W(U(path), dataset, U(out), capacity);
+    return Guarded(0, [&] { return vv::LoadTag_IPTC_W(U(path), dataset, U(out), capacity); });
 }
 
 int __cdecl Show_IPTC_Info_W(const wchar_t*, HWND, const wchar_t*) {
@@ -94,7 +106,7 @@ int __cdecl Show_IPTC_Info_W(const wchar_t*, HWND, const wchar_t*) {
 
 int __cdecl Load_Comment_W(const wchar_t* path, wchar_t* out, int capacity, int unused,
                            const wchar_t* formats) {
-    return vv::Load_Comment_W(U(path), U(out), capacity, unused, U(formats));
+    return Guarded(0, [&] { return vv::Load_Comment_W(U(path), U(out), capacity, unused, U(formats)); });
 }
 
 int __cdecl Show_JPG_Comment_W(const wchar_t*, HWND, int, const wchar_t*, int, const wchar_t*) {

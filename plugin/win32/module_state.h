@@ -1,5 +1,6 @@
-// The DLL's module state: its instance handle (for dialog resources) and the
-// modeless EXIF window. Everything runs on the viewer's thread; no locking.
+// The DLL's module state: its instance handle (for dialog resources). The
+// EXIF window keeps its own module state in ui/exif_window. Everything runs
+// on the viewer's thread; no locking.
 #pragma once
 
 
@@ -9,7 +10,6 @@ namespace vv {
 
 struct ModuleState {
     HINSTANCE instance = nullptr;
-    HWND exifWindow = nullptr;
 };
 
 ModuleState& Module();

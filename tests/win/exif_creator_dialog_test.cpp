@@ -2,6 +2,7 @@
 // it shows, the in-place editor, OK writing the file (or showing why not),
 // and the export running it modally.
 #include "ui/exif_creator_dialog.h"
+#include "ui/dialog_kit.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>
@@ -63,12 +64,12 @@ class CreatorDialog : public ::testing::Test {
 protected:
     void SetUp() override {
         g_boxes.clear();
-        vv::SetCreatorMessageBox(CaptureBox);
+        vv::SetMessageBoxHook(CaptureBox);
     }
     void TearDown() override {
         if (dialog)
             DestroyWindow(dialog);
-        vv::SetCreatorMessageBox(nullptr);
+        vv::SetMessageBoxHook(nullptr);
     }
     void Prepare(const Bytes& jpeg) {
         path = dir.Write("a.jpg", jpeg);
@@ -222,9 +223,11 @@ TEST_F(CreatorDialog, RefusedWriteShowsTheReasonAndStaysOpen) {
 }
 
 // Drives the export's modal dialog from a thread timer, which the dialog's
-// own message loop dispatches: OK on the first tick; anything still open
-// later (a message box, the dialog after a refusal) is ended.
+// own message loop dispatches: OK on the first tick that finds the dialog;
+// anything still open later (a message box, the dialog after a refusal) is
+// ended.
 int g_ticks = 0;
+int g_okTick = 0;
 int g_listRows = -1;
 
 BOOL CALLBACK DriveWindow(HWND window, LPARAM) {
@@ -233,10 +236,11 @@ BOOL CALLBACK DriveWindow(HWND window, LPARAM) {
     if (std::wstring(className) != L"#32770" || !IsWindowVisible(window))
         return TRUE;
     HWND list = GetDlgItem(window, IDC_CREATOR_LIST);
-    if (list && g_ticks == 1) {
+    if (list && g_okTick == 0) {
+        g_okTick = g_ticks;
         g_listRows = ListView_GetItemCount(list);
         PostMessageW(window, WM_COMMAND, IDOK, 0);
-    } else if (g_ticks > 1) {
+    } else if (g_okTick && g_ticks > g_okTick) {
         EndDialog(window, IDCANCEL);
     }
     return TRUE;
