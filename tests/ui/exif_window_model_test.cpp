@@ -1,0 +1,198 @@
+// The EXIF window's decisions without a window: which rows it lists, how the
+// hidden-tags list is edited, the saved placement and the layout.
+#include "ui/model/exif_window_model.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+
+namespace {
+
+using vv::TagChoice;
+
+struct Table {
+    exif::TagRecordTable* table = exif::AllocateTagRecordTable();
+    uint32_t count = 0;
+    ~Table() { exif::FreeTagRecordTable(table, 1); }
+    exif::TagRecord& Add(uint32_t tag, const char* name, const char* value) {
+        exif::TagRecord& r = table->rows[count++];
+        r.tag = tag;
+        std::strcpy(r.name, name);
+        std::strcpy(r.value, value);
+        return r;
+    }
+};
+
+// A pseudo "Filename" row, a heading, Make, Model, a description with a long
+// value, and a complete GPS position.
+void FillSample(Table& t) {
+    t.Add(0, "Filename", "a.jpg");
+    t.Add(271, "Make", "Canon");
+    t.Add(272, "Model", "EOS");
+    exif::TagRecord& description = t.Add(270, "ImageDescription", "short");
+    std::strcpy(exif::MakeLongValue(description), "the whole long description");
+    t.Add(0, "GPS:", "");
+    t.Add(401, "GPSLatitudeRef", "S");
+    t.Add(402, "GPSLatitude", "33 51 35.9 (33.859972)");
+    t.Add(403, "GPSLongitudeRef", "W");
+    t.Add(404, "GPSLongitude", "70 39 0 (70.650000)");
+}
+
+TEST(ExifListRows, ListsEveryRowWithNumbersValuesAndTheLongDescription) {
+    Table t;
+    FillSample(t);
+    const vv::ExifListModel model = vv::BuildExifListRows(*t.table, t.count, u"");
+    ASSERT_EQ(model.rows.size(), 9u);
+    EXPECT_EQ(model.rows[0].number, u"");  // tag 0 has no number
+    EXPECT_EQ(model.rows[0].name, u"Filename");
+    EXPECT_EQ(model.rows[1].number, u"271");
+    EXPECT_EQ(model.rows[1].value, u"Canon");
+    EXPECT_EQ(model.rows[3].value, u"the whole long description");
+    EXPECT_EQ(model.rows[4].name, u"GPS:");
+    EXPECT_TRUE(model.HasGps());
+}
+
+TEST(ExifListRows, HiddenTagsGoButTagZeroStaysAndHidingAPositionHalfHidesTheMaps) {
+    Table t;
+    FillSample(t);
+    vv::ExifListModel model = vv::BuildExifListRows(*t.table, t.count, u"271,272,270,401,402,403,404,0,");
+    ASSERT_EQ(model.rows.size(), 2u);  // "Filename" and the heading: tag 0 is never hidden
+    EXPECT_EQ(model.rows[0].name, u"Filename");
+    EXPECT_FALSE(model.HasGps());
+
+    model = vv::BuildExifListRows(*t.table, t.count, u"404,");
+    EXPECT_EQ(model.gpsScore, 2);
+    EXPECT_FALSE(model.HasGps());
+    model = vv::BuildExifListRows(*t.table, t.count, u"402,");
+    EXPECT_FALSE(model.HasGps());
+}
+
+TEST(HideTags, TokensMatchWholeAndIgnoreCaseAndEmptyTokens) {
+    EXPECT_TRUE(vv::IsTagInList(u"271,272,", u"272"));
+    EXPECT_FALSE(vv::IsTagInList(u"271,272,", u"27"));
+    EXPECT_FALSE(vv::IsTagInList(u"271,", u"71"));
+    EXPECT_FALSE(vv::IsTagInList(u",,", u""));
+    EXPECT_TRUE(vv::IsTagInList(u"ab,", u"AB"));
+    EXPECT_TRUE(vv::IsTagInList(u"5", u"5"));  // the last token needs no comma
+}
+
+TEST(HideTags, ChoicesStartFromTheListAndOkEditsItAsText) {
+    Table t;
+    FillSample(t);
+    std::vector<TagChoice> choices = vv::BuildTagChoices(*t.table, t.count, u"272,");
+    ASSERT_EQ(choices.size(), 7u);  // tag-0 rows are not offered
+    EXPECT_TRUE(choices[0].shown);
+    EXPECT_FALSE(choices[1].shown);
+
+    // Hiding appends "number,"; an unchanged choice leaves the list alone.
+    choices[0].shown = false;
+    EXPECT_EQ(vv::UpdateHideTags(u"272,", choices), u"272,271,");
+
+    // Showing removes the text "number," everywhere, also inside longer numbers.
+    std::vector<TagChoice> show71 = {{71, u"71", u"x", true}};
+    EXPECT_EQ(vv::UpdateHideTags(u"71,271,5,71,", show71), u"25,");
+}
+
+TEST(HideTags, AppendingStopsAtTheListLimit) {
+    std::u16string full(1020, u'9');
+    std::vector<TagChoice> hide = {{271, u"271", u"Make", false}};
+    EXPECT_EQ(vv::UpdateHideTags(full, hide), full);
+    EXPECT_EQ(vv::UpdateHideTags(u"1,", hide), u"1,271,");
+}
+
+TEST(Clipboard, LinesJoinNameAndValueAndNamelessRowsAreBareLineEnds) {
+    const std::u16string longValue(4000, u'v');
+    const std::u16string text = vv::FormatClipboardText({{u"Make", u"Canon"}, {u"", u"ignored"}, {u"Long", longValue}});
+    EXPECT_EQ(text.substr(0, 16), u"Make - Canon\r\n\r\n");
+    EXPECT_EQ(text.size(), 16 + 7 + 3072 + 2u);  // the value is cut to 3072 characters
+}
+
+TEST(WinPosition, FormatsAndParsesTheSixNumbers) {
+    const vv::WinPosition p{-1920, 40, 800, 600, 1, 144};
+    EXPECT_EQ(vv::FormatWinPosition(p), u"-1920,40,800,600,1,144;");
+    const vv::WinPosition back = vv::ParseWinPosition(vv::FormatWinPosition(p));
+    EXPECT_EQ(back.left, -1920);
+    EXPECT_EQ(back.dpi, 144);
+    EXPECT_EQ(vv::ParseWinPosition(u"1,2,3,4,5;", false).maximized, 5);
+}
+
+TEST(WinPosition, MalformedTextKeepsTheNumbersBeforeTheFault) {
+    vv::WinPosition p = vv::ParseWinPosition(u"10, 20,x,400,0,96;");
+    EXPECT_EQ(p.left, 10);
+    EXPECT_EQ(p.top, 20);  // scanf skips the blank before a number
+    EXPECT_EQ(p.width, 0);
+    EXPECT_EQ(p.height, 0);
+    p = vv::ParseWinPosition(u"");
+    EXPECT_EQ(p.left + p.top + p.width + p.height + p.dpi, 0);
+    p = vv::ParseWinPosition(u"10;20,30");
+    EXPECT_EQ(p.left, 10);
+    EXPECT_EQ(p.top, 0);
+    p = vv::ParseWinPosition(u"99999999999,-99999999999,1,1,0,0;");
+    EXPECT_EQ(p.left, 2147483647);
+    EXPECT_EQ(p.top, -2147483647 - 1);
+}
+
+TEST(WinPosition, OffScreenCornersComeBackToTheWorkArea) {
+    const vv::WinRect work{0, 0, 1280, 984};
+    vv::WinPosition p{5000, -300, 800, 600, 0, 96};
+    vv::ClampWinPosition(p, 1, work);
+    EXPECT_EQ(p.left, 0);
+    EXPECT_EQ(p.top, 0);
+    p = {1279, 983, 800, 600, 0, 96};  // the last pixel is still inside
+    vv::ClampWinPosition(p, 1, work);
+    EXPECT_EQ(p.left, 1279);
+    // With several monitors only the left edge is raised to the nearest work area.
+    p = {-5000, -300, 800, 600, 0, 96};
+    vv::ClampWinPosition(p, 2, vv::WinRect{-1920, 0, 0, 1040});
+    EXPECT_EQ(p.left, -1920);
+    EXPECT_EQ(p.top, -300);
+    int left = -10, top = -20;
+    vv::KeepOnScreen(&left, &top, work);
+    EXPECT_EQ(left + top, 0);
+}
+
+TEST(WinPosition, SizeFollowsTheDpiRatio) {
+    int w = 0, h = 0;
+    vv::SizeForDpi({0, 0, 400, 300, 0, 96}, 144, &w, &h);
+    EXPECT_EQ(w, 600);
+    EXPECT_EQ(h, 450);
+    vv::SizeForDpi({0, 0, 400, 300, 0, 0}, 144, &w, &h);  // no DPI stored: as stored
+    EXPECT_EQ(w, 400);
+}
+
+TEST(Layout, ColumnsShareTheListWidth) {
+    vv::ColumnWidths c = vv::ExifColumnWidths(500, 96);
+    EXPECT_EQ(c.number, 5);
+    EXPECT_EQ(c.name, 15 + 166);
+    EXPECT_EQ(c.value, 2 * 166 - 40);
+    c = vv::ExifColumnWidths(500, 144);
+    EXPECT_EQ(c.number, 8);  // MulDiv rounds 7.5 up
+    EXPECT_EQ(c.value, 2 * 166 - 60);
+}
+
+TEST(Layout, ButtonsKeepTheirBottomDistanceListsFillAndOthersScale) {
+    const vv::LayoutMetrics m{1, 19};
+    EXPECT_EQ(vv::ClassifyChild(u"Button"), vv::ChildKind::kButton);
+    EXPECT_EQ(vv::ClassifyChild(u"SysListView32"), vv::ChildKind::kListView);
+    EXPECT_EQ(vv::ClassifyChild(u"Static"), vv::ChildKind::kGeneric);
+
+    const vv::WinRect button = vv::LayoutChild(vv::ChildKind::kButton, {10, 470, 110, 490}, 400, 500, 600, 700, m);
+    EXPECT_EQ(button.left, 15);
+    EXPECT_EQ(button.right, 165);
+    EXPECT_EQ(button.top, 670);
+    EXPECT_EQ(button.bottom, 690);
+
+    const vv::WinRect list = vv::LayoutChild(vv::ChildKind::kListView, {5, 5, 395, 440}, 400, 500, 600, 700, m);
+    EXPECT_EQ(list.left, 1);
+    EXPECT_EQ(list.right, 600);
+    EXPECT_EQ(list.bottom, 5 + 700 - 3 * 19 - 9);
+
+    const vv::WinRect other = vv::LayoutChild(vv::ChildKind::kGeneric, {3, 7, 13, 17}, 400, 500, 600, 750, m);
+    EXPECT_EQ(other.left, 5);   // 4.5 rounds up
+    EXPECT_EQ(other.right, 20);
+    EXPECT_EQ(other.top, 7);
+    EXPECT_EQ(other.bottom, 22);
+}
+
+}  // namespace

@@ -1,0 +1,424 @@
+// The EXIF information window. Opening, refilling, re-parenting, closing and
+// placement go through Metadata.dll's exports, as the viewer calls them. The
+// commands and keys run the same window code compiled into this suite (with
+// the DLL's templates), so that the shell-open hook can observe map links
+// instead of launching a browser.
+#include "ui/exif_window.h"
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "exif/exif_fixtures.h"
+#include "exif/map_links.h"
+#include "fixture/fixture.h"
+#include "platform/platform.h"
+#include "plugin_dll.h"
+#include "screenshot.h"
+#include "ui/resource_ids.h"
+
+namespace {
+
+using windll::Export;
+
+std::vector<UINT> g_viewerKeys;  // WM_KEYDOWN keys the stand-in viewer received
+
+LRESULT CALLBACK ViewerProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_KEYDOWN)
+        g_viewerKeys.push_back(static_cast<UINT>(wParam));
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+HWND MakeViewer(const wchar_t* title) {
+    WNDCLASSW wc = {};
+    wc.lpfnWndProc = ViewerProc;
+    wc.hInstance = GetModuleHandleW(nullptr);
+    wc.lpszClassName = L"VantaviewTestViewer";
+    RegisterClassW(&wc);
+    HWND viewer = CreateWindowExW(0, wc.lpszClassName, title, WS_OVERLAPPEDWINDOW, 700, 50, 300, 200, nullptr,
+                                  nullptr, wc.hInstance, nullptr);
+    ShowWindow(viewer, SW_SHOWNOACTIVATE);
+    return viewer;
+}
+
+std::wstring Cell(HWND list, int row, int column) {
+    wchar_t text[512] = {};
+    ListView_GetItemText(list, row, column, text, 512);
+    return text;
+}
+
+int FindRow(HWND list, const wchar_t* name) {
+    for (int i = 0; i < ListView_GetItemCount(list); ++i)
+        if (Cell(list, i, 1) == name)
+            return i;
+    return -1;
+}
+
+std::wstring ClipboardText() {
+    std::wstring text;
+    if (!OpenClipboard(nullptr))
+        return text;
+    if (HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+        text = static_cast<const wchar_t*>(GlobalLock(data));
+        GlobalUnlock(data);
+    }
+    CloseClipboard();
+    return text;
+}
+
+const wchar_t* W(const std::u16string& s) { return reinterpret_cast<const wchar_t*>(s.c_str()); }
+
+// A file with Make and Model but no position.
+fixture::Bytes PlainFile() {
+    fixture::TiffBuilder tiff(fixture::ByteOrder::kBig);
+    tiff.Ascii(0, 271, "Other").Ascii(0, 272, "VV-1");
+    return exiftest::Jpeg(tiff.Build());
+}
+
+// A modal loop of the window (its menu or the tag chooser) runs while the
+// test waits; this timer acts inside it.
+using TimerAction = void (*)();
+TimerAction g_timerAction = nullptr;
+void CALLBACK OnTimer(HWND, UINT, UINT_PTR id, DWORD) {
+    KillTimer(nullptr, id);
+    if (g_timerAction)
+        g_timerAction();
+}
+void ActSoon(TimerAction action) {
+    g_timerAction = action;
+    SetTimer(nullptr, 0, 300, OnTimer);
+}
+
+class ExifWindow : public ::testing::Test {
+protected:
+    void SetUp() override {
+        gps = dir.Write("gps.jpg", exiftest::Sample(fixture::ByteOrder::kLittle).File());
+        plain = dir.Write("plain.jpg", PlainFile());
+        none = dir.Write("none.jpg", fixture::JpegBuilder().Soi().Com("no exif").ScanAndEoi().Build());
+        viewer = MakeViewer(L"Viewer");
+        g_viewerKeys.clear();
+        opened.clear();
+        platform::SetShellOpenHook([this](std::u16string_view target) {
+            opened.emplace_back(target);
+            return true;
+        });
+    }
+    void TearDown() override {
+        Export<windll::ClosePluginFn>("ClosePlugin")();
+        vv::CloseExifWindow();
+        platform::SetShellOpenHook(nullptr);
+        DestroyWindow(viewer);
+        wintest::PumpMessages();
+    }
+    // Through the DLL, as the viewer calls it.
+    int Show(const std::u16string& file, HWND parent, int mode = 1) {
+        const int answer =
+            Export<windll::ShowExifInfoFn>("Show_EXIF_Info_W")(W(file), parent, W(settings), mode);
+        wintest::PumpMessages();
+        return answer;
+    }
+    HWND DllWindow() { return Export<windll::GetExifWindowFn>("Get_EXIF_Window")(); }
+    // The same window from this suite's copy of the code.
+    HWND ShowHere(const std::u16string& file) {
+        EXPECT_EQ(vv::ShowExifInfo(windll::Plugin(), file.c_str(), viewer, settings.c_str(), 1), 0);
+        wintest::PumpMessages();
+        return vv::ExifWindowHandle();
+    }
+    void Setting(const char16_t* section, const char16_t* key, const char16_t* value) {
+        platform::WriteSettingString(settings, section, key, value);
+    }
+    std::u16string Setting(const char16_t* section, const char16_t* key) {
+        return platform::ReadSettingString(settings, section, key, u"<none>");
+    }
+    void Command(HWND window, int id) {
+        SendMessageW(window, WM_COMMAND, static_cast<WPARAM>(id), 0);
+        wintest::PumpMessages();
+    }
+    void Key(HWND window, UINT key) {
+        SendMessageW(GetDlgItem(window, IDC_EXIF_LIST), WM_KEYDOWN, key, 0);
+        wintest::PumpMessages();
+    }
+    std::u16string LastOpened() { return opened.empty() ? u"<nothing>" : opened.back(); }
+
+    fixture::TempDir dir;
+    std::u16string settings = dir.Path("viewer.ini");
+    std::u16string gps, plain, none;
+    HWND viewer = nullptr;
+    std::vector<std::u16string> opened;
+};
+
+bool Visible(HWND window, int id) { return IsWindowVisible(GetDlgItem(window, id)) != FALSE; }
+
+TEST_F(ExifWindow, FollowsTheViewerFromFileToFileAndClosesWithThePlugin) {
+    ASSERT_EQ(Show(gps, viewer), 0);
+    HWND window = DllWindow();
+    ASSERT_NE(window, nullptr);
+    HWND list = GetDlgItem(window, IDC_EXIF_LIST);
+    EXPECT_EQ(ListView_GetItemCount(list), 1 + exiftest::kSampleRows);
+    EXPECT_EQ(Cell(list, 0, 1), L"Filename");
+    EXPECT_EQ(Cell(list, 0, 2), L"gps.jpg");
+    EXPECT_EQ(Cell(list, 1, 0), L"271");
+    wchar_t caption[64] = {};
+    GetWindowTextW(window, caption, 64);
+    EXPECT_STREQ(caption, L"gps.jpg - EXIF Info");
+    for (int id : {IDC_EXIF_GOOGLE_EARTH, IDC_EXIF_GOOGLE_MAPS, IDC_EXIF_OPENSTREETMAP, IDC_EXIF_COPY})
+        EXPECT_TRUE(Visible(window, id)) << id;
+    EXPECT_TRUE(wintest::SaveScreenshot(window, "exif_window_gps_light"));
+
+    const int model = FindRow(list, L"Model");
+    ListView_SetItemState(list, model, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+
+    // Another file refills the same window and selects the same tag again.
+    ASSERT_EQ(Show(plain, viewer), 0);
+    EXPECT_EQ(DllWindow(), window);
+    EXPECT_EQ(ListView_GetItemCount(list), 3);
+    const int selected = ListView_GetNextItem(list, -1, LVNI_SELECTED);
+    ASSERT_GE(selected, 0);
+    EXPECT_EQ(Cell(list, selected, 1), L"Model");
+    EXPECT_FALSE(Visible(window, IDC_EXIF_GOOGLE_EARTH));
+    EXPECT_FALSE(Visible(window, IDC_EXIF_GOOGLE_MAPS));
+    EXPECT_TRUE(Visible(window, IDC_EXIF_MORE));
+    EXPECT_TRUE(wintest::SaveScreenshot(window, "exif_window_nogps_light"));
+
+    // A file without EXIF: no rows at all, and nothing to copy.
+    ASSERT_EQ(Show(none, viewer), 0);
+    EXPECT_EQ(ListView_GetItemCount(list), 0);
+    EXPECT_FALSE(Visible(window, IDC_EXIF_COPY));
+
+    Export<windll::ClosePluginFn>("ClosePlugin")();
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_EQ(DllWindow(), nullptr);
+    // Mode 2 only refreshes an open window.
+    EXPECT_EQ(Show(gps, viewer, 2), 0);
+    EXPECT_EQ(DllWindow(), nullptr);
+}
+
+TEST_F(ExifWindow, DarkModeShowsBothLayouts) {
+    Setting(u"Viewing", u"DarkMode", u"1");
+    ASSERT_EQ(Show(gps, viewer), 0);
+    HWND window = DllWindow();
+    ASSERT_NE(window, nullptr);
+    HWND list = GetDlgItem(window, IDC_EXIF_LIST);
+    EXPECT_EQ(ListView_GetBkColor(list), 0x202020u);
+    EXPECT_TRUE(wintest::SaveScreenshot(window, "exif_window_gps_dark"));
+    ASSERT_EQ(Show(plain, viewer), 0);
+    EXPECT_TRUE(wintest::SaveScreenshot(window, "exif_window_nogps_dark"));
+}
+
+TEST_F(ExifWindow, MovesToANewParentOrToADialogsParent) {
+    ASSERT_EQ(Show(gps, viewer), 0);
+    HWND window = DllWindow();
+    HWND second = MakeViewer(L"Second viewer");
+    ASSERT_EQ(Show(plain, second), 0);
+    EXPECT_EQ(GetAncestor(window, GA_PARENT), second);
+
+    // A dialog inside the first viewer hands the window to that viewer.
+    HWND dialog = CreateWindowExW(0, MAKEINTATOM(32770), L"", WS_CHILD, 0, 0, 10, 10, viewer, nullptr,
+                                  GetModuleHandleW(nullptr), nullptr);
+    ASSERT_NE(dialog, nullptr);
+    ASSERT_EQ(Show(gps, dialog), 0);
+    EXPECT_EQ(GetAncestor(window, GA_PARENT), viewer);
+    EXPECT_EQ(DllWindow(), window);
+    DestroyWindow(dialog);
+    Export<windll::ClosePluginFn>("ClosePlugin")();
+    DestroyWindow(second);
+}
+
+TEST_F(ExifWindow, PlacementIsSavedOnCloseAndRestoredOnScreen) {
+    Setting(u"WinPosition", u"EXIF", u"100,120,500,600,0,96;");
+    ASSERT_EQ(Show(gps, viewer), 0);
+    HWND window = DllWindow();
+    RECT r;
+    GetWindowRect(window, &r);
+    EXPECT_EQ(r.left, 100);
+    EXPECT_EQ(r.top, 120);
+    EXPECT_EQ(r.right - r.left, 500);
+    EXPECT_EQ(r.bottom - r.top, 600);
+    SetWindowPos(window, nullptr, 80, 90, 520, 610, SWP_NOZORDER);
+    Export<windll::ClosePluginFn>("ClosePlugin")();
+    EXPECT_EQ(Setting(u"WinPosition", u"EXIF"), u"80,90,520,610,0,96;");
+
+    // Off every monitor: back to the work area. Saved at twice the DPI: half the size.
+    Setting(u"WinPosition", u"EXIF", u"5000,-4000,600,700,0,192;");
+    ASSERT_EQ(Show(gps, viewer), 0);
+    window = DllWindow();
+    RECT work;
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    GetWindowRect(window, &r);
+    EXPECT_EQ(r.left, work.left);
+    EXPECT_EQ(r.top, work.top);
+    EXPECT_EQ(r.right - r.left, 300);
+    EXPECT_EQ(r.bottom - r.top, 350);
+}
+
+TEST_F(ExifWindow, CommandsOpenEveryMapForASouthWesternPosition) {
+    HWND window = ShowHere(gps);
+    ASSERT_NE(window, nullptr);
+    const struct {
+        int command;
+        const char16_t* link;
+    } kLinks[] = {
+        {IDC_EXIF_GOOGLE_MAPS, u"https://www.google.com/maps/place/-33.450000,-70.670000/@-33.450000,-70.670000,15z"},
+        {IDC_EXIF_OPENSTREETMAP, u"https://www.openstreetmap.org/?mlat=-33.450000&mlon=-70.670000&zoom=15"},
+        {IDM_BINGMAPS, u"https://www.bing.com/maps/?v=2&cp=-33.450000~-70.670000&lvl=16&dir=0&sty=c"
+                       u"&sp=point.-33.450000_-70.670000_PhotoLocation"},
+        {IDM_BINGMAPS_APP, u"bingmaps:?collection=point.-33.450000_-70.670000_PhotoLocation&lvl=16"},
+        {IDM_NAVERMAP, u"https://map.naver.com/v5/?lat=-33.450000&lng=-70.670000&title=IMG"},
+        {IDM_KAKAOMAP, u"https://map.kakao.com/link/map/%F0%9F%93%B7,-33.450000,-70.670000"},
+        {IDM_GEOHACK, u"https://geohack.toolforge.org/geohack/geohack.php?language=en&params=-33.450000;-70.670000"},
+    };
+    for (const auto& link : kLinks) {
+        Command(window, link.command);
+        EXPECT_EQ(LastOpened(), link.link) << link.command;
+    }
+    // The satellite choice changes only the Google Maps link.
+    Setting(u"EXIF", u"Satellite", u"1");
+    Command(window, IDC_EXIF_GOOGLE_MAPS);
+    EXPECT_EQ(LastOpened(),
+              u"https://www.google.com/maps/place/-33.450000,-70.670000/@-33.450000,-70.670000,15z/data=!3m1!1e3");
+}
+
+TEST_F(ExifWindow, GoogleEarthWritesThePlacemarkAndTheNextFileDeletesIt) {
+    HWND window = ShowHere(gps);
+    Command(window, IDC_EXIF_GOOGLE_EARTH);
+    const std::u16string kml = LastOpened();
+    ASSERT_EQ(kml.substr(kml.size() - 4), u".kml");
+    const std::string bytes(reinterpret_cast<const char*>(fixture::ReadAll(kml).data()), fixture::ReadAll(kml).size());
+    EXPECT_EQ(bytes, exif::FormatKml(gps, -70.67, -33.45, 90.0));
+    EXPECT_NE(bytes.find("<coordinates>-70.670000,-33.450000,0</coordinates>\r\n"), std::string::npos);
+    ShowHere(plain);
+    EXPECT_FALSE(platform::FileExists(kml));
+}
+
+TEST_F(ExifWindow, EveryKeyReachesItsAction) {
+    HWND window = ShowHere(gps);
+    HWND list = GetDlgItem(window, IDC_EXIF_LIST);
+    const struct {
+        UINT key;
+        const char16_t* linkStart;
+    } kMapKeys[] = {{'A', u"bingmaps:"},         {'B', u"https://www.bing.com/"},      {'H', u"https://geohack."},
+                    {'K', u"https://map.kakao"}, {'M', u"https://www.google.com/"},    {'N', u"https://map.naver"},
+                    {'O', u"https://www.openstreetmap.org/"}};
+    for (const auto& k : kMapKeys) {
+        Key(window, k.key);
+        EXPECT_EQ(LastOpened().rfind(k.linkStart, 0), 0u) << char(k.key) << " opened " << LastOpened().size();
+    }
+    Key(window, 'G');
+    EXPECT_EQ(LastOpened().substr(LastOpened().size() - 4), u".kml");
+
+    Key(window, 'C');
+    const std::wstring all = ClipboardText();
+    EXPECT_EQ(all.rfind(L"Filename - gps.jpg\r\nMake - Vantaview\r\nModel - VV-1\r\n", 0), 0u);
+    EXPECT_NE(all.find(L"\r\n\r\nGPS information: - \r\n"), std::wstring::npos) << "separator, then heading";
+    ListView_SetItemState(list, FindRow(list, L"Model"), LVIS_SELECTED, LVIS_SELECTED);
+    Key(window, 'S');
+    EXPECT_EQ(ClipboardText(), L"Model - VV-1\r\n");
+
+    for (UINT key : {VK_BACK, VK_SPACE, VK_LEFT, VK_RIGHT})
+        Key(window, key);
+    EXPECT_EQ(g_viewerKeys, (std::vector<UINT>{VK_BACK, VK_SPACE, VK_LEFT, VK_RIGHT}));
+    Key(window, VK_TAB);
+    EXPECT_EQ(GetFocus(), viewer);
+    Key(window, 'X');  // not in the table: nothing happens
+    EXPECT_TRUE(IsWindow(window));
+
+    // T shows the context menu at the button: the map items are enabled.
+    static HMENU shownMenu;
+    static bool gpsItemsEnabled;
+    shownMenu = nullptr;
+    ActSoon([] {
+        HWND menu = FindWindowW(L"#32768", nullptr);
+        shownMenu = menu ? reinterpret_cast<HMENU>(SendMessageW(menu, MN_GETHMENU, 0, 0)) : nullptr;
+        gpsItemsEnabled = shownMenu && !(GetMenuState(shownMenu, IDM_GEOHACK, MF_BYCOMMAND) & MF_GRAYED);
+        wintest::SaveScreenshot(vv::ExifWindowHandle(), "exif_window_menu_gps", menu);
+        EndMenu();
+    });
+    Key(window, 'T');
+    EXPECT_NE(shownMenu, nullptr);
+    EXPECT_TRUE(gpsItemsEnabled);
+
+    Key(window, 'E');
+    EXPECT_FALSE(IsWindow(window));
+    window = ShowHere(gps);
+    Key(window, VK_ESCAPE);
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_EQ(vv::ExifWindowHandle(), nullptr);
+}
+
+TEST_F(ExifWindow, ContextMenuGreysTheMapsWithoutAPositionAndKeepsTheSatelliteChoice) {
+    Setting(u"Viewing", u"DarkMode", u"1");
+    HWND window = ShowHere(plain);
+    static bool greyed;
+    greyed = false;
+    ActSoon([] {
+        HWND menu = FindWindowW(L"#32768", nullptr);
+        HMENU items = menu ? reinterpret_cast<HMENU>(SendMessageW(menu, MN_GETHMENU, 0, 0)) : nullptr;
+        greyed = items;
+        for (int id : {IDC_EXIF_GOOGLE_MAPS, IDM_GEOHACK, IDC_EXIF_OPENSTREETMAP, IDC_EXIF_GOOGLE_EARTH, IDM_KAKAOMAP,
+                       IDM_NAVERMAP, IDM_BINGMAPS, IDM_BINGMAPS_APP})
+            greyed = greyed && (GetMenuState(items, static_cast<UINT>(id), MF_BYCOMMAND) & MF_GRAYED);
+        wintest::SaveScreenshot(vv::ExifWindowHandle(), "exif_window_menu_nogps_dark", menu);
+        EndMenu();
+    });
+    Command(window, IDC_EXIF_MORE);
+    EXPECT_TRUE(greyed);
+
+    // The satellite item flips and is saved; the next menu shows it checked.
+    Command(window, IDM_SATELLITE);
+    EXPECT_EQ(Setting(u"EXIF", u"Satellite"), u"1");
+    static bool checked;
+    ActSoon([] {
+        HWND menu = FindWindowW(L"#32768", nullptr);
+        HMENU items = menu ? reinterpret_cast<HMENU>(SendMessageW(menu, MN_GETHMENU, 0, 0)) : nullptr;
+        checked = items && (GetMenuState(items, IDM_SATELLITE, MF_BYCOMMAND) & MF_CHECKED);
+        EndMenu();
+    });
+    Command(window, IDC_EXIF_MORE);
+    EXPECT_TRUE(checked);
+    Command(window, IDM_SATELLITE);
+    EXPECT_EQ(Setting(u"EXIF", u"Satellite"), u"0");
+}
+
+TEST_F(ExifWindow, ChooseTagsHidesATagAndItsPositionHalf) {
+    HWND window = ShowHere(gps);
+    for (const char16_t* mode : {u"0", u"1"}) {
+        Setting(u"Viewing", u"DarkMode", mode);
+        static const char* shot;
+        shot = mode[0] == u'1' ? "choose_tags_dark" : "choose_tags_light";
+        ActSoon([] {
+            HWND chooser = FindWindowW(nullptr, L"Choose EXIF tags for the display");
+            if (!chooser)
+                return;
+            HWND list = GetDlgItem(chooser, IDC_CHOOSE_LIST);
+            for (int i = 0; i < ListView_GetItemCount(list); ++i) {
+                const std::wstring number = Cell(list, i, 0);
+                if (number == L"272" || number == L"404")
+                    ListView_SetCheckState(list, i, FALSE);
+            }
+            wintest::SaveScreenshot(chooser, shot);
+            SendMessageW(chooser, WM_COMMAND, IDOK, 0);
+        });
+        Command(window, IDM_CHOOSE_TAGS);
+    }
+    EXPECT_EQ(Setting(u"EXIF", u"HideTags"), u"272,404,");
+    HWND list = GetDlgItem(window, IDC_EXIF_LIST);
+    EXPECT_EQ(FindRow(list, L"Model"), -1);
+    EXPECT_GE(FindRow(list, L"Make"), 0);
+    EXPECT_FALSE(Visible(window, IDC_EXIF_GOOGLE_EARTH)) << "hiding the longitude hides the maps";
+
+    // Select all, then OK: everything shows again.
+    ActSoon([] {
+        HWND chooser = FindWindowW(nullptr, L"Choose EXIF tags for the display");
+        if (!chooser)
+            return;
+        SendMessageW(chooser, WM_COMMAND, IDC_CHOOSE_SELECT_ALL, 0);
+        SendMessageW(chooser, WM_COMMAND, IDOK, 0);
+    });
+    Command(window, IDM_CHOOSE_TAGS);
+    EXPECT_EQ(Setting(u"EXIF", u"HideTags"), u"");
+    EXPECT_TRUE(Visible(window, IDC_EXIF_GOOGLE_EARTH));
+}
+
+}  // namespace

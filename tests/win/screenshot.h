@@ -1,0 +1,19 @@
+// Photographs of the dialogs as the tests leave them: the window's screen
+// area copied from the (virtual) display and saved as PNG by GDI+, into the
+// screenshots folder beside the Windows build trees.
+#pragma once
+
+#include <windows.h>
+
+namespace wintest {
+
+// Pumps the window's pending paint messages, then saves its screen area as
+// "<folder>/<name>.png"; with `also` (a menu, say), the rectangle that holds
+// both. Returns false (and saves nothing) when the window is not visible or
+// the display cannot be read.
+bool SaveScreenshot(HWND window, const char* name, HWND also = nullptr);
+
+// Handles every queued message of this thread (no waiting).
+void PumpMessages();
+
+}  // namespace wintest
