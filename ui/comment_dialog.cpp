@@ -91,7 +91,9 @@ struct PngTextDialog : DialogBase {
     INT_PTR OnInit(LPARAM) override {
         SetItemText(window, IDC_COMMENT_FILE, state->caption);
         SetItemText(window, IDC_COMMENT_TEXT, state->oldText);
-        return TRUE;
+        // Focus for scrolling, but no selection: there is nothing to replace.
+        SetFocus(GetDlgItem(window, IDC_COMMENT_TEXT));
+        return FALSE;
     }
     INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM) override {
         if (message != WM_COMMAND || (LOWORD(wParam) != IDOK && LOWORD(wParam) != IDCANCEL)) return FALSE;
