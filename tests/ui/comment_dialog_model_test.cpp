@@ -60,7 +60,7 @@ TEST_F(CommentDialogModel, ShowsTheFirstFileOfABatchConvertedAndTrimmedBySetting
     EXPECT_FALSE(vv::PrepareCommentDialog(b, ini_, u"").HasOldComment());
 }
 
-TEST_F(CommentDialogModel, PngTextIsReadOnlyForTheListedFormat) {
+TEST_F(CommentDialogModel, PngTextIsReadThroughAnsiWhenTheFormatListNamesPng) {
     const Bytes text = fixture::PngChunk("tEXt", fixture::Join({fixture::ToBytes("Title"), {0}, fixture::ToBytes("Caf\xE9")}));
     const auto png = dir_.Write("p.png", fixture::PngFile({text}));
     platform::WriteSettingString(ini_, u"IPTC", u"JPGComConversion", u"2");  // not for PNG text
