@@ -6,6 +6,7 @@
 #include <io.h>
 #include <shellapi.h>
 
+#include <algorithm>
 #include <cstdio>
 
 #include "plugin_host.h"
@@ -43,6 +44,22 @@ HWND MakeViewerWindow() {
 
 const wchar_t* W(const std::u16string& s) { return reinterpret_cast<const wchar_t*>(s.c_str()); }
 
+// The viewer names PNG in the comment dialog's format list when the file it
+// shows is one; so does this host, from the first file's signature.
+bool FirstFileIsPng(const std::u16string& files) {
+    const std::u16string first = files.substr(0, files.find(u'|'));
+    HANDLE file = CreateFileW(W(first), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
+                              nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    unsigned char head[8] = {};
+    DWORD read = 0;
+    const bool ok = ReadFile(file, head, sizeof head, &read, nullptr) && read == sizeof head;
+    CloseHandle(file);
+    static const unsigned char kPng[8] = {0x89, 'P', 'N', 'G', 0x0D, 0x0A, 0x1A, 0x0A};
+    return ok && std::equal(head, head + 8, kPng);
+}
+
 int OpenDialog(const std::string& dialog, const std::u16string& files, const std::u16string& settings) {
     using ShowExif = int(__cdecl*)(const wchar_t*, HWND, const wchar_t*, int);
     using GetWindow = HWND(__cdecl*)();
@@ -65,7 +82,8 @@ int OpenDialog(const std::string& dialog, const std::u16string& files, const std
     } else if (dialog == "iptcsheet") {
         answer = Export<ShowIptc>("Show_IPTC_Info_W")(W(files), viewer, ini);
     } else {
-        answer = Export<ShowComment>("Show_JPG_Comment_W")(W(files), viewer, 0, ini, 0, L";PNG;");
+        const wchar_t* formats = FirstFileIsPng(files) ? L";JPG;PNG;" : L";JPG;";
+        answer = Export<ShowComment>("Show_JPG_Comment_W")(W(files), viewer, 0, ini, 0, formats);
     }
     Export<Close>("ClosePlugin")();
     DestroyWindow(viewer);

@@ -7,6 +7,7 @@
 #include "exif/exif_creation.h"
 #include "../plugin_api.h"
 #include "module_state.h"
+#include "ui/comment_dialog.h"
 #include "ui/exif_creator_dialog.h"
 #include "ui/exif_window.h"
 #include "ui/theme.h"
@@ -109,8 +110,14 @@ int __cdecl Load_Comment_W(const wchar_t* path, wchar_t* out, int capacity, int 
     return Guarded(0, [&] { return vv::Load_Comment_W(U(path), U(out), capacity, unused, U(formats)); });
 }
 
-int __cdecl Show_JPG_Comment_W(const wchar_t*, HWND, int, const wchar_t*, int, const wchar_t*) {
-    return 0;  // the comment dialog arrives with its writer
+int __cdecl Show_JPG_Comment_W(const wchar_t* paths, HWND parent, int, const wchar_t* settings, int,
+                               const wchar_t* formats) {
+    return Guarded(0, [&] {
+        if (!paths) return 0;
+        return vv::ShowJpgComment(vv::Module().instance, U(paths), parent,
+                                  settings ? std::u16string_view(U(settings)) : std::u16string_view(),
+                                  formats ? std::u16string_view(U(formats)) : std::u16string_view());
+    });
 }
 
 }  // extern "C"
