@@ -250,6 +250,11 @@ struct SheetPage : DialogBase {
     }
     INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
         switch (message) {
+        case WM_ERASEBKGND:
+            // A page is painted with the tab's light texture; dark pages
+            // take the dark background the controls are drawn on.
+            if (!darkMode) return FALSE;
+            return PaintDarkBackground(reinterpret_cast<HDC>(wParam));
         case PSM_QUERYSIBLINGS:
             if (wParam == kRefreshPages) Refresh();
             if (wParam == kStorePages) Store();
@@ -285,6 +290,13 @@ struct SheetPage : DialogBase {
     virtual INT_PTR Notify(const NMHDR&) { return FALSE; }
     virtual INT_PTR Command(int, int) { return FALSE; }
 
+    INT_PTR PaintDarkBackground(HDC dc) {
+        RECT client;
+        GetClientRect(window, &client);
+        SetDCBrushColor(dc, kDarkBackgroundColour);
+        FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+        return Reply(TRUE);
+    }
     bool Checked(int id) const { return IsDlgButtonChecked(window, id) == BST_CHECKED; }
     void Check(int id, bool on) { CheckDlgButton(window, id, on ? BST_CHECKED : BST_UNCHECKED); }
     void Enable(int id, bool on) { EnableWindow(GetDlgItem(window, id), on); }
