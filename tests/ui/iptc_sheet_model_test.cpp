@@ -110,10 +110,7 @@ TEST(IptcChangeCheck, CaseAloneIsNoChangeAndOnlyTheEditedFieldsCount) {
     }
 }
 
-TEST(IptcSheetText, FileLineAndUrgency) {
-    EXPECT_EQ(vv::IptcFileLine(u"C:\\a.jpg", 1, 3, false), u"C:\\a.jpg\r\n(File: 2 / 3)");
-    EXPECT_EQ(vv::IptcFileLine(u"C:\\a.jpg", 0, 1, true),
-              u"C:\\a.jpg\r\nWarning: This file is set as READ ONLY!\r\n(File: 1 / 1)");
+TEST(IptcUrgency, IsOneDigit) {
     auto data = NewRecord();
     Set(*data, iptc::kPriority, u"12");
     vv::CutPriority(*data);
@@ -156,39 +153,6 @@ TEST_F(IptcBatchRun, EachFileGetsItsOwnPlaceholderValuesAndKeywordsAreAppended) 
     EXPECT_EQ(Get(*two, iptc::kCaption), u"two.jpg in Rome_002");
     EXPECT_EQ(Get(*one, iptc::kKeywords), u"own\r\ntrip") << "a keyword lost on append";
     EXPECT_EQ(Get(*two, iptc::kContact), u"") << "contact comes from the edited text, which has none";
-}
-
-TEST_F(IptcBatchRun, AFailingFileIsReportedAndTheOthersAreWritten) {
-    const std::vector<std::u16string> names = {File("a.jpg", "A"), dir.Path("missing.jpg"), File("c.jpg", "C")};
-    auto edited = NewRecord();
-    Set(*edited, iptc::kHeadline, u"news");
-    std::vector<std::u16string> errors;
-    EXPECT_FALSE(vv::WriteIptcBatch(names, *edited, [&](std::u16string_view e) { errors.emplace_back(e); }));
-    ASSERT_EQ(errors.size(), 1u);
-    EXPECT_NE(errors[0].find(u"missing.jpg"), std::u16string::npos);
-    EXPECT_EQ(Get(*Read(names[0]), iptc::kHeadline), u"news");
-    EXPECT_EQ(Get(*Read(names[2]), iptc::kHeadline), u"news");
-}
-
-TEST_F(IptcBatchRun, LoadingAnXmpOnlyFileFollowsTheLoadXmpSetting) {
-    const std::u16string path = dir.Write(
-        "x.jpg", fixture::JpegBuilder()
-                     .Soi()
-                     .App1Xmp("<x:xmpmeta xmlns:x='adobe:ns:meta/'><rdf:RDF "
-                              "xmlns:rdf='http://www.w3.org/1999/02/22-rdf-syntax-ns#'><rdf:Description "
-                              "xmlns:photoshop='http://ns.adobe.com/photoshop/1.0/' photoshop:City='Lima'/>"
-                              "</rdf:RDF></x:xmpmeta>")
-                     .ScanAndEoi()
-                     .Build());
-    for (int loadXmp : {1, 0}) {
-        auto data = NewRecord();
-        iptc::SetField(data->fileName, path, iptc::kPathChars);
-        iptc::SetField(iptc::IptcField(*data, iptc::kCaption), u"left from the previous file");
-        data->loadXmp = loadXmp;
-        vv::LoadIptcSheetFile(*data);
-        EXPECT_EQ(Get(*data, iptc::kCity), loadXmp ? u"Lima" : u"") << loadXmp;
-        EXPECT_EQ(Get(*data, iptc::kCaption), u"") << loadXmp;
-    }
 }
 
 }  // namespace
