@@ -32,8 +32,4 @@ constexpr uint32_t kPngChunkLengthMax = 0x7FFFFFFF;
 // PNG: spare bytes behind the collected text.
 constexpr size_t kPngTextSlack = 1024;
 
-// Placeholders: the digits read after $E or $I (tags and datasets are
-// below 65536).
-constexpr int kPlaceholderNumberDigits = 5;
-
 }  // namespace comment

@@ -10,6 +10,7 @@
 #include "ui/comment_dialog.h"
 #include "ui/exif_creator_dialog.h"
 #include "ui/exif_window.h"
+#include "ui/iptc_sheet.h"
 #include "ui/theme.h"
 
 namespace vv {
@@ -101,8 +102,8 @@ int __cdecl LoadTag_IPTC_W(const wchar_t* path, int dataset, wchar_t* out, int c
     return Guarded(0, [&] { return vv::LoadTag_IPTC_W(U(path), dataset, U(out), capacity); });
 }
 
-int __cdecl Show_IPTC_Info_W(const wchar_t*, HWND, const wchar_t*) {
-    return 0;  // the IPTC sheet arrives with its dialog
+int __cdecl Show_IPTC_Info_W(const wchar_t* fileNames, HWND parent, const wchar_t* settings) {
+    return Guarded(0, [&] { return vv::ShowIptcInfo(vv::Module().instance, U(fileNames), parent, U(settings)); });
 }
 
 int __cdecl Load_Comment_W(const wchar_t* path, wchar_t* out, int capacity, int unused,

@@ -10,7 +10,7 @@
 #include "iptc/iptc_data.h"
 #include "iptc/iptc_reader.h"
 
-namespace comment {
+namespace placeholder {
 namespace {
 
 constexpr uint32_t kTagDateTimeOriginal = 36867;
@@ -240,4 +240,4 @@ size_t ExpandPlaceholders(std::u16string_view text, char16_t* out, size_t capaci
     }
 }
 
-}  // namespace comment
+}  // namespace placeholder

@@ -1,0 +1,456 @@
+// The IPTC property sheet through Metadata.dll's Show_IPTC_Info_W, as the
+// viewer calls it. The sheet is modal: a thread timer acts inside its
+// message loop, one step at a time, and answers the plug-in's message boxes
+// (noting their texts). exiftool, run as a Unix program through Wine, reads
+// what the sheet wrote.
+#include <windows.h>
+#include <commctrl.h>
+#include <prsht.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "fixture/iptc_fixture.h"
+#include "platform/platform.h"
+#include "plugin_dll.h"
+#include "screenshot.h"
+#include "ui/iptc_sheet_ids.h"
+
+namespace {
+
+using windll::Export;
+
+const wchar_t kSheetCaption[] = L"Vantaview - IPTC information";
+const wchar_t* W(const std::u16string& s) { return reinterpret_cast<const wchar_t*>(s.c_str()); }
+std::wstring Wide(std::u16string_view s) { return std::wstring(s.begin(), s.end()); }
+
+// ------------------------------------------------------------ inputs
+
+const char kXmp[] =
+    "<x:xmpmeta xmlns:x='adobe:ns:meta/'><rdf:RDF xmlns:rdf='http://www.w3.org/1999/02/22-rdf-syntax-ns#'>"
+    "<rdf:Description xmlns:dc='http://purl.org/dc/elements/1.1/' "
+    "xmlns:photoshop='http://ns.adobe.com/photoshop/1.0/'>"
+    "<dc:title><rdf:Alt><rdf:li xml:lang='x-default'>Harbour at dawn</rdf:li></rdf:Alt></dc:title>"
+    "<dc:subject><rdf:Bag><rdf:li>harbour</rdf:li><rdf:li>boats</rdf:li><rdf:li>dawn</rdf:li></rdf:Bag></dc:subject>"
+    "<photoshop:City>Bergen</photoshop:City>"
+    "</rdf:Description></rdf:RDF></x:xmpmeta>";
+
+// UTF-8 IPTC with the datasets the sheet writes back, an XMP packet, and an
+// APP0 ahead of the APP13.
+fixture::Bytes WithIptc() {
+    const fixture::Bytes iim = fixture::IimBuilder()
+                                   .Dataset(1, 90, "\x1B%G")
+                                   .Dataset(1, 0, std::string("\0\x04", 2))
+                                   .Dataset(2, 5, "Title")
+                                   .Dataset(2, 80, "Ann Berg")
+                                   .Dataset(2, 116, "(c) Ann")
+                                   .Dataset(2, 120, "Caf\xC3\xA9 by the sea")
+                                   .Dataset(2, 25, "sea")
+                                   .Dataset(2, 25, "boats")
+                                   .Dataset(2, 10, "5")
+                                   .Dataset(2, 90, "Oslo")
+                                   .Dataset(2, 110, "Agency")
+                                   .Build();
+    return fixture::JpegBuilder()
+        .Soi()
+        .Segment(0xE0, fixture::ToBytes(std::string("JFIF\0\1\1\0\0\1\0\1\0\0", 14)))
+        .Segment(0xED, fixture::IptcApp13(iim))
+        .App1Xmp(kXmp)
+        .ScanAndEoi()
+        .Build();
+}
+
+fixture::Bytes XmpOnly() { return fixture::JpegBuilder().Soi().App1Xmp(kXmp).ScanAndEoi().Build(); }
+
+// The bytes behind the first APP13 segment.
+fixture::Bytes AfterApp13(const fixture::Bytes& jpeg) {
+    for (size_t at = 2; at + 4 <= jpeg.size() && jpeg[at] == 0xFF;) {
+        const size_t end = at + 2 + (size_t{jpeg[at + 2]} << 8 | jpeg[at + 3]);
+        if (jpeg[at + 1] == 0xED) return fixture::Bytes(jpeg.begin() + static_cast<long>(end), jpeg.end());
+        at = end;
+    }
+    return {};
+}
+
+// ------------------------------------------------------------ exiftool
+
+std::string UnixPath(const std::u16string& path) {
+    using Convert = char*(CDECL*)(const wchar_t*);
+    const auto convert = reinterpret_cast<Convert>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
+    if (!convert) return {};
+    char* unix = convert(W(path));
+    std::string result = unix ? unix : "";
+    HeapFree(GetProcessHeap(), 0, unix);
+    return result;
+}
+
+// exiftool's "-S -IPTC:all" lines for the file, sorted (the sheet writes the
+// datasets in its own order). Wine does not wait for a Unix program, so the
+// output appears under its final name only when exiftool is done.
+std::vector<std::string> ExiftoolIptc(const fixture::TempDir& dir, const std::u16string& path) {
+    static int run = 0;
+    const std::string name = "exiftool" + std::to_string(++run) + ".txt";
+    const std::string out = UnixPath(dir.Path(name));
+    std::wstring command = L"Z:\\bin\\sh -c \"exiftool -S -IPTC:all '" +
+                           Wide(platform::Utf8ToUtf16(UnixPath(path))) + L"' > '" + Wide(platform::Utf8ToUtf16(out)) +
+                           L".part' 2>&1; mv '" + Wide(platform::Utf8ToUtf16(out)) + L".part' '" +
+                           Wide(platform::Utf8ToUtf16(out)) + L"'\"";
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process = {};
+    if (!CreateProcessW(L"Z:\\bin\\sh", &command[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
+        return {"<exiftool could not be started>"};
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    for (int i = 0; i < 300 && !platform::FileExists(dir.Path(name)); ++i) Sleep(100);
+    const fixture::Bytes bytes = fixture::ReadAll(dir.Path(name));
+    std::istringstream text(std::string(bytes.begin(), bytes.end()));
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(text, line);) lines.push_back(line);
+    std::sort(lines.begin(), lines.end());
+    return lines;
+}
+
+// ------------------------------------------------------------ the viewer
+
+struct CopyData {
+    ULONG_PTR type;
+    std::u16string text;
+    bool operator==(const CopyData& o) const { return type == o.type && text == o.text; }
+};
+std::vector<CopyData> g_copies;  // WM_COPYDATA the stand-in viewer received
+
+LRESULT CALLBACK ViewerProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_COPYDATA) {
+        const auto& data = *reinterpret_cast<const COPYDATASTRUCT*>(lParam);
+        const auto* text = static_cast<const char16_t*>(data.lpData);
+        g_copies.push_back({data.dwData, std::u16string(text, data.cbData / 2 ? data.cbData / 2 - 1 : 0)});
+        return TRUE;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+HWND MakeViewer() {
+    WNDCLASSW wc = {};
+    wc.lpfnWndProc = ViewerProc;
+    wc.hInstance = GetModuleHandleW(nullptr);
+    wc.lpszClassName = L"VantaviewIptcTestViewer";
+    RegisterClassW(&wc);
+    return CreateWindowExW(0, wc.lpszClassName, L"Viewer", WS_OVERLAPPEDWINDOW, 0, 0, 300, 200, nullptr, nullptr,
+                           wc.hInstance, nullptr);
+}
+
+// ------------------------------------------------------------ the robot
+
+using Step = std::function<void(HWND sheet)>;
+
+struct Robot {
+    std::vector<Step> steps;
+    size_t next = 0;
+    int answer = IDYES;                 // to "Save IPTC changes?"
+    std::vector<std::wstring> messages;  // texts of the message boxes shown
+    bool busy = false;
+    int idle = 0;
+};
+Robot* g_robot = nullptr;
+
+BOOL CALLBACK FindBox(HWND window, LPARAM found) {
+    wchar_t className[16] = {}, title[32] = {};
+    GetClassNameW(window, className, 16);
+    GetWindowTextW(window, title, 32);
+    if (IsWindowVisible(window) && std::wstring(className) == L"#32770" && std::wstring(title) == L"Vantaview") {
+        *reinterpret_cast<HWND*>(found) = window;
+        return FALSE;
+    }
+    return TRUE;
+}
+
+void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
+    Robot& robot = *g_robot;
+    HWND box = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), FindBox, reinterpret_cast<LPARAM>(&box));
+    if (box) {
+        wchar_t text[1024] = {};
+        GetDlgItemTextW(box, 0xFFFF, text, 1024);
+        robot.messages.push_back(text);
+        const int button = GetDlgItem(box, IDYES) ? robot.answer : IDOK;
+        PostMessageW(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(box, button)));
+        return;
+    }
+    HWND sheet = FindWindowW(nullptr, kSheetCaption);
+    if (robot.busy || !sheet || !IsWindowVisible(sheet)) return;
+    if (robot.next < robot.steps.size()) {
+        robot.busy = true;
+        robot.steps[robot.next++](sheet);
+        robot.busy = false;
+    } else if (++robot.idle > 30) {
+        PostMessageW(sheet, WM_COMMAND, IDCANCEL, 0);  // a test that left the sheet open
+    }
+}
+
+HWND Page(HWND sheet, int index) {
+    PropSheet_SetCurSel(sheet, nullptr, index);
+    wintest::PumpMessages();
+    return PropSheet_GetCurrentPageHwnd(sheet);
+}
+
+std::u16string Text(HWND window, int id) {
+    wchar_t text[4096] = {};
+    GetDlgItemTextW(window, id, text, 4096);
+    return std::u16string(text, text + wcslen(text));
+}
+
+void Click(HWND window, int id) {
+    SendMessageW(window, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(window, id)));
+    wintest::PumpMessages();
+}
+
+bool Shown(HWND window, int id) { return IsWindowVisible(GetDlgItem(window, id)) != FALSE; }
+
+class IptcSheet : public ::testing::Test {
+protected:
+    void SetUp() override {
+        viewer = MakeViewer();
+        g_copies.clear();
+    }
+    void TearDown() override {
+        DestroyWindow(viewer);
+        wintest::PumpMessages();
+    }
+    // Runs the sheet on `files` while the robot takes its steps.
+    int Run(const std::u16string& files, std::vector<Step> steps) {
+        robot = Robot();
+        robot.steps = std::move(steps);
+        g_robot = &robot;
+        const UINT_PTR timer = SetTimer(nullptr, 0, 100, Tick);
+        const int answer = Export<windll::ShowIptcInfoFn>("Show_IPTC_Info_W")(W(files), viewer, W(settings));
+        KillTimer(nullptr, timer);
+        g_robot = nullptr;
+        return answer;
+    }
+    void Setting(const char16_t* section, const char16_t* key, const char16_t* value) {
+        platform::WriteSettingString(settings, section, key, value);
+    }
+    std::u16string Setting(const char16_t* key) { return platform::ReadSettingString(settings, u"IPTC", key, u"<none>"); }
+    std::u16string Tag(const std::u16string& file, int dataset) {
+        wchar_t out[4096] = {};
+        Export<windll::LoadTagFn>("LoadTag_IPTC_W")(W(file), dataset, out, 4096);
+        return std::u16string(out, out + wcslen(out));
+    }
+
+    fixture::TempDir dir;
+    std::u16string settings = dir.Path("viewer.ini");
+    HWND viewer = nullptr;
+    Robot robot;
+};
+
+const Step kCancel = [](HWND sheet) { PostMessageW(sheet, WM_COMMAND, IDCANCEL, 0); };
+const Step kWrite = [](HWND sheet) { Click(sheet, IDOK); };
+
+struct FieldOnPage {
+    int page, control, dataset;
+};
+// The plain text fields, each compared with what LoadTag_IPTC_W reads.
+constexpr FieldOnPage kPlainFields[] = {
+    {0, IDC_IPTC_OBJECT_NAME, 5}, {0, IDC_IPTC_BYLINE, 80}, {0, IDC_IPTC_COPYRIGHT, 116},
+    {0, IDC_IPTC_CAPTION, 120},   {1, IDC_IPTC_URGENCY, 10}, {2, IDC_IPTC_CITY, 90},
+    {2, IDC_IPTC_CREDIT, 110},    {2, IDC_IPTC_SOURCE, 115},
+};
+
+TEST_F(IptcSheet, OpensWithTheFileAsTheReaderReadsItAndShowsEveryPageLightAndDark) {
+    const std::u16string file = dir.Write("iptc.jpg", WithIptc());
+    const fixture::Bytes original = fixture::ReadAll(file);
+    for (const char* mode : {"light", "dark"}) {
+        Setting(u"Viewing", u"DarkMode", mode[0] == 'd' ? u"1" : u"0");
+        static std::string suffix;
+        suffix = mode;
+        static std::vector<std::u16string> shown, read;
+        static std::u16string keywords, fileLine, xmpSubject;
+        static bool utf8Note;
+        shown.clear();
+        read.clear();
+        for (const FieldOnPage& f : kPlainFields) read.push_back(Tag(file, f.dataset));
+        EXPECT_EQ(read[3], u"Caf\u00E9 by the sea");
+        const auto shoot = [](HWND sheet, int page, const char* name) {
+            HWND window = Page(sheet, page);
+            for (const FieldOnPage& f : kPlainFields)
+                if (f.page == page) shown.push_back(Text(window, f.control));
+            EXPECT_TRUE(wintest::SaveScreenshot(sheet, ("iptc_" + std::string(name) + "_" + suffix).c_str()));
+            return window;
+        };
+        const int answer = Run(file, {
+            [&](HWND sheet) {
+                HWND page = shoot(sheet, 0, "description");
+                fileLine = Text(page, IDC_IPTC_FILE_LINE);
+                utf8Note = Shown(page, IDC_IPTC_UTF8_NOTE);
+            },
+            [&](HWND sheet) { keywords = Text(shoot(sheet, 1, "keywords"), IDC_IPTC_KEYWORDS); },
+            [&](HWND sheet) { shoot(sheet, 2, "credits"); },
+            [&](HWND sheet) {
+                HWND list = GetDlgItem(shoot(sheet, 3, "xmp"), IDC_IPTC_XMP_LIST);
+                wchar_t name[64] = {}, value[256] = {};
+                for (int i = 0; i < ListView_GetItemCount(list); ++i) {
+                    ListView_GetItemText(list, i, 0, name, 64);
+                    ListView_GetItemText(list, i, 1, value, 256);
+                    if (std::wstring(name) == L"dc:subject") xmpSubject.assign(value, value + wcslen(value));
+                }
+            },
+            [&](HWND sheet) { shoot(sheet, 4, "options"); },
+            kCancel,
+        });
+        EXPECT_EQ(answer, 1) << mode;
+        EXPECT_EQ(shown, read) << mode;
+        EXPECT_EQ(keywords, u"sea\r\nboats");
+        EXPECT_EQ(fileLine, file + u"\r\n(File: 1 / 1)");
+        EXPECT_TRUE(utf8Note);
+        EXPECT_EQ(xmpSubject, u"harbour|boats|dawn");
+    }
+    EXPECT_EQ(fixture::ReadAll(file), original) << "Cancel writes nothing";
+}
+
+TEST_F(IptcSheet, AnXmpOnlyFileFillsTheFieldsWhenLoadXmpIsSetOrOnDemand) {
+    const std::u16string file = dir.Write("xmp.jpg", XmpOnly());
+    static std::u16string title, keywords, info;
+    Setting(u"IPTC", u"LoadXMP", u"1");
+    Run(file, {[](HWND sheet) {
+                   title = Text(Page(sheet, 0), IDC_IPTC_OBJECT_NAME);
+                   keywords = Text(Page(sheet, 1), IDC_IPTC_KEYWORDS);
+               },
+               kCancel});
+    EXPECT_EQ(title, u"Harbour at dawn");
+    EXPECT_EQ(keywords, u"harbour\r\nboats\r\ndawn");
+
+    Setting(u"IPTC", u"LoadXMP", u"0");
+    static std::u16string before;
+    Run(file, {[](HWND sheet) {
+                   before = Text(Page(sheet, 0), IDC_IPTC_OBJECT_NAME);
+                   HWND xmp = Page(sheet, 3);
+                   Click(xmp, IDC_IPTC_XMP_IMPORT);
+                   info = Text(xmp, IDC_IPTC_XMP_INFO);
+                   title = Text(Page(sheet, 0), IDC_IPTC_OBJECT_NAME);
+                   keywords = Text(Page(sheet, 1), IDC_IPTC_KEYWORDS);
+               },
+               kCancel});
+    EXPECT_EQ(before, u"");
+    EXPECT_EQ(info, u"Info: 3 IPTC-IIM tags found/updated");
+    EXPECT_EQ(title, u"Harbour at dawn");
+    EXPECT_EQ(keywords, u"harbour\r\nboats\r\ndawn");
+}
+
+TEST_F(IptcSheet, AReadOnlyFileIsMarkedAndRefusedUntouched) {
+    const std::u16string file = dir.Write("locked.jpg", WithIptc());
+    const fixture::Bytes original = fixture::ReadAll(file);
+    ASSERT_TRUE(platform::SetReadOnly(file, true));
+    static std::u16string fileLine;
+    static bool warned;
+    const int answer = Run(file, {[](HWND sheet) {
+                                      HWND description = Page(sheet, 0);
+                                      fileLine = Text(description, IDC_IPTC_FILE_LINE);
+                                      SetDlgItemTextW(description, IDC_IPTC_CAPTION, L"new caption");
+                                      warned = Shown(Page(sheet, 1), IDC_IPTC_READ_ONLY);
+                                  },
+                                  kWrite});
+    platform::SetReadOnly(file, false);
+    EXPECT_EQ(answer, 0);
+    EXPECT_NE(fileLine.find(u"\r\nWarning: This file is set as READ ONLY!\r\n(File: 1 / 1)"), std::u16string::npos);
+    EXPECT_TRUE(warned);
+    EXPECT_EQ(robot.messages, std::vector<std::wstring>{L"Can't write IPTC data!\n\nThe file: '" + Wide(file) +
+                                                         L"' is read only."});
+    EXPECT_EQ(fixture::ReadAll(file), original);
+}
+
+TEST_F(IptcSheet, AnEditedFieldIsWrittenAndEverythingElseStays) {
+    const std::u16string file = dir.Write("edit.jpg", WithIptc());
+    const fixture::Bytes original = fixture::ReadAll(file);
+    std::vector<std::string> expected = ExiftoolIptc(dir, file);
+    ASSERT_FALSE(expected.empty());
+    expected.push_back("Headline: Storm warning");
+    std::sort(expected.begin(), expected.end());
+
+    const int answer = Run(file, {[](HWND sheet) {
+                                      SetDlgItemTextW(Page(sheet, 0), IDC_IPTC_HEADLINE, L"Storm warning");
+                                      Page(sheet, 4);  // the options page stores its settings on OK
+                                  },
+                                  kWrite});
+    EXPECT_EQ(answer, 1);
+    EXPECT_TRUE(robot.messages.empty());
+    EXPECT_EQ(ExiftoolIptc(dir, file), expected);
+    const fixture::Bytes tail = AfterApp13(original);
+    ASSERT_FALSE(tail.empty());
+    EXPECT_EQ(AfterApp13(fixture::ReadAll(file)), tail);
+    for (const char16_t* key : {u"KeepOrgDate", u"ReplaceEmpty", u"SkipEmpty", u"Append", u"SaveTab"})
+        EXPECT_EQ(Setting(key), key == std::u16string(u"KeepOrgDate") ? u"1" : u"0") << Wide(key).c_str();
+}
+
+TEST_F(IptcSheet, BatchModeOneWritesEveryFileButTheReadOnlyOneAndReportsIt) {
+    Setting(u"IPTC", u"BatchMode", u"1");
+    const std::u16string a = dir.Write("a.jpg", WithIptc()), b = dir.Write("b.jpg", WithIptc()),
+                         c = dir.Write("c.jpg", WithIptc());
+    const fixture::Bytes bBefore = fixture::ReadAll(b);
+    ASSERT_TRUE(platform::SetReadOnly(b, true));
+    static bool okShown, nextShown;
+    const int answer = Run(a + u"|" + b + u"|" + c, {[](HWND sheet) {
+                                                           okShown = Shown(sheet, IDOK);
+                                                           nextShown = Shown(sheet, IDC_IPTC_NEXT);
+                                                           SetDlgItemTextW(Page(sheet, 0), IDC_IPTC_CAPTION, L"Shot $N");
+                                                       },
+                                                       kWrite});
+    platform::SetReadOnly(b, false);
+    EXPECT_EQ(answer, 0);
+    EXPECT_TRUE(okShown);
+    EXPECT_FALSE(nextShown);
+    ASSERT_EQ(robot.messages.size(), 1u);
+    EXPECT_NE(robot.messages[0].find(L"b.jpg' is read only."), std::wstring::npos);
+    EXPECT_EQ(Tag(a, 120), u"Shot a");
+    EXPECT_EQ(Tag(c, 120), u"Shot c");
+    EXPECT_EQ(fixture::ReadAll(b), bBefore);
+}
+
+TEST_F(IptcSheet, BatchModeTwoWalksTheFilesAsksBeforeLeavingAnEditedOneAndTellsTheViewer) {
+    Setting(u"IPTC", u"BatchMode", u"2");
+    const std::u16string a = dir.Write("a.jpg", WithIptc()), b = dir.Write("b.jpg", WithIptc()),
+                         c = dir.Write("c.jpg", WithIptc());
+    const fixture::Bytes bBefore = fixture::ReadAll(b), cBefore = fixture::ReadAll(c);
+    static bool okShown, nextShown;
+    static std::u16string line;
+    // The names are sorted; the sheet opens on the first one given, c.
+    const int answer = Run(c + u"|" + a + u"|" + b, {
+        [](HWND sheet) {
+            okShown = Shown(sheet, IDOK);
+            nextShown = Shown(sheet, IDC_IPTC_NEXT);
+            Page(sheet, 0);
+            EXPECT_TRUE(wintest::SaveScreenshot(sheet, "iptc_batch_light"));
+            Click(sheet, IDC_IPTC_PREVIOUS);
+            Click(sheet, IDC_IPTC_PREVIOUS);
+            Click(sheet, IDC_IPTC_PREVIOUS);  // a is the first: a beep, no move
+            line = Text(Page(sheet, 0), IDC_IPTC_FILE_LINE);
+        },
+        [](HWND sheet) {
+            SetDlgItemTextW(Page(sheet, 0), IDC_IPTC_CAPTION, L"changed");
+            Click(sheet, IDC_IPTC_NEXT);  // asks, and Yes writes a
+        },
+        [](HWND sheet) {
+            SetDlgItemTextW(Page(sheet, 1), IDC_IPTC_KEYWORDS, L"SEA\r\nBOATS");  // case only: no question
+            Click(sheet, IDC_IPTC_NEXT);
+            Click(sheet, IDC_IPTC_NEXT);  // c is the last: a beep, no move
+            Click(sheet, IDC_IPTC_PREVIOUS);
+        },
+        kCancel,
+    });
+    EXPECT_EQ(answer, 1);
+    EXPECT_FALSE(okShown);
+    EXPECT_TRUE(nextShown);
+    EXPECT_EQ(line, a + u"\r\n(File: 1 / 3)");
+    EXPECT_EQ(g_copies, (std::vector<CopyData>{{9, b}, {9, a}, {9, b}, {9, c}, {9, b}}));
+    EXPECT_EQ(robot.messages, std::vector<std::wstring>{L"Save IPTC changes?"});
+    EXPECT_EQ(Tag(a, 120), u"changed");
+    EXPECT_EQ(fixture::ReadAll(b), bBefore) << "a change of case alone is no change";
+    EXPECT_EQ(fixture::ReadAll(c), cBefore);
+}
+
+}  // namespace
