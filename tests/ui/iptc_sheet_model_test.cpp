@@ -155,4 +155,18 @@ TEST_F(IptcBatchRun, EachFileGetsItsOwnPlaceholderValuesAndKeywordsAreAppended) 
     EXPECT_EQ(Get(*two, iptc::kContact), u"") << "contact comes from the edited text, which has none";
 }
 
+TEST_F(IptcBatchRun, TheFileAfterATiffKeepsTheTypedText) {
+    fixture::TiffBuilder tiff(fixture::ByteOrder::kLittle);
+    tiff.Ascii(0, 271, "Scanner");
+    const std::u16string scan = dir.Write("scan.tif", tiff.Build());
+    const fixture::Bytes scanBytes = fixture::ReadAll(scan);
+    const std::vector<std::u16string> names = {File("one.jpg", "Oslo"), scan, File("two.jpg", "Rome")};
+    auto edited = NewRecord();
+    Set(*edited, iptc::kCaption, u"$F");
+    EXPECT_TRUE(vv::WriteIptcBatch(names, *edited, nullptr));
+    EXPECT_EQ(Get(*Read(names[0]), iptc::kCaption), u"one.jpg");
+    EXPECT_EQ(fixture::ReadAll(scan), scanBytes) << "a TIFF is never written";
+    EXPECT_EQ(Get(*Read(names[2]), iptc::kCaption), u"$F");
+}
+
 }  // namespace

@@ -202,14 +202,20 @@ bool WriteIptcBatch(const std::vector<std::u16string>& names, const IptcData& ed
     const bool merge = edited.replaceEmpty || edited.skipEmpty || edited.append;
     bool allWritten = true;
     int counter = 0;
+    bool previousWasTiff = false;
     for (const std::u16string& name : names) {
         ++counter;
         *work = edited;
         iptc::SetField(work->fileName, name, iptc::kPathChars);
         iptc::LoadMetadataSegment(name, work->app13Length, work->app13Offset, iptc::kApp13Marker, true,
                                   &work->isTiff, false);
-        if (work->isTiff) continue;  // TIFF files are never written
-        ExpandIptcPlaceholders(*work, name, counter);
+        const bool tiff = work->isTiff != 0;
+        // The file after a TIFF keeps the typed text: its placeholders are
+        // not expanded (the batch run has always worked that way).
+        const bool expand = !previousWasTiff;
+        previousWasTiff = tiff;
+        if (tiff) continue;  // TIFF files are never written
+        if (expand) ExpandIptcPlaceholders(*work, name, counter);
         if (merge) {
             iptc::ClearIptcData(*own);
             iptc::SetField(own->fileName, name, iptc::kPathChars);

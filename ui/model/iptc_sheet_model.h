@@ -78,7 +78,8 @@ int WriteIptcSheetFile(const iptc::IptcData& data, int counter, const IptcErrorS
 // Batch mode 1: the edited record's texts go into every file of `names` in
 // order, each with its own placeholder values; with any batch option set
 // each file's own texts are read and merged first. A failing file is
-// reported to `onError` and the run goes on. TIFF files are skipped. The
+// reported to `onError` and the run goes on. TIFF files are skipped, and the
+// file right after a TIFF is written without placeholder expansion. The
 // record is left as it was given. Returns true when every write succeeded.
 bool WriteIptcBatch(const std::vector<std::u16string>& names, const iptc::IptcData& edited,
                     const IptcErrorSink& onError);
