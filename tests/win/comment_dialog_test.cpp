@@ -11,6 +11,7 @@
 #include "fixture/container_fixture.h"
 #include "platform/platform.h"
 #include "plugin_dll.h"
+#include "harness.h"
 #include "screenshot.h"
 #include "ui/comment_dialog_ids.h"
 
@@ -28,32 +29,6 @@ const Bytes kSoi = {0xFF, 0xD8};
 const Bytes kApp0 = fixture::JpegBuilder().Segment(0xE0, fixture::ToBytes("JFIF")).Build();
 const Bytes kScan = fixture::JpegBuilder().ScanAndEoi().Build();
 const Bytes kPlain = Join({kSoi, kApp0, kScan});
-
-// ------------------------------------------------------------ the viewer
-
-struct Request {
-    WPARAM wParam;
-    LPARAM lParam;
-};
-std::vector<Request> g_helpRequests;
-
-LRESULT CALLBACK ViewerProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == 0x06A3)
-        g_helpRequests.push_back({wParam, lParam});
-    return DefWindowProcW(window, message, wParam, lParam);
-}
-
-HWND MakeViewer() {
-    WNDCLASSW wc = {};
-    wc.lpfnWndProc = ViewerProc;
-    wc.hInstance = GetModuleHandleW(nullptr);
-    wc.lpszClassName = L"VantaviewCommentTestViewer";
-    RegisterClassW(&wc);
-    HWND viewer = CreateWindowExW(0, wc.lpszClassName, L"Viewer", WS_OVERLAPPEDWINDOW, 900, 50, 300, 200, nullptr,
-                                  nullptr, wc.hInstance, nullptr);
-    ShowWindow(viewer, SW_SHOWNOACTIVATE);
-    return viewer;
-}
 
 // ------------------------------------------------------------ the driver
 
@@ -115,57 +90,21 @@ void Shot(HWND dialog, const char* name) { EXPECT_TRUE(wintest::SaveScreenshot(d
 
 // ------------------------------------------------------------ the oracle
 
-std::string UnixPath(const std::u16string& path) {
-    using ToUnix = char*(CDECL*)(const wchar_t*);
-    const auto toUnix = reinterpret_cast<ToUnix>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "wine_get_unix_file_name")));
-    char* unix = toUnix ? toUnix(W(path)) : nullptr;
-    const std::string result = unix ? unix : "";
-    HeapFree(GetProcessHeap(), 0, unix);
-    return result;
-}
-
-// exiftool's Comment of a file. exiftool runs on the host: Wine starts Unix
-// programs but does not hand them our standard handles, so its answer comes
-// back through a file that appears whole when it is done.
+// exiftool's Comment of a file, read on the host.
 std::string ExiftoolComment(const std::u16string& path) {
-    fixture::TempDir out;
-    const std::u16string answer = out.Path("answer.txt");
-    const std::string file = UnixPath(path), target = UnixPath(answer);
-    if (file.empty() || target.empty())
-        return "<no host path>";
-    const std::string script =
-        "exiftool -b -Comment '" + file + "' > '" + target + ".part'; mv '" + target + ".part' '" + target + "'";
-    std::u16string command = u"Z:\\bin\\sh -c \"" + platform::Utf8ToUtf16(script) + u"\"";
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process = {};
-    if (!CreateProcessW(nullptr, reinterpret_cast<wchar_t*>(&command[0]), nullptr, nullptr, FALSE, 0, nullptr,
-                        nullptr, &startup, &process))
-        return "<exiftool not started>";
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-    for (int i = 0; i < 400 && !platform::FileExists(answer); ++i)
-        Sleep(50);
-    const Bytes bytes = fixture::ReadAll(answer);
-    return std::string(bytes.begin(), bytes.end());
+    return wintest::RunOnHost("exiftool -b -Comment '" + wintest::UnixPath(path) + "'");
 }
 
 class CommentDialog : public ::testing::Test {
 protected:
     void SetUp() override {
-        viewer = MakeViewer();
-        g_helpRequests.clear();
         g_boxes.clear();
         g_user = nullptr;
         g_finish = IDOK;
         g_dialogsSeen = 0;
         g_handled = nullptr;
     }
-    void TearDown() override {
-        DestroyWindow(viewer);
-        wintest::PumpMessages();
-    }
+    void TearDown() override { wintest::PumpMessages(); }
     // Show_JPG_Comment_W through the DLL, `user` acting once the dialog is up.
     int Show(const std::u16string& files, std::function<void(HWND)> user, int finish = IDOK,
              const wchar_t* formats = L";JPG;") {
@@ -186,7 +125,8 @@ protected:
 
     fixture::TempDir dir;
     const std::u16string settings = dir.Path("viewer.ini");
-    HWND viewer = nullptr;
+    wintest::StandInViewer stand{L"Viewer", 900};
+    HWND viewer = stand.Window();
 };
 
 TEST_F(CommentDialog, SingleFileShowsEditsAndWritesTheComment) {
@@ -312,8 +252,9 @@ TEST_F(CommentDialog, RadiosRereadTheOldCommentAndHelpAsksTheViewer) {
                   SendMessageW(d, WM_HELP, 0, reinterpret_cast<LPARAM>(&help));  // F1
               }, IDCANCEL),
               1);
-    ASSERT_EQ(g_helpRequests.size(), 2u);
-    for (const Request& r : g_helpRequests) {
+    const auto help = stand.Received(0x06A3);
+    ASSERT_EQ(help.size(), 2u);
+    for (const wintest::ViewerMessage& r : help) {
         EXPECT_EQ(r.wParam, WPARAM{0x05000001});
         EXPECT_EQ(r.lParam, 0);
     }

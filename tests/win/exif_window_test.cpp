@@ -14,6 +14,7 @@
 #include "exif/exif_fixtures.h"
 #include "exif/map_links.h"
 #include "fixture/fixture.h"
+#include "harness.h"
 #include "platform/platform.h"
 #include "plugin_dll.h"
 #include "screenshot.h"
@@ -22,26 +23,6 @@
 namespace {
 
 using windll::Export;
-
-std::vector<UINT> g_viewerKeys;  // WM_KEYDOWN keys the stand-in viewer received
-
-LRESULT CALLBACK ViewerProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_KEYDOWN)
-        g_viewerKeys.push_back(static_cast<UINT>(wParam));
-    return DefWindowProcW(window, message, wParam, lParam);
-}
-
-HWND MakeViewer(const wchar_t* title) {
-    WNDCLASSW wc = {};
-    wc.lpfnWndProc = ViewerProc;
-    wc.hInstance = GetModuleHandleW(nullptr);
-    wc.lpszClassName = L"VantaviewTestViewer";
-    RegisterClassW(&wc);
-    HWND viewer = CreateWindowExW(0, wc.lpszClassName, title, WS_OVERLAPPEDWINDOW, 700, 50, 300, 200, nullptr,
-                                  nullptr, wc.hInstance, nullptr);
-    ShowWindow(viewer, SW_SHOWNOACTIVATE);
-    return viewer;
-}
 
 std::wstring Cell(HWND list, int row, int column) {
     wchar_t text[512] = {};
@@ -97,8 +78,6 @@ protected:
         gps = dir.Write("gps.jpg", exiftest::Sample(fixture::ByteOrder::kLittle).File());
         plain = dir.Write("plain.jpg", PlainFile());
         none = dir.Write("none.jpg", fixture::JpegBuilder().Soi().Com("no exif").ScanAndEoi().Build());
-        viewer = MakeViewer(L"Viewer");
-        g_viewerKeys.clear();
         opened.clear();
         platform::SetShellOpenHook([this](std::u16string_view target) {
             opened.emplace_back(target);
@@ -109,7 +88,6 @@ protected:
         Export<windll::ClosePluginFn>("ClosePlugin")();
         vv::CloseExifWindow();
         platform::SetShellOpenHook(nullptr);
-        DestroyWindow(viewer);
         wintest::PumpMessages();
     }
     // Through the DLL, as the viewer calls it.
@@ -145,7 +123,8 @@ protected:
     fixture::TempDir dir;
     std::u16string settings = dir.Path("viewer.ini");
     std::u16string gps, plain, none;
-    HWND viewer = nullptr;
+    wintest::StandInViewer stand;
+    HWND viewer = stand.Window();
     std::vector<std::u16string> opened;
 };
 
@@ -210,7 +189,8 @@ TEST_F(ExifWindow, DarkModeShowsBothLayouts) {
 TEST_F(ExifWindow, MovesToANewParentOrToADialogsParent) {
     ASSERT_EQ(Show(gps, viewer), 0);
     HWND window = DllWindow();
-    HWND second = MakeViewer(L"Second viewer");
+    wintest::StandInViewer secondViewer(L"Second viewer", 400);
+    HWND second = secondViewer.Window();
     ASSERT_EQ(Show(plain, second), 0);
     EXPECT_EQ(GetAncestor(window, GA_PARENT), second);
 
@@ -223,7 +203,6 @@ TEST_F(ExifWindow, MovesToANewParentOrToADialogsParent) {
     EXPECT_EQ(DllWindow(), window);
     DestroyWindow(dialog);
     Export<windll::ClosePluginFn>("ClosePlugin")();
-    DestroyWindow(second);
 }
 
 TEST_F(ExifWindow, PlacementIsSavedOnCloseAndRestoredOnScreen) {
@@ -318,7 +297,10 @@ TEST_F(ExifWindow, EveryKeyReachesItsAction) {
 
     for (UINT key : {VK_BACK, VK_SPACE, VK_LEFT, VK_RIGHT})
         Key(window, key);
-    EXPECT_EQ(g_viewerKeys, (std::vector<UINT>{VK_BACK, VK_SPACE, VK_LEFT, VK_RIGHT}));
+    std::vector<WPARAM> keys;
+    for (const wintest::ViewerMessage& m : stand.Received(WM_KEYDOWN))
+        keys.push_back(m.wParam);
+    EXPECT_EQ(keys, (std::vector<WPARAM>{VK_BACK, VK_SPACE, VK_LEFT, VK_RIGHT}));
     Key(window, VK_TAB);
     EXPECT_EQ(GetFocus(), viewer);
     Key(window, 'X');  // not in the table: nothing happens

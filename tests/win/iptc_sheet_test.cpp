@@ -17,6 +17,7 @@
 #include "fixture/iptc_fixture.h"
 #include "platform/platform.h"
 #include "plugin_dll.h"
+#include "harness.h"
 #include "screenshot.h"
 #include "ui/iptc_sheet_ids.h"
 
@@ -78,71 +79,12 @@ fixture::Bytes AfterApp13(const fixture::Bytes& jpeg) {
 
 // ------------------------------------------------------------ exiftool
 
-std::string UnixPath(const std::u16string& path) {
-    using Convert = char*(CDECL*)(const wchar_t*);
-    const auto convert = reinterpret_cast<Convert>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
-    if (!convert) return {};
-    char* unix = convert(W(path));
-    std::string result = unix ? unix : "";
-    HeapFree(GetProcessHeap(), 0, unix);
-    return result;
-}
-
-// exiftool's "-S -IPTC:all" lines for the file, sorted (the sheet writes the
-// datasets in its own order). Wine does not wait for a Unix program, so the
-// output appears under its final name only when exiftool is done.
-std::vector<std::string> ExiftoolIptc(const fixture::TempDir& dir, const std::u16string& path) {
-    static int run = 0;
-    const std::string name = "exiftool" + std::to_string(++run) + ".txt";
-    const std::string out = UnixPath(dir.Path(name));
-    std::wstring command = L"Z:\\bin\\sh -c \"exiftool -S -IPTC:all '" +
-                           Wide(platform::Utf8ToUtf16(UnixPath(path))) + L"' > '" + Wide(platform::Utf8ToUtf16(out)) +
-                           L".part' 2>&1; mv '" + Wide(platform::Utf8ToUtf16(out)) + L".part' '" +
-                           Wide(platform::Utf8ToUtf16(out)) + L"'\"";
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process = {};
-    if (!CreateProcessW(L"Z:\\bin\\sh", &command[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
-        return {"<exiftool could not be started>"};
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-    for (int i = 0; i < 300 && !platform::FileExists(dir.Path(name)); ++i) Sleep(100);
-    const fixture::Bytes bytes = fixture::ReadAll(dir.Path(name));
-    std::istringstream text(std::string(bytes.begin(), bytes.end()));
+std::vector<std::string> ExiftoolIptc(const std::u16string& path) {
+    std::istringstream text(wintest::RunOnHost("exiftool -S -IPTC:all '" + wintest::UnixPath(path) + "'"));
     std::vector<std::string> lines;
     for (std::string line; std::getline(text, line);) lines.push_back(line);
     std::sort(lines.begin(), lines.end());
     return lines;
-}
-
-// ------------------------------------------------------------ the viewer
-
-struct CopyData {
-    ULONG_PTR type;
-    std::u16string text;
-    bool operator==(const CopyData& o) const { return type == o.type && text == o.text; }
-};
-std::vector<CopyData> g_copies;  // WM_COPYDATA the stand-in viewer received
-
-LRESULT CALLBACK ViewerProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_COPYDATA) {
-        const auto& data = *reinterpret_cast<const COPYDATASTRUCT*>(lParam);
-        const auto* text = static_cast<const char16_t*>(data.lpData);
-        g_copies.push_back({data.dwData, std::u16string(text, data.cbData / 2 ? data.cbData / 2 - 1 : 0)});
-        return TRUE;
-    }
-    return DefWindowProcW(window, message, wParam, lParam);
-}
-
-HWND MakeViewer() {
-    WNDCLASSW wc = {};
-    wc.lpfnWndProc = ViewerProc;
-    wc.hInstance = GetModuleHandleW(nullptr);
-    wc.lpszClassName = L"VantaviewIptcTestViewer";
-    RegisterClassW(&wc);
-    return CreateWindowExW(0, wc.lpszClassName, L"Viewer", WS_OVERLAPPEDWINDOW, 0, 0, 300, 200, nullptr, nullptr,
-                           wc.hInstance, nullptr);
 }
 
 // ------------------------------------------------------------ the robot
@@ -215,11 +157,8 @@ bool Shown(HWND window, int id) { return IsWindowVisible(GetDlgItem(window, id))
 class IptcSheet : public ::testing::Test {
 protected:
     void SetUp() override {
-        viewer = MakeViewer();
-        g_copies.clear();
     }
     void TearDown() override {
-        DestroyWindow(viewer);
         wintest::PumpMessages();
     }
     // Runs the sheet on `files` while the robot takes its steps.
@@ -245,7 +184,8 @@ protected:
 
     fixture::TempDir dir;
     std::u16string settings = dir.Path("viewer.ini");
-    HWND viewer = nullptr;
+    wintest::StandInViewer stand{L"Viewer", 0};
+    HWND viewer = stand.Window();
     Robot robot;
 };
 
@@ -367,7 +307,7 @@ TEST_F(IptcSheet, AReadOnlyFileIsMarkedAndRefusedUntouched) {
 TEST_F(IptcSheet, AnEditedFieldIsWrittenAndEverythingElseStays) {
     const std::u16string file = dir.Write("edit.jpg", WithIptc());
     const fixture::Bytes original = fixture::ReadAll(file);
-    std::vector<std::string> expected = ExiftoolIptc(dir, file);
+    std::vector<std::string> expected = ExiftoolIptc(file);
     ASSERT_FALSE(expected.empty());
     expected.push_back("Headline: Storm warning");
     std::sort(expected.begin(), expected.end());
@@ -379,7 +319,7 @@ TEST_F(IptcSheet, AnEditedFieldIsWrittenAndEverythingElseStays) {
                                   kWrite});
     EXPECT_EQ(answer, 1);
     EXPECT_TRUE(robot.messages.empty());
-    EXPECT_EQ(ExiftoolIptc(dir, file), expected);
+    EXPECT_EQ(ExiftoolIptc(file), expected);
     const fixture::Bytes tail = AfterApp13(original);
     ASSERT_FALSE(tail.empty());
     EXPECT_EQ(AfterApp13(fixture::ReadAll(file)), tail);
@@ -446,7 +386,10 @@ TEST_F(IptcSheet, BatchModeTwoWalksTheFilesAsksBeforeLeavingAnEditedOneAndTellsT
     EXPECT_FALSE(okShown);
     EXPECT_TRUE(nextShown);
     EXPECT_EQ(line, a + u"\r\n(File: 1 / 3)");
-    EXPECT_EQ(g_copies, (std::vector<CopyData>{{9, b}, {9, a}, {9, b}, {9, c}, {9, b}}));
+    std::vector<std::pair<ULONG_PTR, std::u16string>> copies;
+    for (const wintest::ViewerMessage& m : stand.Received(WM_COPYDATA))
+        copies.emplace_back(m.copyType, m.copyText);
+    EXPECT_EQ(copies, (std::vector<std::pair<ULONG_PTR, std::u16string>>{{9, b}, {9, a}, {9, b}, {9, c}, {9, b}}));
     EXPECT_EQ(robot.messages, std::vector<std::wstring>{L"Save IPTC changes?"});
     EXPECT_EQ(Tag(a, 120), u"changed");
     EXPECT_EQ(fixture::ReadAll(b), bBefore) << "a change of case alone is no change";
