@@ -51,8 +51,6 @@ public:
 std::unique_ptr<File> OpenFile(std::u16string_view path, FileMode mode);
 
 bool FileExists(std::u16string_view path);
-// Copies source over target (overwriting it); false on any failure.
-bool CopyFileOver(std::u16string_view source, std::u16string_view target);
 bool RemoveFile(std::u16string_view path);
 
 // Puts the file `source` in the place of `target` in one step: afterwards

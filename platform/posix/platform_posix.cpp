@@ -105,20 +105,6 @@ bool FileExists(std::u16string_view path) {
     return stat(NarrowPath(path).c_str(), &st) == 0 && S_ISREG(st.st_mode);
 }
 
-bool CopyFileOver(std::u16string_view source, std::u16string_view target) {
-    auto in = OpenFile(source, FileMode::kRead);
-    if (!in) return false;
-    auto out = OpenFile(target, FileMode::kWrite);
-    if (!out) return false;
-    char buffer[65536];
-    for (;;) {
-        size_t n = in->Read(buffer, sizeof buffer);
-        if (n == 0) break;
-        if (!out->WriteAll(buffer, n)) return false;
-    }
-    return out->Flush();
-}
-
 bool MoveFileOver(std::u16string_view source, std::u16string_view target) {
     const std::string from = NarrowPath(source), to = NarrowPath(target);
     struct stat st {};

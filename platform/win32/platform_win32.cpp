@@ -114,10 +114,6 @@ bool FileExists(std::u16string_view path) {
     return a != INVALID_FILE_ATTRIBUTES && !(a & FILE_ATTRIBUTE_DIRECTORY);
 }
 
-bool CopyFileOver(std::u16string_view source, std::u16string_view target) {
-    return CopyFileW(W(source).c_str(), W(target).c_str(), FALSE) != 0;
-}
-
 bool MoveFileOver(std::u16string_view source, std::u16string_view target) {
     const std::wstring from = W(source), to = W(target);
     const DWORD attributes = GetFileAttributesW(to.c_str());
