@@ -62,9 +62,9 @@ bool RemoveFile(std::u16string_view path);
 // False on failure, and then `target` is as it was.
 bool MoveFileOver(std::u16string_view source, std::u16string_view target);
 
-// The absolute form of a path: GetFullPathNameW on Windows; on POSIX the
-// real path with symbolic links resolved, or the path unchanged when it does
-// not exist.
+// The absolute form of a path: on Windows GetFullPathNameW, with short 8.3
+// names made long where the file exists; on POSIX the real path with
+// symbolic links resolved, or the path unchanged when it does not exist.
 std::u16string FullPath(std::u16string_view path);
 
 // Whether two paths name one file. Windows: their full paths are equal

@@ -141,12 +141,20 @@ bool MoveFileOver(std::u16string_view source, std::u16string_view target) {
 
 std::u16string FullPath(std::u16string_view path) {
     const std::wstring p = W(path);
-    const DWORD n = GetFullPathNameW(p.c_str(), 0, nullptr, nullptr);
+    DWORD n = GetFullPathNameW(p.c_str(), 0, nullptr, nullptr);
     if (n == 0) return std::u16string(path);
     std::wstring full(n, L'\0');
-    const DWORD m = GetFullPathNameW(p.c_str(), n, full.data(), nullptr);
+    DWORD m = GetFullPathNameW(p.c_str(), n, full.data(), nullptr);
     if (m == 0 || m >= n) return std::u16string(path);
-    return U(full.data(), m);
+    full.resize(m);
+    // Short 8.3 names (GetTempPathW may answer with them) become long ones
+    // where the file exists, so that one file has one full path.
+    n = GetLongPathNameW(full.c_str(), nullptr, 0);
+    if (n == 0) return U(full.data(), full.size());
+    std::wstring longPath(n, L'\0');
+    m = GetLongPathNameW(full.c_str(), longPath.data(), n);
+    if (m == 0 || m >= n) return U(full.data(), full.size());
+    return U(longPath.data(), m);
 }
 
 bool IsSameFile(std::u16string_view a, std::u16string_view b) {
