@@ -383,7 +383,6 @@ TEST_F(WriteFaults, LongAndNonAsciiPathsAreWritten) {
 
 TEST_F(WriteFaults, TheTemporaryFileItselfIsRefusedUnderEveryName) {
     const std::u16string path = temp_.Write("VantaviewTemp.jpg", Original());
-    ASSERT_EQ(path, vv::RewriteTempPath());
 #ifdef _WIN32
     // Windows compares names without regard to case.
     const std::u16string alias = temp_.Path("VANTAVIEWTEMP.JPG");
