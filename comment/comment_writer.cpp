@@ -15,6 +15,9 @@ namespace comment {
 namespace {
 
 constexpr char16_t kReadOnlyError[] = u"Can't write Comment data!\n\nThe file: '%s' is read only.";
+constexpr char16_t kIsTempError[] =
+    u"Can't write Comment data!\n\nThe file: '%s' is the plug-in's own temporary file. Rename it or copy it "
+    u"to another folder, then write to the copy.";
 constexpr char16_t kOpenError[] = u"Can't open file: %s";
 constexpr char16_t kTempError[] = u"Can't open file for writing: %s";
 constexpr char16_t kCopyError[] = u"Can't write to input file (read only)!";
@@ -28,7 +31,7 @@ constexpr char16_t kIncompleteError[] =
     u"Can't write Comment data!\n\nThe temporary file: '%s' could not be written in full.";
 constexpr char16_t kPathTooLongError[] = u"Can't open file: %s\n\nThe path is too long.";
 
-constexpr vv::RewriteMessages kMessages = {kReadOnlyError, kOpenError, kChangedError, kTempError,
+constexpr vv::RewriteMessages kMessages = {kReadOnlyError, kIsTempError, kOpenError, kChangedError, kTempError,
                                            kIncompleteError, kCopyError,  kMemoryError};
 
 using vv::WithPath;

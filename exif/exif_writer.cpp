@@ -24,6 +24,8 @@ constexpr char16_t kTooLargeError[] = u"The EXIF data is too large for a JPEG se
 // starts like a JPEG cannot be read as one either.
 constexpr vv::RewriteMessages kMessages = {
     u"ERROR: Can't write EXIF data. The file is read only.",
+    u"ERROR: Can't write EXIF data. The file is the plug-in's own temporary file. Rename it or copy it to "
+    u"another folder, then write to the copy.",
     u"ERROR: Can't read file data.",
     u"ERROR: Can't read file data.",
     u"ERROR: Can't open file for writing: %s",

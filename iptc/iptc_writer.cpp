@@ -12,6 +12,9 @@ namespace {
 
 constexpr char16_t kDefaultError[] = u"Can' write IPTC data.";
 constexpr char16_t kReadOnlyError[] = u"Can't write IPTC data!\n\nThe file: '%s' is read only.";
+constexpr char16_t kIsTempError[] =
+    u"Can't write IPTC data!\n\nThe file: '%s' is the plug-in's own temporary file. Rename it or copy it "
+    u"to another folder, then write to the copy.";
 constexpr char16_t kOpenError[] = u"Can't open file: %s";
 constexpr char16_t kTempError[] = u"Can't open file for writing: %s";
 constexpr char16_t kCopyError[] = u"Can't write to input file (read only)!";
@@ -37,7 +40,7 @@ constexpr int kLoneCrFields[] = {kCaption, kHeadline, kSpecialInstructions};
 constexpr uint8_t kPhotoshopHeader[] = "Photoshop 3.0";  // with its NUL: 14 bytes
 constexpr size_t kSegmentOverhead = 28;  // length field, header, "8BIM", id, name, size
 
-constexpr vv::RewriteMessages kMessages = {kReadOnlyError, kOpenError, kChangedError, kTempError,
+constexpr vv::RewriteMessages kMessages = {kReadOnlyError, kIsTempError, kOpenError, kChangedError, kTempError,
                                            kIncompleteError, kCopyError,  kMemoryError};
 
 using vv::WithPath;

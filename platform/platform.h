@@ -20,6 +20,7 @@ enum class FileMode {
     kRead,        // existing file, binary reading ("rb")
     kWrite,       // create or truncate, binary writing ("wb")
     kReadWrite,   // existing file, binary reading and writing ("r+b")
+    kCreateNew,   // a new file for binary writing; fails when the path exists
 };
 
 enum class SeekFrom { kBegin, kCurrent, kEnd };
@@ -37,6 +38,9 @@ public:
     virtual size_t Write(const void* buffer, size_t n) = 0;
     // Flushes buffered writes; false when the data could not be written.
     virtual bool Flush() = 0;
+    // Flushes and has the system put the data on the disk, so that a file
+    // about to replace another is complete; false when it could not.
+    virtual bool Sync() { return Flush(); }
 
     // Reads exactly n bytes or reports false (the position is then unspecified).
     bool ReadExact(void* buffer, size_t n) { return Read(buffer, n) == n; }
@@ -47,9 +51,27 @@ public:
 std::unique_ptr<File> OpenFile(std::u16string_view path, FileMode mode);
 
 bool FileExists(std::u16string_view path);
-// Copies source over target (overwriting it); false on any failure.
-bool CopyFileOver(std::u16string_view source, std::u16string_view target);
 bool RemoveFile(std::u16string_view path);
+
+// Puts the file `source` in the place of `target` in one step: afterwards
+// `target` names either the old file or the whole of `source`, never a part
+// (rename on POSIX; MoveFileExW with MOVEFILE_REPLACE_EXISTING |
+// MOVEFILE_WRITE_THROUGH on Windows). Both must be on the same volume. Before
+// the move `source` takes over the target's permission bits and, where
+// allowed, its owner (POSIX), or its attributes and creation time (Windows).
+// False on failure, and then `target` is as it was.
+bool MoveFileOver(std::u16string_view source, std::u16string_view target);
+
+// The absolute form of a path: on Windows GetFullPathNameW, with short 8.3
+// names made long where the file exists; on POSIX the real path with
+// symbolic links resolved, or the path unchanged when it does not exist.
+std::u16string FullPath(std::u16string_view path);
+
+// Whether two paths name one file. Windows: their full paths are equal
+// ignoring case (the way its file systems compare names). POSIX: both exist
+// and have the same device and inode, which also sees through symbolic and
+// hard links, "." and "..", and file systems that ignore case.
+bool IsSameFile(std::u16string_view a, std::u16string_view b);
 
 // The read-only attribute (Windows) or the absence of write permission (POSIX).
 bool IsReadOnly(std::u16string_view path);

@@ -1,13 +1,17 @@
 // Rewriting an image file with one byte range replaced, the way every writer
 // of the plug-in changes a file (the IPTC, comment and EXIF writers).
 //
-// The new file is built beside nothing the user owns: "VantaviewTemp.jpg" in
-// the system temporary folder. Only when it was written in full (its size on
-// disk is the number of bytes written) is it copied over the original; on
-// every failure before that copy the original is untouched, byte for byte.
+// The new file is built as "VantaviewTemp.jpg" in the system temporary
+// folder. Only when it was written in full (its size on disk is the number of
+// bytes written) is it copied to a new file beside the original, under a name
+// no other file has; only when that copy is complete and on the disk does it
+// take the original's place, in one rename. So on every failure, a full disk
+// included, the original is untouched, byte for byte, and neither the
+// temporary file nor the copy beside the original is left behind.
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +19,8 @@
 namespace vv {
 
 inline constexpr char16_t kRewriteTempName[] = u"VantaviewTemp.jpg";
+// The new file beside the original is this, eight hexadecimal digits and ".tmp".
+inline constexpr char16_t kBesidePrefix[] = u"~Vantaview";
 
 // Bytes the original must hold at an offset for the rewrite to go ahead: the
 // writer's proof that the positions it measured earlier still describe the
@@ -40,20 +46,24 @@ struct FileRewrite {
 enum class RewriteStatus {
     kDone,
     kReadOnly,        // the original has the read-only attribute; nothing was opened
+    kIsTempFile,      // the original is the temporary file itself; nothing was opened
     kCantOpenSource,  // the original cannot be opened for reading (gone, locked)
-    kSourceChanged,   // the original is shorter than headLength, or an expectation failed
+    kSourceChanged,   // the original is shorter than headLength, an expectation failed,
+                      // or its size or last-write time changed while it was rewritten
     kCantOpenTemp,    // the temporary file cannot be created
     kTempIncomplete,  // writing the temporary file failed or it came out short
-    kCopyFailed,      // copying the temporary file over the original failed
+    kCopyFailed,      // the copy beside the original could not be made in full, or it
+                      // could not take the original's place
     kNoMemory,
 };
 
 // Performs the rewrite. `tempPath` receives the temporary file's full path
-// (for messages). The temporary file is removed on every outcome once it was
-// created. With keepDate the original's creation, last-access and last-write
-// times (as they were before this call read the file) are put on the
-// temporary file before the copy, and once more on the original after it,
-// because a copy does not carry all three everywhere.
+// (for messages). Whether the original is the temporary file is decided by
+// platform::IsSameFile: full paths ignoring case on Windows, the same device
+// and inode on POSIX (so a link to it counts too). The temporary file and the
+// copy beside the original are removed on every outcome once created. With
+// keepDate the original's creation, last-access and last-write times (as they
+// were before this call read the file) are put on the result.
 RewriteStatus RewriteFile(const FileRewrite& rewrite, std::u16string& tempPath);
 
 // "%s" in a message replaced by a path (the first one only).
@@ -63,6 +73,7 @@ std::u16string WithPath(std::u16string_view format, std::u16string_view path);
 // may hold "%s" for the path named in the comment.
 struct RewriteMessages {
     const char16_t* readOnly;    // the original's path
+    const char16_t* isTemp;      // the original's path
     const char16_t* open;        // the original's path
     const char16_t* changed;     // the original's path
     const char16_t* temp;        // the temporary file's path
@@ -84,5 +95,10 @@ int ReplaceJpegSegment(std::u16string_view path, uint32_t oldOffset, uint32_t ol
 // The temporary file's path: the temporary folder (a separator added when it
 // lacks one) and kRewriteTempName.
 std::u16string RewriteTempPath();
+
+// For tests: called once the temporary file is complete and closed, before
+// anything is done to the original (to change the original meanwhile, fill
+// its disk...). An empty function removes it.
+void SetRewriteHook(std::function<void()> hook);
 
 }  // namespace vv

@@ -100,8 +100,9 @@ std::string ToCodePage(UINT cp, std::u16string_view text) {
 
 std::unique_ptr<File> OpenFile(std::u16string_view path, FileMode mode) {
     DWORD access = mode == FileMode::kRead ? GENERIC_READ
-                 : mode == FileMode::kWrite ? GENERIC_WRITE : GENERIC_READ | GENERIC_WRITE;
-    DWORD disposition = mode == FileMode::kWrite ? CREATE_ALWAYS : OPEN_EXISTING;
+                 : mode == FileMode::kReadWrite ? GENERIC_READ | GENERIC_WRITE : GENERIC_WRITE;
+    DWORD disposition = mode == FileMode::kWrite ? CREATE_ALWAYS : mode == FileMode::kCreateNew ? CREATE_NEW
+                      : OPEN_EXISTING;
     HANDLE h = CreateFileW(W(path).c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                            disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (h == INVALID_HANDLE_VALUE) return nullptr;
@@ -113,8 +114,53 @@ bool FileExists(std::u16string_view path) {
     return a != INVALID_FILE_ATTRIBUTES && !(a & FILE_ATTRIBUTE_DIRECTORY);
 }
 
-bool CopyFileOver(std::u16string_view source, std::u16string_view target) {
-    return CopyFileW(W(source).c_str(), W(target).c_str(), FALSE) != 0;
+bool MoveFileOver(std::u16string_view source, std::u16string_view target) {
+    const std::wstring from = W(source), to = W(target);
+    const DWORD attributes = GetFileAttributesW(to.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES) {
+        // The moved file is a new one: it takes the old one's attributes and
+        // creation time, as a copy over the old file would have kept them.
+        HANDLE old = CreateFileW(to.c_str(), FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                 nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+        FILETIME created;
+        const bool haveCreated = old != INVALID_HANDLE_VALUE && GetFileTime(old, &created, nullptr, nullptr);
+        if (old != INVALID_HANDLE_VALUE) CloseHandle(old);
+        if (haveCreated) {
+            HANDLE h = CreateFileW(from.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+            if (h == INVALID_HANDLE_VALUE) return false;
+            const BOOL set = SetFileTime(h, &created, nullptr, nullptr);
+            CloseHandle(h);
+            if (!set) return false;
+        }
+        const DWORD keep = attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY);
+        if (!SetFileAttributesW(from.c_str(), keep ? keep : FILE_ATTRIBUTE_NORMAL)) return false;
+    }
+    return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+}
+
+std::u16string FullPath(std::u16string_view path) {
+    const std::wstring p = W(path);
+    DWORD n = GetFullPathNameW(p.c_str(), 0, nullptr, nullptr);
+    if (n == 0) return std::u16string(path);
+    std::wstring full(n, L'\0');
+    DWORD m = GetFullPathNameW(p.c_str(), n, full.data(), nullptr);
+    if (m == 0 || m >= n) return std::u16string(path);
+    full.resize(m);
+    // Short 8.3 names (GetTempPathW may answer with them) become long ones
+    // where the file exists, so that one file has one full path.
+    n = GetLongPathNameW(full.c_str(), nullptr, 0);
+    if (n == 0) return U(full.data(), full.size());
+    std::wstring longPath(n, L'\0');
+    m = GetLongPathNameW(full.c_str(), longPath.data(), n);
+    if (m == 0 || m >= n) return U(full.data(), full.size());
+    return U(longPath.data(), m);
+}
+
+bool IsSameFile(std::u16string_view a, std::u16string_view b) {
+    const std::wstring fa = W(FullPath(a)), fb = W(FullPath(b));
+    return CompareStringOrdinal(fa.c_str(), static_cast<int>(fa.size()), fb.c_str(), static_cast<int>(fb.size()),
+                                TRUE) == CSTR_EQUAL;
 }
 
 bool RemoveFile(std::u16string_view path) { return DeleteFileW(W(path).c_str()) != 0; }

@@ -110,13 +110,15 @@ TEST(Files, ReadSeekAndShortReads) {
     EXPECT_FALSE(platform::OpenFile(dir.Path("missing.bin"), platform::FileMode::kRead));
 }
 
-TEST(Files, NonAsciiPathsCopyAndDelete) {
+TEST(Files, NonAsciiPathsMoveOverAndDelete) {
     fixture::TempDir dir;
     auto source = dir.Write("Bild \xC3\xBC \xE4\xB8\xAD.jpg", {9, 8, 7});
     EXPECT_TRUE(platform::FileExists(source));
-    auto target = dir.Path("copy.jpg");
-    dir.Write("copy.jpg", {1});
-    ASSERT_TRUE(platform::CopyFileOver(source, target));
+    auto target = dir.Path("\xC3\xA9t\xC3\xA9.jpg");
+    dir.Write("\xC3\xA9t\xC3\xA9.jpg", {1});
+    EXPECT_FALSE(platform::OpenFile(target, platform::FileMode::kCreateNew));
+    ASSERT_TRUE(platform::MoveFileOver(source, target));
+    EXPECT_FALSE(platform::FileExists(source));
     EXPECT_EQ(fixture::ReadAll(target), (fixture::Bytes{9, 8, 7}));
     EXPECT_TRUE(platform::RemoveFile(target));
     EXPECT_FALSE(platform::FileExists(target));
