@@ -1,0 +1,52 @@
+#!/usr/bin/env bash
+# A fuzzing campaign over every libFuzzer target of the sanitizer tree.
+#   scripts/fuzz.sh [--runs N | SECONDS] [TARGET...]
+# Each target runs for SECONDS (default 60) or until N inputs, with a corpus
+# kept in build/fuzz-corpus/<target> that grows from run to run. It starts
+# from the fixture-built seeds and, for the readers of whole files, from the
+# real camera files of ../shared/corpus. Crashes, hangs and leaks land in
+# build/fuzz-artifacts/. Prints, per target: inputs run, inputs per second,
+# coverage (edges), corpus size and findings.
+set -uo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+out=${VV_BUILD_ROOT:-$root/build}
+limit=(-max_total_time=60)
+if [ "${1:-}" = --runs ]; then limit=(-runs="$2"); shift 2
+elif [[ "${1:-}" =~ ^[0-9]+$ ]]; then limit=(-max_total_time="$1"); shift; fi
+
+"$root/scripts/build.sh" sanitize >/dev/null || exit 1
+bin=$out/sanitize/bin
+seeds=$out/sanitize/fuzz/seeds
+"$bin/make_seeds" "$seeds" >/dev/null || exit 1
+targets=("$@")
+if [ ${#targets[@]} -eq 0 ]; then
+  for t in "$bin"/fuzz_*; do targets+=("$(basename "$t" | sed 's/^fuzz_//')"); done
+fi
+
+mkdir -p "$out/fuzz-artifacts"
+printf '%-12s %12s %10s %8s %8s %s\n' target inputs "inputs/s" edges corpus findings
+status=0
+for t in "${targets[@]}"; do
+  corpus=$out/fuzz-corpus/$t
+  mkdir -p "$corpus"
+  # Whole files from real cameras help the readers that take a whole file.
+  case $t in
+    exif|containers|comment|iptc|xmp)
+      [ -d "$root/../shared/corpus" ] && find "$root/../shared/corpus" -type f -size -2M -exec cp -n {} "$corpus/" \; ;;
+  esac
+  log=$out/fuzz-artifacts/$t.log
+  before=$(ls "$out/fuzz-artifacts" | grep -c "^$t-" || true)
+  "$bin/fuzz_$t" "${limit[@]}" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
+      -artifact_prefix="$out/fuzz-artifacts/$t-" "$corpus" "$seeds/$t" >"$log" 2>&1
+  rc=$?
+  after=$(ls "$out/fuzz-artifacts" | grep -c "^$t-" || true)
+  runs=$(grep -Eo 'stat::number_of_executed_units: *[0-9]+' "$log" | grep -Eo '[0-9]+$' | tail -1)
+  speed=$(grep -Eo 'stat::average_exec_per_sec: *[0-9]+' "$log" | grep -Eo '[0-9]+$' | tail -1)
+  edges=$(grep -Eo 'cov: [0-9]+' "$log" | tail -1 | grep -Eo '[0-9]+')
+  size=$(ls "$corpus" | wc -l)
+  findings=$((after - before))
+  [ $rc -ne 0 ] && [ $findings -eq 0 ] && findings="exit $rc (see $log)"
+  [ "$findings" != 0 ] && status=1
+  printf '%-12s %12s %10s %8s %8s %s\n' "$t" "${runs:-?}" "${speed:-?}" "${edges:-?}" "$size" "$findings"
+done
+exit $status
