@@ -171,7 +171,6 @@ double ParseDegMinSec(const char* text) {
 GpsPosition ComputeGpsPosition(const TagRecordTable& table, uint32_t rowCount) {
     GpsPosition position;
     double latitudeSign = 1, longitudeSign = 1;
-    bool haveLatitude = false;
     const uint32_t n = std::min(rowCount, kTagTableRows);
     for (uint32_t i = 0; i < n; ++i) {
         const TagRecord& row = table.rows[i];
@@ -181,7 +180,6 @@ GpsPosition ComputeGpsPosition(const TagRecordTable& table, uint32_t rowCount) {
                 break;
             case kRowLatitude:
                 position.latitude = ParseDegMinSec(row.value);
-                haveLatitude = true;
                 break;
             case kRowLongitudeRef:
                 // "O" (Ouest) is west too.
@@ -201,8 +199,9 @@ GpsPosition ComputeGpsPosition(const TagRecordTable& table, uint32_t rowCount) {
                 break;
         }
     }
-    // The marker value 100 stays as it is when there is no latitude.
-    if (haveLatitude) position.latitude *= latitudeSign;
+    // The sign applies even to the marker value 100 when there is no latitude:
+    // consumers test for the latitude row, not for the number.
+    position.latitude *= latitudeSign;
     position.longitude *= longitudeSign;
     return position;
 }

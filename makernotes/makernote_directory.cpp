@@ -38,7 +38,8 @@ void FormatEnumeration(const MakerEntry& e, const Enumeration& en) {
     for (size_t i = 0; i < en.size; ++i) {
         if (en.texts[i].value == value) return exif::SetRowValue(e.row(), en.texts[i].text);
     }
-    if (*en.otherwise) SetValuef(e.row(), en.otherwise, value);
+    if (*en.otherwise)
+        SetValuef(e.row(), en.otherwise, en.printed == Sign::kSigned ? e.Signed16() : static_cast<int32_t>(e.Unsigned16()));
 }
 
 void FormatNumbers(const MakerEntry& e) {

@@ -47,20 +47,27 @@ struct ValueText {
 // An enumerated tag: the text of each listed value; any other value goes
 // through `otherwise` (a printf format given the number), and an empty
 // `otherwise` leaves the value text empty. `sign` says how the 16-bit number
-// is read, both for the comparison and for printing.
+// is read for the comparison, `printed` how `otherwise` is given it (the same
+// unless a maker says otherwise).
 struct Enumeration {
     const ValueText* texts;
     size_t size;
     Sign sign;
     const char* otherwise;
+    Sign printed;
 };
 
 template <size_t N>
 constexpr Enumeration Enum(const ValueText (&texts)[N], Sign sign, const char* otherwise) {
-    return {texts, N, sign, otherwise};
+    return {texts, N, sign, otherwise, sign};
+}
+// The same enumeration, printing an unlisted value as a signed number.
+constexpr Enumeration PrintedSigned(Enumeration e) {
+    e.printed = Sign::kSigned;
+    return e;
 }
 // A tag shown as its number only.
-constexpr Enumeration Number(Sign sign, const char* format) { return {nullptr, 0, sign, format}; }
+constexpr Enumeration Number(Sign sign, const char* format) { return {nullptr, 0, sign, format, sign}; }
 
 // The text an enumeration lists for a value; null when it lists none.
 const char* EnumerationText(const Enumeration& e, int64_t value);
