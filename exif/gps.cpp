@@ -66,9 +66,9 @@ void VersionId(const EntryContext& c) {
 void Text(const EntryContext& c) { ReadTextValue(c, /*characterCodeHeader=*/false); }
 
 void Coordinate(const EntryContext& c) {
-    const std::string dms = FormatMultiRational(c.file, c.base, c.entry.valueField,
+    const std::string dms = tiff::FormatMultiRational(c.file, c.base, c.entry.valueField,
                                                 std::min(c.entry.count, kGpsRationalsLimit), c.bigEndian,
-                                                RationalDecimals::kTrimmedSix);
+                                                tiff::RationalDecimals::kTrimmedSix);
     char degrees[64];
     std::snprintf(degrees, sizeof degrees, " (%f)", ParseDegMinSec(dms.c_str()));
     SetRowValue(c.row, dms + degrees);
@@ -90,14 +90,14 @@ void AltitudeRef(const EntryContext& c) {
 }
 
 void Altitude(const EntryContext& c) {
-    const std::string metres = FormatSingleRational(c.file, c.base, c.entry.valueField, c.bigEndian, false);
+    const std::string metres = tiff::FormatSingleRational(c.file, c.base, c.entry.valueField, c.bigEndian, false);
     if (!metres.empty()) SetRowValue(c.row, metres + " m");
 }
 
 void TimeStamp(const EntryContext& c) {
-    SetRowValue(c.row, FormatMultiRational(c.file, c.base, c.entry.valueField,
+    SetRowValue(c.row, tiff::FormatMultiRational(c.file, c.base, c.entry.valueField,
                                            std::min(c.entry.count, kGpsRationalsLimit), c.bigEndian,
-                                           RationalDecimals::kTrimmedSix));
+                                           tiff::RationalDecimals::kTrimmedSix));
 }
 
 void DirectionRef(const EntryContext& c) {
@@ -107,8 +107,8 @@ void DirectionRef(const EntryContext& c) {
 }
 
 void Direction(const EntryContext& c) {
-    SetRowValue(c.row, FormatMultiRational(c.file, c.base, c.entry.valueField, 1, c.bigEndian,
-                                           RationalDecimals::kTrimmedSix));
+    SetRowValue(c.row, tiff::FormatMultiRational(c.file, c.base, c.entry.valueField, 1, c.bigEndian,
+                                           tiff::RationalDecimals::kTrimmedSix));
 }
 
 // Sorted by GPS tag; each tag once. Rows carry kGpsTagBase + the tag.
@@ -143,8 +143,8 @@ void ProcessGpsEntries(platform::File& file, uint32_t base, TagRecordTable& tabl
                        uint32_t entryCount, int bigEndian) {
     for (uint32_t i = 0; i < entryCount; ++i) {
         if (*rowCount >= kTagTableRows) return;
-        TiffEntry entry;
-        if (!ReadTiffEntry(file, bigEndian, entry)) return;
+        tiff::Entry entry;
+        if (!tiff::ReadEntry(file, bigEndian, entry)) return;
         TagRecord& row = table.rows[*rowCount];
         BeginRow(row, kGpsTagBase + entry.tag, entry);
         const TagInfo* info = FindGpsTag(entry.tag);

@@ -79,7 +79,7 @@ struct MakerEntry {
     exif::EntryContext context;
     ValueRule rule;
 
-    const exif::TiffEntry& entry() const { return context.entry; }
+    const tiff::Entry& entry() const { return context.entry; }
     exif::TagRecord& row() const { return context.row; }
     // The 16-bit number by the decoder's rule, unsigned and signed.
     uint16_t Unsigned16() const;
@@ -179,8 +179,8 @@ void RevisitDirectory(platform::File& file, int64_t directory, int bigEndian, ui
                       const uint32_t* rowCount, Visit&& visit) {
     const int32_t count = RevisitDirectoryCount(file, directory, bigEndian, rowsBefore);
     for (int32_t i = 0; i < count && *rowCount < kMakerNoteRowLimit; ++i) {
-        exif::TiffEntry entry;
-        if (!exif::ReadTiffEntry(file, bigEndian, entry)) return;
+        tiff::Entry entry;
+        if (!tiff::ReadEntry(file, bigEndian, entry)) return;
         const int64_t next = file.Tell();
         visit(entry, static_cast<uint32_t>(count));
         if (file.Tell() != next && (next < 0 || !file.Seek(next))) return;
@@ -189,7 +189,7 @@ void RevisitDirectory(platform::File& file, int64_t directory, int bigEndian, ui
 
 // The first entry with `tag` in the directory at the file position (at most
 // as many entries as the row limit are looked at); the position is kept.
-bool FindDirectoryEntry(platform::File& file, int bigEndian, uint16_t tag, exif::TiffEntry& found);
+bool FindDirectoryEntry(platform::File& file, int bigEndian, uint16_t tag, tiff::Entry& found);
 
 // Formats for the tags whose value is stored in its own type: text for ASCII
 // and UNDEFINED, numbers for the integer types and rationals (one decimal

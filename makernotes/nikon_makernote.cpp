@@ -89,7 +89,7 @@ void Version(const MakerEntry& e) {
 
 // Two SHORTs inline: a flag, then the speed the photographer set.
 void IsoSpeed(const MakerEntry& e) {
-    SetValuef(e.row(), "%u", exif::GetU16(e.entry().fieldBytes + 2, e.context.bigEndian));
+    SetValuef(e.row(), "%u", tiff::GetU16(e.entry().fieldBytes + 2, e.context.bigEndian));
 }
 
 // The lens: shortest and longest focal length, then the widest aperture at
@@ -100,7 +100,7 @@ void LensRange(const MakerEntry& e) {
         const uint64_t offset = uint64_t{e.entry().valueField} + 8u * i;
         uint32_t num = 0, den = 0;
         if (offset > UINT32_MAX ||
-            !exif::ReadRational(e.context.file, e.context.base, static_cast<uint32_t>(offset), e.context.bigEndian,
+            !tiff::ReadRational(e.context.file, e.context.base, static_cast<uint32_t>(offset), e.context.bigEndian,
                                 num, den) ||
             den == 0)
             return;
@@ -248,7 +248,7 @@ void LensName(const MakerEntry& e) {
 
 // Tag 0083's byte, from the directory at the file position (which is kept).
 uint8_t FindLensType(platform::File& file, int bigEndian) {
-    exif::TiffEntry entry;
+    tiff::Entry entry;
     return FindDirectoryEntry(file, bigEndian, 0x83, entry) ? entry.fieldBytes[0] : 0;
 }
 
