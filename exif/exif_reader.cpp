@@ -219,7 +219,7 @@ void SetRowValue(TagRecord& row, std::string_view value) {
 
 void AppendSeparatorRow(TagRecordTable& table, uint32_t* rowCount) {
     if (*rowCount >= kTagTableRows) return;
-    TagRecord& row = table.rows[*rowCount];
+    TagRecord& row = TakeRow(table, *rowCount);
     std::free(row.longValue);
     std::memset(&row, 0, sizeof row);
     ++*rowCount;
@@ -227,7 +227,7 @@ void AppendSeparatorRow(TagRecordTable& table, uint32_t* rowCount) {
 
 void AppendHeadingRow(TagRecordTable& table, uint32_t* rowCount, const char* heading) {
     if (*rowCount >= kTagTableRows) return;
-    TagRecord& row = table.rows[*rowCount];
+    TagRecord& row = TakeRow(table, *rowCount);
     AppendSeparatorRow(table, rowCount);
     SetRowName(row, heading);
 }
@@ -332,7 +332,7 @@ void ProcessIfdEntries(platform::File& file, uint32_t base, TagRecordTable& tabl
         if (!tiff::ReadEntry(file, bigEndian, entry)) return;
         // The row is written before the tag is known: an unknown tag leaves
         // the count where it was, and the next entry takes the same row.
-        TagRecord& row = table.rows[*rowCount];
+        TagRecord& row = TakeRow(table, *rowCount);
         BeginRow(row, entry.tag, entry);
         const TagInfo* info = FindStandardTag(entry.tag);
         if (!info) continue;

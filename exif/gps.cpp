@@ -145,7 +145,7 @@ void ProcessGpsEntries(platform::File& file, uint32_t base, TagRecordTable& tabl
         if (*rowCount >= kTagTableRows) return;
         tiff::Entry entry;
         if (!tiff::ReadEntry(file, bigEndian, entry)) return;
-        TagRecord& row = table.rows[*rowCount];
+        TagRecord& row = TakeRow(table, *rowCount);
         BeginRow(row, kGpsTagBase + entry.tag, entry);
         const TagInfo* info = FindGpsTag(entry.tag);
         if (!info) continue;

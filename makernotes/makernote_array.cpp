@@ -21,7 +21,7 @@ void DecodeArray(platform::File& file, uint32_t offsetBase, int bigEndian, const
     if (entry.type != layout.type || (layout.elementSize != 2 && layout.elementSize != 4)) return;
     uint8_t bytes[kArrayElementsLimit * 4] = {};
     // The reader wants a row for its context; it writes none.
-    const exif::EntryContext context{file, offsetBase, bigEndian, entry, table.rows[*rowCount]};
+    const exif::EntryContext context{file, offsetBase, bigEndian, entry, exif::TakeRow(table, *rowCount)};
     const size_t got = exif::ReadRawBlock(context, bytes, kArrayElementsLimit * layout.elementSize);
     const int order = layout.order == ElementOrder::kBigEndian ? 1 : bigEndian;
     int64_t values[kArrayElementsLimit] = {};
@@ -32,7 +32,7 @@ void DecodeArray(platform::File& file, uint32_t offsetBase, int bigEndian, const
         const ArrayRow& r = array.rows[i];
         if (!elements.Has(r.needs)) continue;
         if (*rowCount >= kMakerNoteRowLimit) return;
-        exif::TagRecord& row = table.rows[*rowCount];
+        exif::TagRecord& row = exif::TakeRow(table, *rowCount);
         exif::BeginRow(row, entry.tag, entry);
         exif::SetRowName(row, r.name);
         r.format(elements, row);

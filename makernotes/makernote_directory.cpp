@@ -161,7 +161,7 @@ void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif::TagRe
         tiff::ReadEntry(file, order.entries, entry);
         // The row takes the entry before the tag is known: an unknown tag
         // leaves the count where it was, and the next entry reuses the row.
-        exif::TagRecord& row = table.rows[*rowCount];
+        exif::TagRecord& row = exif::TakeRow(table, *rowCount);
         exif::BeginRow(row, entry.tag, entry);
         const MakerTag* tag = maker.Find(entry.tag);
         if (!tag) continue;

@@ -43,11 +43,12 @@ bool Input::Seek(int64_t offset, platform::SeekFrom from) {
     return true;
 }
 
-bool Input::Fill(uint64_t position) {
+bool Input::Fill(uint64_t position, size_t size) {
     windowStart_ = position;
     windowLength_ = 0;
+    windowFull_ = size == kWindowSize;
     if (position > static_cast<uint64_t>(INT64_MAX) || !file_->Seek(static_cast<int64_t>(position))) return false;
-    windowLength_ = file_->Read(window_.get(), kWindowSize);
+    windowLength_ = file_->Read(window_.get(), size);
     return windowLength_ > 0;
 }
 
@@ -66,14 +67,17 @@ size_t Input::ReadAt(uint64_t position, void* buffer, size_t n) {
                 total += file_->Read(out + total, n - total);
                 break;
             }
-            if (!Fill(at)) break;
+            // Reading on from where the window ends, or the first read:
+            // the whole window; a jump elsewhere: a probe.
+            const bool onward = at == windowStart_ + windowLength_;
+            if (!Fill(at, onward ? kWindowSize : kProbeSize)) break;
         }
         const size_t offset = static_cast<size_t>(at - windowStart_);
         const size_t take = std::min(n - total, windowLength_ - offset);
         std::memcpy(out + total, data_ + offset, take);
         total += take;
         // A window shorter than asked for ended at the end of the file.
-        if (file_ && windowLength_ < kWindowSize && total < n) break;
+        if (file_ && windowLength_ < (windowFull_ ? kWindowSize : kProbeSize) && total < n) break;
     }
     return total;
 }

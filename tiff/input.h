@@ -33,6 +33,9 @@ public:
     // Large enough for a JPEG segment walk and a maker note's directory,
     // small enough to stay well inside one call's heap budget.
     static constexpr size_t kWindowSize = 16 * 1024;
+    // What a refill reads when it does not continue the window before it:
+    // a walk that skips from segment header to segment header reads little.
+    static constexpr size_t kProbeSize = 512;
 
     bool Seek(int64_t offset, platform::SeekFrom from = platform::SeekFrom::kBegin) override;
     int64_t Tell() override { return position_; }
@@ -46,13 +49,14 @@ public:
 
 private:
     Input() = default;
-    bool Fill(uint64_t position);
+    bool Fill(uint64_t position, size_t size);
 
     std::unique_ptr<platform::File> file_;  // null for memory
     std::unique_ptr<uint8_t[]> window_;
     const uint8_t* data_ = nullptr;         // the window's bytes, or the memory
     uint64_t windowStart_ = 0;
     size_t windowLength_ = 0;
+    bool windowFull_ = true;                // the window was read at kWindowSize
     int64_t size_ = -1;                     // known once asked for (memory: always)
     int64_t position_ = 0;
 };
