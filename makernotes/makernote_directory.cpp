@@ -147,7 +147,8 @@ void FormatRational(const MakerEntry& e) {
 }
 
 void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                          uint32_t* rowCount, DirectoryOrder order, const MakerTable& maker) {
+                          uint32_t* rowCount, DirectoryOrder order, const MakerTable& maker,
+                          const NoteContext& note) {
     uint8_t countBytes[2] = {};
     file.Read(countBytes, sizeof countBytes);
     const uint32_t entryCount = tiff::GetU16(countBytes, order.entries);
@@ -166,7 +167,7 @@ void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif::TagRe
         const MakerTag* tag = maker.Find(entry.tag);
         if (!tag) continue;
         exif::SetRowName(row, tag->name);
-        const MakerEntry value{exif::EntryContext{file, offsetBase, order.values, entry, row}, maker.rule};
+        const MakerEntry value{exif::EntryContext{file, offsetBase, order.values, entry, row}, maker.rule, note};
         if (tag->format.enumeration) FormatEnumeration(value, *tag->format.enumeration);
         else tag->format.formatter(value);
         ++*rowCount;

@@ -72,12 +72,21 @@ constexpr Enumeration Number(Sign sign, const char* format) { return {nullptr, 0
 // The text an enumeration lists for a value; null when it lists none.
 const char* EnumerationText(const Enumeration& e, int64_t value);
 
+// What a decoder learns about its note before the entry loop, for the value
+// formats that depend on it. It lives for one note's decoding.
+struct NoteContext {
+    bool qualityFromZero = false;  // Olympus: the Quality values count from 0
+    uint8_t lensType = 0;          // Nikon: tag 0083's flags, the last byte of a lens key
+};
+
 // What a tag's format is given: the entry (fields in host order, the value
-// field also in file order), the row that receives the value text, and the
-// reading context for out-of-line values (file, offset base, byte order).
+// field also in file order), the row that receives the value text, the
+// reading context for out-of-line values (file, offset base, byte order) and
+// the note's context.
 struct MakerEntry {
     exif::EntryContext context;
     ValueRule rule;
+    const NoteContext& note;
 
     const tiff::Entry& entry() const { return context.entry; }
     exif::TagRecord& row() const { return context.row; }
@@ -153,10 +162,12 @@ struct DirectoryOrder {
 // Out-of-line values are read at offsetBase + offset; the file position is
 // kept across them.
 void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                          uint32_t* rowCount, DirectoryOrder order, const MakerTable& maker);
+                          uint32_t* rowCount, DirectoryOrder order, const MakerTable& maker,
+                          const NoteContext& note = {});
 inline void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                                 uint32_t* rowCount, int bigEndian, const MakerTable& maker) {
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, DirectoryOrder{bigEndian, bigEndian}, maker);
+                                 uint32_t* rowCount, int bigEndian, const MakerTable& maker,
+                                 const NoteContext& note = {}) {
+    DecodeMakerDirectory(file, offsetBase, table, rowCount, DirectoryOrder{bigEndian, bigEndian}, maker, note);
 }
 
 // ------------------------------------------------------------ second passes

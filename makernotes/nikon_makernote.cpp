@@ -220,8 +220,8 @@ constexpr MakerTag kNikonTags[] = {
 constexpr MakerTable kNikon = Table(kNikonTags, ValueRule::kLeadingShort, /*stopAtRowLimit=*/true);
 
 // The lens-type flags live in tag 0083, which the directory may list before
-// or after the lens data; the decoder finds it before the entry loop.
-thread_local uint8_t g_lensType = 0;
+// or after the lens data; the decoder finds it before the entry loop and
+// hands it to LensName in the note's context.
 
 void LensName(const MakerEntry& e) {
     uint8_t data[kLensDataReadBytes] = {};
@@ -238,7 +238,7 @@ void LensName(const MakerEntry& e) {
     }
     uint8_t key[8];
     std::memcpy(key, data + form->keyStart, kLensDataKeyBytes);
-    key[7] = g_lensType;
+    key[7] = e.note.lensType;
     char name[128] = "";
     if (!LookupNikonLens(key, name, sizeof name))
         return SetValuef(e.row(), "unknown (%02X %02X %02X %02X %02X %02X %02X %02X)", key[0], key[1], key[2],
@@ -265,8 +265,9 @@ void DecodeNikonType1MakerNote(platform::File& file, uint32_t offsetBase, exif::
 
 void DecodeNikonMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
                           uint32_t* rowCount, int bigEndian) {
-    g_lensType = FindLensType(file, bigEndian);
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kNikon);
+    NoteContext note;
+    note.lensType = FindLensType(file, bigEndian);
+    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kNikon, note);
 }
 
 }  // namespace makernotes

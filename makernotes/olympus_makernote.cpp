@@ -47,10 +47,8 @@ constexpr ValueText kQualityFromOneTexts[] = {
 constexpr Enumeration kQualityFromZero = Enum(kQualityFromZeroTexts, Sign::kUnsigned, "%d");
 constexpr Enumeration kQualityFromOne = Enum(kQualityFromOneTexts, Sign::kUnsigned, "%d");
 
-thread_local bool g_qualityFromZero = false;
-
 void Quality(const MakerEntry& e) {
-    const Enumeration& en = g_qualityFromZero ? kQualityFromZero : kQualityFromOne;
+    const Enumeration& en = e.note.qualityFromZero ? kQualityFromZero : kQualityFromOne;
     const int32_t v = e.Unsigned16();
     for (size_t i = 0; i < en.size; ++i)
         if (en.texts[i].value == v) return exif::SetRowValue(e.row(), en.texts[i].text);
@@ -338,8 +336,9 @@ void DecodeOlympusMakerNote(platform::File& file, uint32_t offsetBase, exif::Tag
     }
     const int64_t directory = file.Tell();
     const uint32_t rowsBefore = *rowCount;
-    g_qualityFromZero = QualityCountsFromZero(file, offsetBase, bigEndian);
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kOlympus);
+    NoteContext note;
+    note.qualityFromZero = QualityCountsFromZero(file, offsetBase, bigEndian);
+    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kOlympus, note);
     if (directory >= 0) DecodeSubDirectories(file, directory, offsetBase, table, rowsBefore, rowCount, bigEndian);
 }
 
