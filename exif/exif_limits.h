@@ -15,8 +15,6 @@ constexpr size_t kValueTextLimit = 255;
 constexpr size_t kLongValueTextLimit = 3071;
 // Stored counts from which ImageDescription and UserComment get a long value.
 constexpr uint32_t kLongValueMinCount = 257;
-// A multi-rational text stops growing at this many bytes.
-constexpr size_t kMultiRationalTextLimit = 128;
 // Numbers listed for one entry (strip offsets, bits per sample, CFA bytes):
 // more would not fit the 255-byte value text anyway.
 constexpr uint32_t kListedNumbersLimit = 64;

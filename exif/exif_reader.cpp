@@ -10,9 +10,15 @@
 #include "gps.h"
 #include "makernotes/makernote_dispatch.h"
 #include "tag_table.h"
+#include "tiff/input.h"
 
 namespace exif {
 namespace {
+
+using tiff::At;
+using tiff::GetU16;
+using tiff::GetU32;
+using tiff::PositionGuard;
 
 constexpr uint8_t kApp1Marker = 225;
 constexpr uint16_t kTagEmbeddedJpeg = 46;
@@ -20,8 +26,8 @@ constexpr uint16_t kTagImageDescription = 270;
 constexpr uint16_t kTagMake = 271;
 constexpr uint16_t kTagModel = 272;
 constexpr uint16_t kTagUserComment = 37510;
-constexpr size_t kEntrySize = 12;
-constexpr size_t kValueFieldSize = 4;
+using tiff::kEntrySize;
+using tiff::kValueFieldSize;
 constexpr size_t kCharacterCodeSize = 8;  // UserComment's "ASCII\0\0\0", "UNICODE\0", ...
 // The value buffer is cleaned within its first 256 bytes, the long value within all of it.
 constexpr size_t kValueCleanLimit = 256;
@@ -37,23 +43,6 @@ constexpr struct {
     {40965, &IfdPointers::interoperability},
     {33723, &IfdPointers::iptc},
 };
-
-// Puts the file back where an entry loop left it, whatever a value read did.
-class PositionGuard {
-public:
-    explicit PositionGuard(platform::File& file) : file_(file), position_(file.Tell()) {}
-    ~PositionGuard() {
-        if (position_ >= 0) file_.Seek(position_);
-    }
-    PositionGuard(const PositionGuard&) = delete;
-    PositionGuard& operator=(const PositionGuard&) = delete;
-
-private:
-    platform::File& file_;
-    int64_t position_;
-};
-
-int64_t At(uint32_t base, uint32_t offset) { return static_cast<int64_t>(base) + offset; }
 
 bool IsTiffByteOrder(const uint8_t* two) {
     return (two[0] == 'I' && two[1] == 'I') || (two[0] == 'M' && two[1] == 'M');
@@ -131,54 +120,24 @@ std::string Utf16ToUtf8Until(const uint8_t* bytes, size_t size, int bigEndian, s
     return CutUtf8(platform::Utf16ToUtf8(wide), maxBytes);
 }
 
-// Rational values are shown as single-precision quotients. The x87 unit
-// that 32-bit Windows code uses keeps excess precision in its registers; a
-// trip through memory rounds to single precision as SSE does natively.
-float Single(float value) {
-    volatile float stored = value;
-    return stored;
-}
-
-float Quotient(uint32_t numerator, uint32_t denominator, bool isSigned) {
-    if (isSigned)
-        return Single(Single(static_cast<float>(static_cast<int32_t>(numerator))) /
-                      Single(static_cast<float>(static_cast<int32_t>(denominator))));
-    return Single(Single(static_cast<float>(numerator)) / Single(static_cast<float>(denominator)));
-}
-
-bool ReadRationalAt(platform::File& file, int64_t position, int bigEndian, uint32_t& numerator,
-                    uint32_t& denominator) {
-    PositionGuard guard(file);
-    uint8_t raw[8];
-    if (!file.Seek(position) || !file.ReadExact(raw, sizeof raw)) return false;
-    numerator = GetU32(raw, bigEndian);
-    denominator = GetU32(raw + 4, bigEndian);
-    return true;
-}
-
 // ------------------------------------------------------------ the walk
 
 // Where IFD0 sits, found by the JPEG scan, the TIFF signature or a container.
-bool LocateTiffHeader(std::u16string_view path, uint32_t startOffset, uint32_t& base,
-                      ContainerPointers& container) {
+bool LocateTiffHeader(platform::File& file, uint32_t startOffset, uint32_t& base, ContainerPointers& container) {
     uint32_t length = 0, markerOffset = 0;
     uint8_t firstTwo[2] = {0, 0};
-    if (auto segment = FindJpegSegment(path, length, markerOffset, kApp1Marker, firstTwo, startOffset)) {
-        for (uint32_t i = 0; i + 5 <= length; ++i) {
-            if (std::memcmp(segment.get() + i, "Exif", 4) == 0) {
-                // The copy starts at the length field, 2 bytes after the marker;
-                // "Exif\0\0" is 6 bytes long.
-                base = markerOffset + 8 + i;
-                return true;
-            }
-        }
-        return false;
+    if (FindJpegSegmentAt(file, length, markerOffset, kApp1Marker, firstTwo, startOffset)) {
+        // The segment found begins "Exif\0\0" behind the marker and the
+        // length field; a segment too short to hold "Exif" and a byte is none.
+        if (length < 7) return false;
+        base = markerOffset + 10;
+        return true;
     }
     if (IsTiffByteOrder(firstTwo)) {
         base = 0;
         return true;
     }
-    base = LocateTiffHeaderInContainer(path, container);
+    base = LocateTiffHeaderInFile(file, container);
     return base != 0;
 }
 
@@ -226,26 +185,6 @@ uint32_t EmbeddedJpegOffset(const TagRecordTable& table, uint32_t rowCount) {
 
 // ------------------------------------------------------------ words and rows
 
-uint16_t GetU16(const uint8_t* b, int bigEndian) {
-    return bigEndian ? static_cast<uint16_t>(b[0] << 8 | b[1]) : static_cast<uint16_t>(b[1] << 8 | b[0]);
-}
-
-uint32_t GetU32(const uint8_t* b, int bigEndian) {
-    const uint32_t hi = GetU16(bigEndian ? b : b + 2, bigEndian);
-    const uint32_t lo = GetU16(bigEndian ? b + 2 : b, bigEndian);
-    return hi << 16 | lo;
-}
-
-uint32_t TiffTypeSize(uint16_t type) {
-    switch (type) {
-        case 1: case 2: case 6: case 7: return 1;   // BYTE, ASCII, SBYTE, UNDEFINED
-        case 3: case 8: return 2;                   // SHORT, SSHORT
-        case 4: case 9: case 11: case 13: return 4; // LONG, SLONG, FLOAT, IFD
-        case 5: case 10: case 12: return 8;         // RATIONAL, SRATIONAL, DOUBLE
-        default: return 0;
-    }
-}
-
 std::string CutUtf8(std::string text, size_t maxBytes) {
     if (text.size() <= maxBytes) return text;
     size_t n = maxBytes;
@@ -255,7 +194,7 @@ std::string CutUtf8(std::string text, size_t maxBytes) {
     return text;
 }
 
-void BeginRow(TagRecord& row, uint32_t tag, const TiffEntry& entry) {
+void BeginRow(TagRecord& row, uint32_t tag, const tiff::Entry& entry) {
     std::free(row.longValue);
     row.longValue = nullptr;
     row.tag = tag;
@@ -280,7 +219,7 @@ void SetRowValue(TagRecord& row, std::string_view value) {
 
 void AppendSeparatorRow(TagRecordTable& table, uint32_t* rowCount) {
     if (*rowCount >= kTagTableRows) return;
-    TagRecord& row = table.rows[*rowCount];
+    TagRecord& row = TakeRow(table, *rowCount);
     std::free(row.longValue);
     std::memset(&row, 0, sizeof row);
     ++*rowCount;
@@ -288,30 +227,15 @@ void AppendSeparatorRow(TagRecordTable& table, uint32_t* rowCount) {
 
 void AppendHeadingRow(TagRecordTable& table, uint32_t* rowCount, const char* heading) {
     if (*rowCount >= kTagTableRows) return;
-    TagRecord& row = table.rows[*rowCount];
+    TagRecord& row = TakeRow(table, *rowCount);
     AppendSeparatorRow(table, rowCount);
     SetRowName(row, heading);
 }
 
 // ------------------------------------------------------------ entries and values
 
-bool ReadTiffEntry(platform::File& file, int bigEndian, TiffEntry& entry) {
-    uint8_t raw[kEntrySize] = {};
-    if (!file.ReadExact(raw, sizeof raw)) return false;
-    entry.tag = GetU16(raw, bigEndian);
-    entry.type = GetU16(raw + 2, bigEndian);
-    entry.count = GetU32(raw + 4, bigEndian);
-    entry.valueField = GetU32(raw + 8, bigEndian);
-    std::memcpy(entry.fieldBytes, raw + 8, kValueFieldSize);
-    // A SHORT stands in the first two bytes of the field: the upper half of
-    // the word when the word was read big-endian.
-    entry.inlineShort = bigEndian && entry.type == 3 ? static_cast<uint16_t>(entry.valueField >> 16)
-                                                     : static_cast<uint16_t>(entry.valueField & 0xFFFF);
-    return true;
-}
-
 void ReadTextValue(const EntryContext& c, bool characterCodeHeader) {
-    const TiffEntry& e = c.entry;
+    const tiff::Entry& e = c.entry;
     TagRecord& row = c.row;
     if (e.count <= kValueFieldSize) {
         size_t n = 0;
@@ -394,67 +318,8 @@ void ReadUtf16LeTextValue(const EntryContext& c) {
     TrimTrailingSpaces(c.row.value);
 }
 
-bool ReadRational(platform::File& file, uint32_t base, uint32_t offset, int bigEndian, uint32_t& numerator,
-                  uint32_t& denominator) {
-    return ReadRationalAt(file, At(base, offset), bigEndian, numerator, denominator);
-}
-
-std::string FormatMultiRational(platform::File& file, uint32_t base, uint32_t offset, uint32_t maxCount,
-                                int bigEndian, RationalDecimals decimals) {
-    std::string out;
-    for (uint32_t i = 0; i < maxCount && out.size() < kMultiRationalTextLimit; ++i) {
-        uint32_t numerator = 0, denominator = 0;
-        if (!ReadRationalAt(file, At(base, offset) + 8 * static_cast<int64_t>(i), bigEndian, numerator,
-                            denominator))
-            break;
-        char text[64];
-        if (denominator == 1) {
-            std::snprintf(text, sizeof text, "%u", numerator);
-        } else if (denominator == 0) {
-            std::snprintf(text, sizeof text, "%.2f/%.2f", static_cast<double>(numerator), 0.0);
-        } else {
-            const float quotient = Quotient(numerator, denominator, false);
-            if (decimals == RationalDecimals::kTwo) {
-                std::snprintf(text, sizeof text, "%0.2f", static_cast<double>(quotient));
-            } else {
-                std::snprintf(text, sizeof text, "%0.6f", static_cast<double>(quotient));
-                size_t n = std::strlen(text);
-                while (n > 0 && text[n - 1] == '0') text[--n] = '\0';
-                if (n > 0 && text[n - 1] == '.') text[--n] = '\0';
-            }
-        }
-        if (i > 0) out += "  ";
-        out += text;
-    }
-    if (out.size() > kMultiRationalTextLimit) out.resize(kMultiRationalTextLimit);
-    return out;
-}
-
-std::string FormatSingleRational(platform::File& file, uint32_t base, uint32_t offset, int bigEndian,
-                                 bool isSigned) {
-    uint32_t numerator = 0, denominator = 0;
-    if (!ReadRational(file, base, offset, bigEndian, numerator, denominator)) return {};
-    char text[64];
-    if (denominator == 0 || denominator == 1) {
-        if (isSigned) std::snprintf(text, sizeof text, "%d", static_cast<int32_t>(numerator));
-        else std::snprintf(text, sizeof text, "%u", numerator);
-    } else {
-        const float quotient = Quotient(numerator, denominator, isSigned);
-        std::snprintf(text, sizeof text, "%0.2f", static_cast<double>(quotient));
-    }
-    return text;
-}
-
 size_t ReadRawBlock(const EntryContext& c, uint8_t* out, size_t maxBytes) {
-    const uint64_t total = static_cast<uint64_t>(c.entry.count) * TiffTypeSize(c.entry.type);
-    const size_t want = static_cast<size_t>(std::min<uint64_t>(total, maxBytes));
-    if (total <= kValueFieldSize) {
-        std::memcpy(out, c.entry.fieldBytes, want);
-        return want;
-    }
-    PositionGuard guard(c.file);
-    if (!c.file.Seek(At(c.base, c.entry.valueField))) return 0;
-    return c.file.Read(out, want);
+    return tiff::ReadValueBytes(c.file, c.base, c.entry, out, maxBytes);
 }
 
 // ------------------------------------------------------------ directories
@@ -463,11 +328,11 @@ void ProcessIfdEntries(platform::File& file, uint32_t base, TagRecordTable& tabl
                        uint32_t entryCount, IfdPointers& pointers, int bigEndian) {
     for (uint32_t i = 0; i < entryCount; ++i) {
         if (*rowCount >= kTagTableRows) return;
-        TiffEntry entry;
-        if (!ReadTiffEntry(file, bigEndian, entry)) return;
+        tiff::Entry entry;
+        if (!tiff::ReadEntry(file, bigEndian, entry)) return;
         // The row is written before the tag is known: an unknown tag leaves
         // the count where it was, and the next entry takes the same row.
-        TagRecord& row = table.rows[*rowCount];
+        TagRecord& row = TakeRow(table, *rowCount);
         BeginRow(row, entry.tag, entry);
         const TagInfo* info = FindStandardTag(entry.tag);
         if (!info) continue;
@@ -479,64 +344,83 @@ void ProcessIfdEntries(platform::File& file, uint32_t base, TagRecordTable& tabl
     }
 }
 
-std::unique_ptr<uint8_t[]> FindJpegSegment(std::u16string_view path, uint32_t& length, uint32_t& markerOffset,
-                                           uint8_t marker, uint8_t firstTwo[2], uint32_t startOffset) {
+bool FindJpegSegmentAt(platform::File& file, uint32_t& length, uint32_t& markerOffset, uint8_t marker,
+                       uint8_t firstTwo[2], uint32_t startOffset) {
     length = 0;
     markerOffset = 0;
-    auto file = platform::OpenFile(path, platform::FileMode::kRead);
-    if (!file) return nullptr;
-    if (startOffset != 0 && !file->Seek(startOffset)) return nullptr;
+    if (!file.Seek(startOffset)) return false;
     uint8_t two[2] = {0, 0};
-    const size_t gotTwo = file->Read(two, sizeof two);
+    const size_t gotTwo = file.Read(two, sizeof two);
     if (firstTwo) {
         firstTwo[0] = two[0];
         firstTwo[1] = two[1];
     }
-    if (gotTwo == 2 && IsTiffByteOrder(two)) return nullptr;
+    if (gotTwo == 2 && IsTiffByteOrder(two)) return false;
 
     // Every pass either fails or moves on by at least 2 bytes, so the scan
     // ends at the end of the file at the latest.
     for (;;) {
         uint8_t code[2], size[2];
-        if (!file->ReadExact(code, sizeof code)) return nullptr;
+        if (!file.ReadExact(code, sizeof code)) return false;
         if (code[0] == 0xFF && code[1] == 0xD8) continue;
-        if (!file->ReadExact(size, sizeof size)) return nullptr;
+        if (!file.ReadExact(size, sizeof size)) return false;
         const uint32_t segmentLength = static_cast<uint32_t>(size[0]) << 8 | size[1];
-        if (code[0] != 0xFF || segmentLength < 3) return nullptr;
+        if (code[0] != 0xFF || segmentLength < 3) return false;
         if (code[1] == marker) {
             if (marker != kApp1Marker) break;
             // Only an APP1 that begins "Exif" will do; an XMP APP1 is passed over.
-            const int64_t here = file->Tell();
+            const int64_t here = file.Tell();
             uint8_t peek[5] = {};
-            const size_t got = file->Read(peek, sizeof peek);
-            if (!file->Seek(here)) return nullptr;
+            const size_t got = file.Read(peek, sizeof peek);
+            if (!file.Seek(here)) return false;
             if (got >= 4 && std::memcmp(peek, "Exif", 4) == 0) break;
         }
-        if (!file->Seek(segmentLength - 2, platform::SeekFrom::kCurrent)) return nullptr;
+        if (!file.Seek(segmentLength - 2, platform::SeekFrom::kCurrent)) return false;
     }
 
-    const int64_t lengthField = file->Tell() - 2;
+    const int64_t lengthField = file.Tell() - 2;
     uint8_t size[2];
-    if (lengthField < 2 || !file->Seek(lengthField) || !file->ReadExact(size, sizeof size)) return nullptr;
+    if (lengthField < 2 || !file.Seek(lengthField) || !file.ReadExact(size, sizeof size)) return false;
     const uint32_t segmentLength = static_cast<uint32_t>(size[0]) << 8 | size[1];
-    if (segmentLength < 3) return nullptr;
-    // 256 zero bytes beyond the segment let callers look a little past its end.
-    std::unique_ptr<uint8_t[]> copy(new (std::nothrow) uint8_t[segmentLength + 256]());
-    if (!copy || !file->Seek(lengthField)) return nullptr;
-    file->Read(copy.get(), segmentLength);
+    if (segmentLength < 3 || !file.Seek(lengthField)) return false;
     length = segmentLength;
     markerOffset = static_cast<uint32_t>(lengthField - 2);
+    return true;
+}
+
+std::unique_ptr<uint8_t[]> FindJpegSegment(std::u16string_view path, uint32_t& length, uint32_t& markerOffset,
+                                           uint8_t marker, uint8_t firstTwo[2], uint32_t startOffset) {
+    length = 0;
+    markerOffset = 0;
+    if (firstTwo) firstTwo[0] = firstTwo[1] = 0;
+    auto file = tiff::Input::Open(path);
+    if (!file || !FindJpegSegmentAt(*file, length, markerOffset, marker, firstTwo, startOffset)) return nullptr;
+    // 256 zero bytes beyond the segment let callers look a little past its end.
+    std::unique_ptr<uint8_t[]> copy(new (std::nothrow) uint8_t[length + 256]());
+    if (!copy) {
+        length = markerOffset = 0;
+        return nullptr;
+    }
+    file->Read(copy.get(), length);
     return copy;
 }
 
 int ReadExifTags(std::u16string_view path, TagRecordTable& table, uint32_t* rowCount, int* bigEndian,
                  uint32_t startOffset) {
     if (!rowCount) return 0;
+    // The one open of the call: the locators, the walker, the maker decoders
+    // and the embedded JPEG all read through it.
+    auto input = tiff::Input::Open(path);
+    return input ? ReadExifTags(*input, table, rowCount, bigEndian, startOffset) : 0;
+}
+
+int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCount, int* bigEndian,
+                 uint32_t startOffset) {
+    if (!rowCount) return 0;
     ContainerPointers container;
     uint32_t base = 0;
-    if (!LocateTiffHeader(path, startOffset, base, container)) return 0;
-    auto file = platform::OpenFile(path, platform::FileMode::kRead);
-    if (!file) return 0;
+    if (!LocateTiffHeader(input, startOffset, base, container)) return 0;
+    platform::File* const file = &input;
 
     uint8_t header[8] = {};
     if (file->Seek(base)) file->Read(header, sizeof header);
@@ -575,9 +459,8 @@ int ReadExifTags(std::u16string_view path, TagRecordTable& table, uint32_t* rowC
         }
         if (startOffset == 0) {
             if (const uint32_t jpeg = EmbeddedJpegOffset(table, *rowCount)) {
-                file.reset();
                 int embeddedOrder = 0;
-                ReadExifTags(path, table, rowCount, &embeddedOrder, jpeg);
+                ReadExifTags(input, table, rowCount, &embeddedOrder, jpeg);
                 if (bigEndian) *bigEndian = order;
                 return 1;
             }

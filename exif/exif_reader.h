@@ -17,6 +17,8 @@
 
 #include "platform/platform.h"
 #include "tag_record.h"
+#include "tiff/entry.h"
+#include "tiff/values.h"
 
 namespace exif {
 
@@ -38,6 +40,9 @@ struct IfdPointers {
 // no EXIF data.
 int ReadExifTags(std::u16string_view path, TagRecordTable& table, uint32_t* rowCount, int* bigEndian,
                  uint32_t startOffset = 0);
+// The same on an input the caller has opened (any position on entry).
+int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCount, int* bigEndian,
+                 uint32_t startOffset = 0);
 
 // Decodes entryCount 12-byte entries from the current file position; every
 // standard tag becomes a row, other tags none. Stops at a short read, keeping
@@ -54,21 +59,12 @@ void ProcessIfdEntries(platform::File& file, uint32_t base, TagRecordTable& tabl
 std::unique_ptr<uint8_t[]> FindJpegSegment(std::u16string_view path, uint32_t& length,
                                            uint32_t& markerOffset, uint8_t marker, uint8_t firstTwo[2],
                                            uint32_t startOffset);
+// The same scan on an open file, without the copy: true when the segment is
+// found, with the file at its length field.
+bool FindJpegSegmentAt(platform::File& file, uint32_t& length, uint32_t& markerOffset, uint8_t marker,
+                       uint8_t firstTwo[2], uint32_t startOffset);
 
 // ------------------------------------------------------------ entries
-
-// One directory entry, fields in host order.
-struct TiffEntry {
-    uint16_t tag = 0;
-    uint16_t type = 0;
-    uint32_t count = 0;
-    uint32_t valueField = 0;   // swapped as one 32-bit word in a big-endian file
-    uint16_t inlineShort = 0;  // the first SHORT of the value field
-    uint8_t fieldBytes[4] = {};  // the value field in file order
-};
-
-// Reads 12 bytes at the current position; false on a short read.
-bool ReadTiffEntry(platform::File& file, int bigEndian, TiffEntry& entry);
 
 // What a tag's formatter is given: the open file, where offsets count from,
 // the entry and the row (name already written) that receives the value.
@@ -76,7 +72,7 @@ struct EntryContext {
     platform::File& file;
     uint32_t base;
     int bigEndian;
-    const TiffEntry& entry;
+    const tiff::Entry& entry;
     TagRecord& row;
 };
 
@@ -91,37 +87,16 @@ void ReadTextValue(const EntryContext& c, bool characterCodeHeader);
 // UTF-16 little-endian text (the Windows XP tags), whatever the file's order.
 void ReadUtf16LeTextValue(const EntryContext& c);
 
-// One RATIONAL or SRATIONAL at base + offset, each word in the file's order.
-bool ReadRational(platform::File& file, uint32_t base, uint32_t offset, int bigEndian, uint32_t& numerator,
-                  uint32_t& denominator);
-
-enum class RationalDecimals { kTrimmedSix, kTwo };
-// Up to maxCount rationals as "a  b  c": whole numbers bare, "%.2f/%.2f" for a
-// zero denominator, else the quotient with six decimals (trailing zeros
-// removed) or two. At most kMultiRationalTextLimit bytes.
-std::string FormatMultiRational(platform::File& file, uint32_t base, uint32_t offset, uint32_t maxCount,
-                                int bigEndian, RationalDecimals decimals);
-
-// One rational: the numerator for a denominator of 0 or 1, else the quotient
-// as "%0.2f"; empty when it cannot be read.
-std::string FormatSingleRational(platform::File& file, uint32_t base, uint32_t offset, int bigEndian,
-                                 bool isSigned);
-
 // Up to maxBytes of the entry's value bytes, in file order: from the value
 // field when count x element size fits in it, else from base + offset.
 // Returns the number of bytes stored.
 size_t ReadRawBlock(const EntryContext& c, uint8_t* out, size_t maxBytes);
-// Bytes of one element of a TIFF field type; 0 for a type this reader does not know.
-uint32_t TiffTypeSize(uint16_t type);
-// 16- and 32-bit words from file-order bytes.
-uint16_t GetU16(const uint8_t* bytes, int bigEndian);
-uint32_t GetU32(const uint8_t* bytes, int bigEndian);
 
 // ------------------------------------------------------------ rows
 
 // Starts the row for an entry: tag (the entry's, or the GPS row tag), type,
 // count and value field written, name and value cleared.
-void BeginRow(TagRecord& row, uint32_t tag, const TiffEntry& entry);
+void BeginRow(TagRecord& row, uint32_t tag, const tiff::Entry& entry);
 
 // Writes text into the row's name or value, cut to what the field holds.
 void SetRowName(TagRecord& row, std::string_view name);

@@ -66,9 +66,9 @@ void VersionId(const EntryContext& c) {
 void Text(const EntryContext& c) { ReadTextValue(c, /*characterCodeHeader=*/false); }
 
 void Coordinate(const EntryContext& c) {
-    const std::string dms = FormatMultiRational(c.file, c.base, c.entry.valueField,
+    const std::string dms = tiff::FormatMultiRational(c.file, c.base, c.entry.valueField,
                                                 std::min(c.entry.count, kGpsRationalsLimit), c.bigEndian,
-                                                RationalDecimals::kTrimmedSix);
+                                                tiff::RationalDecimals::kTrimmedSix);
     char degrees[64];
     std::snprintf(degrees, sizeof degrees, " (%f)", ParseDegMinSec(dms.c_str()));
     SetRowValue(c.row, dms + degrees);
@@ -90,14 +90,14 @@ void AltitudeRef(const EntryContext& c) {
 }
 
 void Altitude(const EntryContext& c) {
-    const std::string metres = FormatSingleRational(c.file, c.base, c.entry.valueField, c.bigEndian, false);
+    const std::string metres = tiff::FormatSingleRational(c.file, c.base, c.entry.valueField, c.bigEndian, false);
     if (!metres.empty()) SetRowValue(c.row, metres + " m");
 }
 
 void TimeStamp(const EntryContext& c) {
-    SetRowValue(c.row, FormatMultiRational(c.file, c.base, c.entry.valueField,
+    SetRowValue(c.row, tiff::FormatMultiRational(c.file, c.base, c.entry.valueField,
                                            std::min(c.entry.count, kGpsRationalsLimit), c.bigEndian,
-                                           RationalDecimals::kTrimmedSix));
+                                           tiff::RationalDecimals::kTrimmedSix));
 }
 
 void DirectionRef(const EntryContext& c) {
@@ -107,8 +107,8 @@ void DirectionRef(const EntryContext& c) {
 }
 
 void Direction(const EntryContext& c) {
-    SetRowValue(c.row, FormatMultiRational(c.file, c.base, c.entry.valueField, 1, c.bigEndian,
-                                           RationalDecimals::kTrimmedSix));
+    SetRowValue(c.row, tiff::FormatMultiRational(c.file, c.base, c.entry.valueField, 1, c.bigEndian,
+                                           tiff::RationalDecimals::kTrimmedSix));
 }
 
 // Sorted by GPS tag; each tag once. Rows carry kGpsTagBase + the tag.
@@ -143,9 +143,9 @@ void ProcessGpsEntries(platform::File& file, uint32_t base, TagRecordTable& tabl
                        uint32_t entryCount, int bigEndian) {
     for (uint32_t i = 0; i < entryCount; ++i) {
         if (*rowCount >= kTagTableRows) return;
-        TiffEntry entry;
-        if (!ReadTiffEntry(file, bigEndian, entry)) return;
-        TagRecord& row = table.rows[*rowCount];
+        tiff::Entry entry;
+        if (!tiff::ReadEntry(file, bigEndian, entry)) return;
+        TagRecord& row = TakeRow(table, *rowCount);
         BeginRow(row, kGpsTagBase + entry.tag, entry);
         const TagInfo* info = FindGpsTag(entry.tag);
         if (!info) continue;
@@ -171,7 +171,6 @@ double ParseDegMinSec(const char* text) {
 GpsPosition ComputeGpsPosition(const TagRecordTable& table, uint32_t rowCount) {
     GpsPosition position;
     double latitudeSign = 1, longitudeSign = 1;
-    bool haveLatitude = false;
     const uint32_t n = std::min(rowCount, kTagTableRows);
     for (uint32_t i = 0; i < n; ++i) {
         const TagRecord& row = table.rows[i];
@@ -181,7 +180,6 @@ GpsPosition ComputeGpsPosition(const TagRecordTable& table, uint32_t rowCount) {
                 break;
             case kRowLatitude:
                 position.latitude = ParseDegMinSec(row.value);
-                haveLatitude = true;
                 break;
             case kRowLongitudeRef:
                 // "O" (Ouest) is west too.
@@ -201,8 +199,9 @@ GpsPosition ComputeGpsPosition(const TagRecordTable& table, uint32_t rowCount) {
                 break;
         }
     }
-    // The marker value 100 stays as it is when there is no latitude.
-    if (haveLatitude) position.latitude *= latitudeSign;
+    // The sign applies even to the marker value 100 when there is no latitude:
+    // consumers test for the latitude row, not for the number.
+    position.latitude *= latitudeSign;
     position.longitude *= longitudeSign;
     return position;
 }

@@ -34,17 +34,27 @@ struct TagRecord {
     char* longValue;       // owned; kLongValueSize bytes, only for tags 270 and 37510
 };
 
-// 288 rows, zero-filled at allocation. The row count is kept beside it by
-// the caller and passed to the readers by reference.
+// 288 rows. The row count is kept beside it by the caller and passed to the
+// readers by reference. Rows from zeroedRows on have not been cleared yet:
+// the readers take each row through TakeRow, which clears it first.
 struct TagRecordTable {
     TagRecord rows[kTagTableRows];
+    uint32_t zeroedRows = kTagTableRows;
 };
 
 // Allocates a zero-filled table in one block; null when memory runs out.
 TagRecordTable* AllocateTagRecordTable();
+// The same without clearing the rows: each is cleared as a reader takes it,
+// so the rows below the row count read as in a zero-filled table. For a
+// caller that reads only rows below the count the readers give it.
+TagRecordTable* AllocateUnclearedTagRecordTable();
 
-// Frees the long values of the first kDirectoryRowLimit rows (and clears
-// them); then, when freeBlock is non-zero, the table itself.
+// The row at index for a reader to fill: cleared first (with every row
+// before it) when the table has not cleared it yet.
+TagRecord& TakeRow(TagRecordTable& table, uint32_t index);
+
+// Frees the long values of the first kDirectoryRowLimit rows that have been
+// cleared (and clears them); then, when freeBlock is non-zero, the table itself.
 void FreeTagRecordTable(TagRecordTable* table, int freeBlock);
 
 // The row's long value, made (zero-filled, kLongValueSize bytes) on first

@@ -191,7 +191,7 @@ bool IsRational(uint16_t type) { return type == 5 || type == 10; }
 
 // The first value of an enumerated tag: the first byte of a BYTE or
 // UNDEFINED field, the inline SHORT, or the whole word.
-uint32_t FirstValue(const TiffEntry& e) {
+uint32_t FirstValue(const tiff::Entry& e) {
     switch (e.type) {
         case 1: case 2: case 6: case 7: return e.fieldBytes[0];
         case 3: case 8: return e.inlineShort;
@@ -227,7 +227,7 @@ void SingleRationals(const EntryContext& c, uint32_t limit) {
     for (uint32_t i = 0; i < n && out.size() < kValueTextLimit; ++i) {
         const uint64_t offset = static_cast<uint64_t>(c.entry.valueField) + 8ull * i;
         if (offset > UINT32_MAX) break;
-        const std::string one = FormatSingleRational(c.file, c.base, static_cast<uint32_t>(offset), c.bigEndian,
+        const std::string one = tiff::FormatSingleRational(c.file, c.base, static_cast<uint32_t>(offset), c.bigEndian,
                                                      c.entry.type == 10);
         if (one.empty()) break;
         if (i > 0) out += ' ';
@@ -242,7 +242,7 @@ void Numbers(const EntryContext& c) {
     const uint16_t type = c.entry.type;
     if (type == 2) return Text(c);
     if (IsRational(type)) return SingleRationals(c, kListedNumbersLimit);
-    const uint32_t size = TiffTypeSize(type);
+    const uint32_t size = tiff::TypeSize(type);
     if (size == 0 || size == 8) return Offset(c);
     uint8_t bytes[kListedNumbersLimit * 4];
     const size_t got = ReadRawBlock(
@@ -253,10 +253,10 @@ void Numbers(const EntryContext& c) {
         const uint8_t* b = bytes + i;
         switch (type) {
             case 6: std::snprintf(text, sizeof text, "%d", static_cast<int8_t>(b[0])); break;
-            case 8: std::snprintf(text, sizeof text, "%d", static_cast<int16_t>(GetU16(b, c.bigEndian))); break;
-            case 9: std::snprintf(text, sizeof text, "%d", static_cast<int32_t>(GetU32(b, c.bigEndian))); break;
-            case 3: std::snprintf(text, sizeof text, "%u", GetU16(b, c.bigEndian)); break;
-            case 4: case 11: case 13: std::snprintf(text, sizeof text, "%u", GetU32(b, c.bigEndian)); break;
+            case 8: std::snprintf(text, sizeof text, "%d", static_cast<int16_t>(tiff::GetU16(b, c.bigEndian))); break;
+            case 9: std::snprintf(text, sizeof text, "%d", static_cast<int32_t>(tiff::GetU32(b, c.bigEndian))); break;
+            case 3: std::snprintf(text, sizeof text, "%u", tiff::GetU16(b, c.bigEndian)); break;
+            case 4: case 11: case 13: std::snprintf(text, sizeof text, "%u", tiff::GetU32(b, c.bigEndian)); break;
             default: std::snprintf(text, sizeof text, "%u", b[0]); break;
         }
         if (i > 0) out += ' ';
@@ -267,26 +267,26 @@ void Numbers(const EntryContext& c) {
 
 void Rational(const EntryContext& c) {
     if (!IsRational(c.entry.type)) return Numbers(c);
-    SetRowValue(c.row, FormatSingleRational(c.file, c.base, c.entry.valueField, c.bigEndian, c.entry.type == 10));
+    SetRowValue(c.row, tiff::FormatSingleRational(c.file, c.base, c.entry.valueField, c.bigEndian, c.entry.type == 10));
 }
 
 void Chromaticities(const EntryContext& c) {
     if (!IsRational(c.entry.type)) return Numbers(c);
-    SetRowValue(c.row, FormatMultiRational(c.file, c.base, c.entry.valueField,
+    SetRowValue(c.row, tiff::FormatMultiRational(c.file, c.base, c.entry.valueField,
                                            std::min(c.entry.count, kChromaticityRationalsLimit), c.bigEndian,
-                                           RationalDecimals::kTrimmedSix));
+                                           tiff::RationalDecimals::kTrimmedSix));
 }
 
 void LensInfo(const EntryContext& c) {
     if (!IsRational(c.entry.type)) return Numbers(c);
-    SetRowValue(c.row, FormatMultiRational(c.file, c.base, c.entry.valueField,
+    SetRowValue(c.row, tiff::FormatMultiRational(c.file, c.base, c.entry.valueField,
                                            std::min(c.entry.count, kLensInfoRationalsLimit), c.bigEndian,
-                                           RationalDecimals::kTwo));
+                                           tiff::RationalDecimals::kTwo));
 }
 
 void FNumber(const EntryContext& c) {
     uint32_t numerator = 0, denominator = 0;
-    if (!ReadRational(c.file, c.base, c.entry.valueField, c.bigEndian, numerator, denominator) || denominator == 0)
+    if (!tiff::ReadRational(c.file, c.base, c.entry.valueField, c.bigEndian, numerator, denominator) || denominator == 0)
         return;
     Printf(c.row, "F %.2f", static_cast<double>(numerator) / denominator);
 }
@@ -300,7 +300,7 @@ void WriteSeconds(TagRecord& row, double seconds) {
 
 void ExposureTime(const EntryContext& c) {
     uint32_t numerator = 0, denominator = 0;
-    if (!ReadRational(c.file, c.base, c.entry.valueField, c.bigEndian, numerator, denominator) || denominator == 0)
+    if (!tiff::ReadRational(c.file, c.base, c.entry.valueField, c.bigEndian, numerator, denominator) || denominator == 0)
         return;
     if (numerator == 0) return SetRowValue(c.row, "0");
     WriteSeconds(c.row, static_cast<double>(numerator) / denominator);
@@ -309,7 +309,7 @@ void ExposureTime(const EntryContext& c) {
 // The APEX time value Tv: the exposure lasts 2^-Tv seconds.
 void ShutterSpeed(const EntryContext& c) {
     uint32_t numerator = 0, denominator = 0;
-    if (!ReadRational(c.file, c.base, c.entry.valueField, c.bigEndian, numerator, denominator) || denominator == 0)
+    if (!tiff::ReadRational(c.file, c.base, c.entry.valueField, c.bigEndian, numerator, denominator) || denominator == 0)
         return;
     const double tv = c.entry.type == 10
                           ? static_cast<double>(static_cast<int32_t>(numerator)) / static_cast<int32_t>(denominator)

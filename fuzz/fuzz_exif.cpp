@@ -1,6 +1,6 @@
-// The EXIF reader and its exports on arbitrary bytes, written to a file as
-// the viewer would hand it over. Whatever the bytes, the table stays within
-// its rows and every text within its buffer.
+// The EXIF reader on arbitrary bytes in memory, then its exports on the same
+// bytes written to a file as the viewer would hand it over. Whatever the
+// bytes, the table stays within its rows and every text within its buffer.
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -11,15 +11,16 @@
 #include "fuzz_input.h"
 #include "platform/platform.h"
 #include "plugin/plugin_api.h"
+#include "tiff/input.h"
 
 using fuzzinput::InputPath;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    if (!fuzzinput::WriteInput(data, size)) return 0;
     exif::TagRecordTable* table = exif::AllocateTagRecordTable();
     uint32_t rows = 0;
     int bigEndian = 0;
-    exif::ReadExifTags(InputPath(), *table, &rows, &bigEndian, 0);
+    const auto input = tiff::Input::FromMemory(data, size);
+    exif::ReadExifTags(*input, *table, &rows, &bigEndian, 0);
     if (rows > exif::kTagTableRows) __builtin_trap();
     for (uint32_t i = 0; i < rows; ++i) {
         const exif::TagRecord& row = table->rows[i];
@@ -30,6 +31,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
             __builtin_trap();
     }
     exif::FreeTagRecordTable(table, 1);
+
+    // The exports, on the same bytes as the file the viewer hands over.
+    if (!fuzzinput::WriteInput(data, size)) return 0;
 
     char16_t text[512];
     vv::LoadData_EXIF_W(InputPath().c_str(), text, 512, 3);

@@ -15,41 +15,7 @@
 #include "exif/tag_record.h"
 #include "makernotes/makernote_dispatch.h"
 #include "platform/platform.h"
-
-namespace {
-
-// A read-only file over the input, with the stream rules of platform::File:
-// a seek past the end succeeds and the next read comes back short.
-class MemoryFile : public platform::File {
-public:
-    MemoryFile(const uint8_t* data, size_t size) : data_(data), size_(size) {}
-    bool Seek(int64_t offset, platform::SeekFrom from) override {
-        const int64_t origin = from == platform::SeekFrom::kBegin     ? 0
-                               : from == platform::SeekFrom::kCurrent ? position_
-                                                                      : static_cast<int64_t>(size_);
-        if (offset < -origin) return false;
-        position_ = origin + offset;
-        return true;
-    }
-    int64_t Tell() override { return position_; }
-    int64_t Size() override { return static_cast<int64_t>(size_); }
-    size_t Read(void* buffer, size_t n) override {
-        if (position_ >= static_cast<int64_t>(size_)) return 0;
-        const size_t got = std::min(n, size_ - static_cast<size_t>(position_));
-        std::memcpy(buffer, data_ + position_, got);
-        position_ += static_cast<int64_t>(got);
-        return got;
-    }
-    size_t Write(const void*, size_t) override { return 0; }
-    bool Flush() override { return true; }
-
-private:
-    const uint8_t* data_;
-    size_t size_;
-    int64_t position_ = 0;
-};
-
-}  // namespace
+#include "tiff/input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (size < 4) return 0;
@@ -66,7 +32,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     make.tag = 271;
     std::memcpy(make.value, data + 4, std::min<size_t>(makeLength, 255));
 
-    MemoryFile file(data + 4 + makeLength, size - 4 - makeLength);
+    const auto input = tiff::Input::FromMemory(data + 4 + makeLength, size - 4 - makeLength);
+    platform::File& file = *input;
     makernotes::DispatchMakerNote(file, 0, *table, &rowCount, bigEndian, noteOffset, cr3);
 
     // Rows stay inside the table, and every text stays terminated in its field.

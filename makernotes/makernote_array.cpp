@@ -8,20 +8,20 @@ namespace {
 
 int64_t ElementAt(const uint8_t* bytes, const ArrayLayout& layout, int order) {
     if (layout.elementSize == 2) {
-        const uint16_t v = exif::GetU16(bytes, order);
+        const uint16_t v = tiff::GetU16(bytes, order);
         return layout.sign == Sign::kSigned ? int64_t{static_cast<int16_t>(v)} : int64_t{v};
     }
-    const uint32_t v = exif::GetU32(bytes, order);
+    const uint32_t v = tiff::GetU32(bytes, order);
     return layout.sign == Sign::kSigned ? int64_t{static_cast<int32_t>(v)} : int64_t{v};
 }
 
-void DecodeArray(platform::File& file, uint32_t offsetBase, int bigEndian, const exif::TiffEntry& entry,
+void DecodeArray(platform::File& file, uint32_t offsetBase, int bigEndian, const tiff::Entry& entry,
                  const ArrayTag& array, exif::TagRecordTable& table, uint32_t* rowCount) {
     const ArrayLayout& layout = array.layout;
     if (entry.type != layout.type || (layout.elementSize != 2 && layout.elementSize != 4)) return;
     uint8_t bytes[kArrayElementsLimit * 4] = {};
     // The reader wants a row for its context; it writes none.
-    const exif::EntryContext context{file, offsetBase, bigEndian, entry, table.rows[*rowCount]};
+    const exif::EntryContext context{file, offsetBase, bigEndian, entry, exif::TakeRow(table, *rowCount)};
     const size_t got = exif::ReadRawBlock(context, bytes, kArrayElementsLimit * layout.elementSize);
     const int order = layout.order == ElementOrder::kBigEndian ? 1 : bigEndian;
     int64_t values[kArrayElementsLimit] = {};
@@ -32,7 +32,7 @@ void DecodeArray(platform::File& file, uint32_t offsetBase, int bigEndian, const
         const ArrayRow& r = array.rows[i];
         if (!elements.Has(r.needs)) continue;
         if (*rowCount >= kMakerNoteRowLimit) return;
-        exif::TagRecord& row = table.rows[*rowCount];
+        exif::TagRecord& row = exif::TakeRow(table, *rowCount);
         exif::BeginRow(row, entry.tag, entry);
         exif::SetRowName(row, r.name);
         r.format(elements, row);
@@ -50,7 +50,7 @@ const ArrayTag* ArrayTags::Find(uint16_t tag) const {
 
 void DecodeArrayTags(platform::File& file, int64_t directory, uint32_t offsetBase, exif::TagRecordTable& table,
                      uint32_t rowsBefore, uint32_t* rowCount, int bigEndian, const ArrayTags& arrays) {
-    RevisitDirectory(file, directory, bigEndian, rowsBefore, rowCount, [&](const exif::TiffEntry& entry, uint32_t) {
+    RevisitDirectory(file, directory, bigEndian, rowsBefore, rowCount, [&](const tiff::Entry& entry, uint32_t) {
         if (const ArrayTag* array = arrays.Find(entry.tag))
             DecodeArray(file, offsetBase, bigEndian, entry, *array, table, rowCount);
     });

@@ -12,38 +12,20 @@
 namespace makernotes {
 namespace {
 
-constexpr size_t kEntrySize = 12;
-constexpr size_t kValueFieldSize = 4;
-
-enum : uint16_t { kByte = 1, kAscii = 2, kShort = 3, kLong = 4, kRational = 5, kSByte = 6, kUndefined = 7,
-                  kSShort = 8, kSLong = 9, kSRational = 10 };
-
-// The entry buffer is cleared before each read: a short read near the end of
-// the file leaves zeroes, not the previous entry's bytes.
-exif::TiffEntry ReadEntry(platform::File& file, int bigEndian) {
-    uint8_t raw[kEntrySize] = {};
-    file.Read(raw, sizeof raw);
-    exif::TiffEntry entry;
-    entry.tag = exif::GetU16(raw, bigEndian);
-    entry.type = exif::GetU16(raw + 2, bigEndian);
-    entry.count = exif::GetU32(raw + 4, bigEndian);
-    entry.valueField = exif::GetU32(raw + 8, bigEndian);
-    std::memcpy(entry.fieldBytes, raw + 8, kValueFieldSize);
-    entry.inlineShort = exif::GetU16(raw + 8, bigEndian);
-    return entry;
-}
+using namespace tiff;  // field types
 
 void FormatEnumeration(const MakerEntry& e, const Enumeration& en) {
     const int32_t value = en.sign == Sign::kSigned ? e.Signed16() : static_cast<int32_t>(e.Unsigned16());
     for (size_t i = 0; i < en.size; ++i) {
         if (en.texts[i].value == value) return exif::SetRowValue(e.row(), en.texts[i].text);
     }
-    if (*en.otherwise) SetValuef(e.row(), en.otherwise, value);
+    if (*en.otherwise)
+        SetValuef(e.row(), en.otherwise, en.printed == Sign::kSigned ? e.Signed16() : static_cast<int32_t>(e.Unsigned16()));
 }
 
 void FormatNumbers(const MakerEntry& e) {
-    const exif::TiffEntry& entry = e.entry();
-    const uint32_t size = exif::TiffTypeSize(entry.type);
+    const tiff::Entry& entry = e.entry();
+    const uint32_t size = tiff::TypeSize(entry.type);
     if (size == 0 || size == 8) return SetValuef(e.row(), "%u", entry.valueField);
     uint8_t bytes[kGenericNumbersLimit * 4];
     const size_t want = std::min<uint64_t>(sizeof bytes, uint64_t{entry.count} * size);
@@ -55,12 +37,12 @@ void FormatNumbers(const MakerEntry& e) {
         char text[16];
         switch (entry.type) {
             case kSByte: std::snprintf(text, sizeof text, "%d", static_cast<int8_t>(b[0])); break;
-            case kShort: std::snprintf(text, sizeof text, "%u", exif::GetU16(b, order)); break;
-            case kSShort: std::snprintf(text, sizeof text, "%d", static_cast<int16_t>(exif::GetU16(b, order))); break;
-            case kSLong: std::snprintf(text, sizeof text, "%d", static_cast<int32_t>(exif::GetU32(b, order))); break;
-            case kLong: std::snprintf(text, sizeof text, "%u", exif::GetU32(b, order)); break;
+            case kShort: std::snprintf(text, sizeof text, "%u", tiff::GetU16(b, order)); break;
+            case kSShort: std::snprintf(text, sizeof text, "%d", static_cast<int16_t>(tiff::GetU16(b, order))); break;
+            case kSLong: std::snprintf(text, sizeof text, "%d", static_cast<int32_t>(tiff::GetU32(b, order))); break;
+            case kLong: std::snprintf(text, sizeof text, "%u", tiff::GetU32(b, order)); break;
             default:
-                if (size == 4) std::snprintf(text, sizeof text, "%u", exif::GetU32(b, order));
+                if (size == 4) std::snprintf(text, sizeof text, "%u", tiff::GetU32(b, order));
                 else std::snprintf(text, sizeof text, "%u", b[0]);
                 break;
         }
@@ -71,13 +53,13 @@ void FormatNumbers(const MakerEntry& e) {
 }
 
 void FormatRationals(const MakerEntry& e) {
-    const exif::TiffEntry& entry = e.entry();
+    const tiff::Entry& entry = e.entry();
     std::string out;
     const uint32_t n = std::min(entry.count, kGenericRationalsLimit);
     for (uint32_t i = 0; i < n; ++i) {
         const uint64_t offset = uint64_t{entry.valueField} + 8ull * i;
         if (offset > UINT32_MAX) break;
-        const std::string one = exif::FormatSingleRational(e.context.file, e.context.base,
+        const std::string one = tiff::FormatSingleRational(e.context.file, e.context.base,
                                                            static_cast<uint32_t>(offset), e.context.bigEndian,
                                                            entry.type == kSRational);
         if (one.empty()) break;
@@ -90,12 +72,12 @@ void FormatRationals(const MakerEntry& e) {
 }  // namespace
 
 uint16_t MakerEntry::Unsigned16() const {
-    const exif::TiffEntry& e = entry();
+    const tiff::Entry& e = entry();
     switch (rule) {
         case ValueRule::kLowHalfOfWord:
             return static_cast<uint16_t>(e.valueField & 0xFFFF);
         case ValueRule::kLeadingShort:
-            return exif::GetU16(e.fieldBytes, context.bigEndian);
+            return tiff::GetU16(e.fieldBytes, context.bigEndian);
     }
     return 0;
 }
@@ -111,19 +93,19 @@ const char* EnumerationText(const Enumeration& e, int64_t value) {
 int32_t RevisitDirectoryCount(platform::File& file, int64_t directory, int bigEndian, uint32_t rowsBefore) {
     uint8_t countBytes[2] = {};
     if (directory < 0 || !file.Seek(directory) || !file.ReadExact(countBytes, sizeof countBytes)) return -1;
-    const uint32_t entryCount = exif::GetU16(countBytes, bigEndian);
+    const uint32_t entryCount = tiff::GetU16(countBytes, bigEndian);
     if (rowsBefore >= kMakerNoteRowLimit || entryCount >= kMakerNoteRowLimit - rowsBefore) return -1;
     return static_cast<int32_t>(entryCount);
 }
 
-bool FindDirectoryEntry(platform::File& file, int bigEndian, uint16_t tag, exif::TiffEntry& found) {
+bool FindDirectoryEntry(platform::File& file, int bigEndian, uint16_t tag, tiff::Entry& found) {
     const int64_t start = file.Tell();
     uint8_t countBytes[2] = {};
     bool seen = false;
     if (start >= 0 && file.ReadExact(countBytes, sizeof countBytes)) {
-        const uint32_t count = exif::GetU16(countBytes, bigEndian);
+        const uint32_t count = tiff::GetU16(countBytes, bigEndian);
         for (uint32_t i = 0; i < count && i < kMakerNoteRowLimit && !seen; ++i) {
-            if (!exif::ReadTiffEntry(file, bigEndian, found)) break;
+            if (!tiff::ReadEntry(file, bigEndian, found)) break;
             seen = found.tag == tag;
         }
     }
@@ -160,29 +142,32 @@ void FormatGenericValue(const MakerEntry& e) {
 }
 
 void FormatRational(const MakerEntry& e) {
-    exif::SetRowValue(e.row(), exif::FormatSingleRational(e.context.file, e.context.base, e.entry().valueField,
+    exif::SetRowValue(e.row(), tiff::FormatSingleRational(e.context.file, e.context.base, e.entry().valueField,
                                                           e.context.bigEndian, /*isSigned=*/false));
 }
 
 void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                          uint32_t* rowCount, DirectoryOrder order, const MakerTable& maker) {
+                          uint32_t* rowCount, DirectoryOrder order, const MakerTable& maker,
+                          const NoteContext& note) {
     uint8_t countBytes[2] = {};
     file.Read(countBytes, sizeof countBytes);
-    const uint32_t entryCount = exif::GetU16(countBytes, order.entries);
+    const uint32_t entryCount = tiff::GetU16(countBytes, order.entries);
     // rows + entries >= limit, written so that no sum can wrap.
     if (*rowCount >= kMakerNoteRowLimit || entryCount >= kMakerNoteRowLimit - *rowCount) return;
 
     for (uint32_t i = 0; i < entryCount; ++i) {
         if (maker.stopAtRowLimit && *rowCount >= kMakerNoteRowLimit) return;
-        const exif::TiffEntry entry = ReadEntry(file, order.entries);
+        tiff::Entry entry;
+        // A short read leaves the missing bytes zero, and the loop goes on.
+        tiff::ReadEntry(file, order.entries, entry);
         // The row takes the entry before the tag is known: an unknown tag
         // leaves the count where it was, and the next entry reuses the row.
-        exif::TagRecord& row = table.rows[*rowCount];
+        exif::TagRecord& row = exif::TakeRow(table, *rowCount);
         exif::BeginRow(row, entry.tag, entry);
         const MakerTag* tag = maker.Find(entry.tag);
         if (!tag) continue;
         exif::SetRowName(row, tag->name);
-        const MakerEntry value{exif::EntryContext{file, offsetBase, order.values, entry, row}, maker.rule};
+        const MakerEntry value{exif::EntryContext{file, offsetBase, order.values, entry, row}, maker.rule, note};
         if (tag->format.enumeration) FormatEnumeration(value, *tag->format.enumeration);
         else tag->format.formatter(value);
         ++*rowCount;

@@ -47,32 +47,48 @@ struct ValueText {
 // An enumerated tag: the text of each listed value; any other value goes
 // through `otherwise` (a printf format given the number), and an empty
 // `otherwise` leaves the value text empty. `sign` says how the 16-bit number
-// is read, both for the comparison and for printing.
+// is read for the comparison, `printed` how `otherwise` is given it (the same
+// unless a maker says otherwise).
 struct Enumeration {
     const ValueText* texts;
     size_t size;
     Sign sign;
     const char* otherwise;
+    Sign printed;
 };
 
 template <size_t N>
 constexpr Enumeration Enum(const ValueText (&texts)[N], Sign sign, const char* otherwise) {
-    return {texts, N, sign, otherwise};
+    return {texts, N, sign, otherwise, sign};
+}
+// The same enumeration, printing an unlisted value as a signed number.
+constexpr Enumeration PrintedSigned(Enumeration e) {
+    e.printed = Sign::kSigned;
+    return e;
 }
 // A tag shown as its number only.
-constexpr Enumeration Number(Sign sign, const char* format) { return {nullptr, 0, sign, format}; }
+constexpr Enumeration Number(Sign sign, const char* format) { return {nullptr, 0, sign, format, sign}; }
 
 // The text an enumeration lists for a value; null when it lists none.
 const char* EnumerationText(const Enumeration& e, int64_t value);
 
+// What a decoder learns about its note before the entry loop, for the value
+// formats that depend on it. It lives for one note's decoding.
+struct NoteContext {
+    bool qualityFromZero = false;  // Olympus: the Quality values count from 0
+    uint8_t lensType = 0;          // Nikon: tag 0083's flags, the last byte of a lens key
+};
+
 // What a tag's format is given: the entry (fields in host order, the value
-// field also in file order), the row that receives the value text, and the
-// reading context for out-of-line values (file, offset base, byte order).
+// field also in file order), the row that receives the value text, the
+// reading context for out-of-line values (file, offset base, byte order) and
+// the note's context.
 struct MakerEntry {
     exif::EntryContext context;
     ValueRule rule;
+    const NoteContext& note;
 
-    const exif::TiffEntry& entry() const { return context.entry; }
+    const tiff::Entry& entry() const { return context.entry; }
     exif::TagRecord& row() const { return context.row; }
     // The 16-bit number by the decoder's rule, unsigned and signed.
     uint16_t Unsigned16() const;
@@ -146,10 +162,12 @@ struct DirectoryOrder {
 // Out-of-line values are read at offsetBase + offset; the file position is
 // kept across them.
 void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                          uint32_t* rowCount, DirectoryOrder order, const MakerTable& maker);
+                          uint32_t* rowCount, DirectoryOrder order, const MakerTable& maker,
+                          const NoteContext& note = {});
 inline void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                                 uint32_t* rowCount, int bigEndian, const MakerTable& maker) {
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, DirectoryOrder{bigEndian, bigEndian}, maker);
+                                 uint32_t* rowCount, int bigEndian, const MakerTable& maker,
+                                 const NoteContext& note = {}) {
+    DecodeMakerDirectory(file, offsetBase, table, rowCount, DirectoryOrder{bigEndian, bigEndian}, maker, note);
 }
 
 // ------------------------------------------------------------ second passes
@@ -172,8 +190,8 @@ void RevisitDirectory(platform::File& file, int64_t directory, int bigEndian, ui
                       const uint32_t* rowCount, Visit&& visit) {
     const int32_t count = RevisitDirectoryCount(file, directory, bigEndian, rowsBefore);
     for (int32_t i = 0; i < count && *rowCount < kMakerNoteRowLimit; ++i) {
-        exif::TiffEntry entry;
-        if (!exif::ReadTiffEntry(file, bigEndian, entry)) return;
+        tiff::Entry entry;
+        if (!tiff::ReadEntry(file, bigEndian, entry)) return;
         const int64_t next = file.Tell();
         visit(entry, static_cast<uint32_t>(count));
         if (file.Tell() != next && (next < 0 || !file.Seek(next))) return;
@@ -182,7 +200,7 @@ void RevisitDirectory(platform::File& file, int64_t directory, int bigEndian, ui
 
 // The first entry with `tag` in the directory at the file position (at most
 // as many entries as the row limit are looked at); the position is kept.
-bool FindDirectoryEntry(platform::File& file, int bigEndian, uint16_t tag, exif::TiffEntry& found);
+bool FindDirectoryEntry(platform::File& file, int bigEndian, uint16_t tag, tiff::Entry& found);
 
 // Formats for the tags whose value is stored in its own type: text for ASCII
 // and UNDEFINED, numbers for the integer types and rationals (one decimal

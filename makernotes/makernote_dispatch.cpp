@@ -121,7 +121,7 @@ void DispatchMakerNote(platform::File& file, uint32_t tiffBase, exif::TagRecordT
         if (!file.Seek(makerNoteOffset)) return;
         file.Read(header, sizeof header);
         order = header[0] == 'M' && header[1] == 'M';
-        noteStart = static_cast<int64_t>(makerNoteOffset) + exif::GetU32(header + 4, order);
+        noteStart = static_cast<int64_t>(makerNoteOffset) + tiff::GetU32(header + 4, order);
         canonBase = makerNoteOffset;
     }
     // Offsets inside a note are 32-bit: a note beyond that cannot be read.

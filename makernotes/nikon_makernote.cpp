@@ -89,7 +89,7 @@ void Version(const MakerEntry& e) {
 
 // Two SHORTs inline: a flag, then the speed the photographer set.
 void IsoSpeed(const MakerEntry& e) {
-    SetValuef(e.row(), "%u", exif::GetU16(e.entry().fieldBytes + 2, e.context.bigEndian));
+    SetValuef(e.row(), "%u", tiff::GetU16(e.entry().fieldBytes + 2, e.context.bigEndian));
 }
 
 // The lens: shortest and longest focal length, then the widest aperture at
@@ -100,7 +100,7 @@ void LensRange(const MakerEntry& e) {
         const uint64_t offset = uint64_t{e.entry().valueField} + 8u * i;
         uint32_t num = 0, den = 0;
         if (offset > UINT32_MAX ||
-            !exif::ReadRational(e.context.file, e.context.base, static_cast<uint32_t>(offset), e.context.bigEndian,
+            !tiff::ReadRational(e.context.file, e.context.base, static_cast<uint32_t>(offset), e.context.bigEndian,
                                 num, den) ||
             den == 0)
             return;
@@ -220,8 +220,8 @@ constexpr MakerTag kNikonTags[] = {
 constexpr MakerTable kNikon = Table(kNikonTags, ValueRule::kLeadingShort, /*stopAtRowLimit=*/true);
 
 // The lens-type flags live in tag 0083, which the directory may list before
-// or after the lens data; the decoder finds it before the entry loop.
-thread_local uint8_t g_lensType = 0;
+// or after the lens data; the decoder finds it before the entry loop and
+// hands it to LensName in the note's context.
 
 void LensName(const MakerEntry& e) {
     uint8_t data[kLensDataReadBytes] = {};
@@ -238,7 +238,7 @@ void LensName(const MakerEntry& e) {
     }
     uint8_t key[8];
     std::memcpy(key, data + form->keyStart, kLensDataKeyBytes);
-    key[7] = g_lensType;
+    key[7] = e.note.lensType;
     char name[128] = "";
     if (!LookupNikonLens(key, name, sizeof name))
         return SetValuef(e.row(), "unknown (%02X %02X %02X %02X %02X %02X %02X %02X)", key[0], key[1], key[2],
@@ -248,7 +248,7 @@ void LensName(const MakerEntry& e) {
 
 // Tag 0083's byte, from the directory at the file position (which is kept).
 uint8_t FindLensType(platform::File& file, int bigEndian) {
-    exif::TiffEntry entry;
+    tiff::Entry entry;
     return FindDirectoryEntry(file, bigEndian, 0x83, entry) ? entry.fieldBytes[0] : 0;
 }
 
@@ -265,8 +265,9 @@ void DecodeNikonType1MakerNote(platform::File& file, uint32_t offsetBase, exif::
 
 void DecodeNikonMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
                           uint32_t* rowCount, int bigEndian) {
-    g_lensType = FindLensType(file, bigEndian);
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kNikon);
+    NoteContext note;
+    note.lensType = FindLensType(file, bigEndian);
+    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kNikon, note);
 }
 
 }  // namespace makernotes

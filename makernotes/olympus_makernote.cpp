@@ -47,10 +47,8 @@ constexpr ValueText kQualityFromOneTexts[] = {
 constexpr Enumeration kQualityFromZero = Enum(kQualityFromZeroTexts, Sign::kUnsigned, "%d");
 constexpr Enumeration kQualityFromOne = Enum(kQualityFromOneTexts, Sign::kUnsigned, "%d");
 
-thread_local bool g_qualityFromZero = false;
-
 void Quality(const MakerEntry& e) {
-    const Enumeration& en = g_qualityFromZero ? kQualityFromZero : kQualityFromOne;
+    const Enumeration& en = e.note.qualityFromZero ? kQualityFromZero : kQualityFromOne;
     const int32_t v = e.Unsigned16();
     for (size_t i = 0; i < en.size; ++i)
         if (en.texts[i].value == v) return exif::SetRowValue(e.row(), en.texts[i].text);
@@ -61,11 +59,11 @@ void Quality(const MakerEntry& e) {
 // stores them in `size` bytes each (2: SHORT, 4: LONG); 0 otherwise.
 template <size_t N>
 size_t ReadNumbers(const MakerEntry& e, uint32_t (&out)[N], size_t size) {
-    if (exif::TiffTypeSize(e.entry().type) != size) return 0;
+    if (tiff::TypeSize(e.entry().type) != size) return 0;
     uint8_t bytes[N * 4] = {};
     const size_t got = exif::ReadRawBlock(e.context, bytes, N * size) / size;
     for (size_t i = 0; i < got; ++i)
-        out[i] = size == 2 ? exif::GetU16(bytes + 2 * i, e.context.bigEndian) : exif::GetU32(bytes + 4 * i, e.context.bigEndian);
+        out[i] = size == 2 ? tiff::GetU16(bytes + 2 * i, e.context.bigEndian) : tiff::GetU32(bytes + 4 * i, e.context.bigEndian);
     return got;
 }
 
@@ -101,7 +99,7 @@ void SpecialMode(const MakerEntry& e) {
 void DigitalZoom(const MakerEntry& e) {
     uint32_t num = 0, den = 0;
     if (e.entry().type != kRationalType ||
-        !exif::ReadRational(e.context.file, e.context.base, e.entry().valueField, e.context.bigEndian, num, den) ||
+        !tiff::ReadRational(e.context.file, e.context.base, e.entry().valueField, e.context.bigEndian, num, den) ||
         den == 0)
         return;
     SetValuef(e.row(), "%g", static_cast<double>(num) / den);
@@ -246,7 +244,7 @@ struct Span {
 // Where a sub-directory starts, or -1 when its entry cannot hold one: a
 // wrong type, an offset outside the file or into the main directory, or
 // entries that run past the file (or past an UNDEFINED block's own size).
-int64_t SubDirectoryStart(platform::File& file, uint32_t offsetBase, int bigEndian, const exif::TiffEntry& entry,
+int64_t SubDirectoryStart(platform::File& file, uint32_t offsetBase, int bigEndian, const tiff::Entry& entry,
                           const Span& main) {
     const bool block = entry.type == kUndefinedType;
     if (!(entry.type == kIfdType || entry.type == kLongType || (block && entry.count > 4))) return -1;
@@ -259,7 +257,7 @@ int64_t SubDirectoryStart(platform::File& file, uint32_t offsetBase, int bigEndi
     const bool read = file.Seek(start) && file.ReadExact(countBytes, sizeof countBytes);
     file.Seek(back);
     if (!read) return -1;
-    const int64_t bytes = kDirectoryCountSize + int64_t{kEntrySize} * exif::GetU16(countBytes, bigEndian);
+    const int64_t bytes = kDirectoryCountSize + int64_t{kEntrySize} * tiff::GetU16(countBytes, bigEndian);
     if (bytes > size - start || (block && bytes > entry.count)) return -1;
     return start;
 }
@@ -269,7 +267,7 @@ int64_t SubDirectoryStart(platform::File& file, uint32_t offsetBase, int bigEndi
 void DecodeSubDirectories(platform::File& file, int64_t directory, uint32_t offsetBase, exif::TagRecordTable& table,
                           uint32_t rowsBefore, uint32_t* rowCount, int bigEndian) {
     bool done[sizeof kSubDirectories / sizeof kSubDirectories[0]] = {};
-    RevisitDirectory(file, directory, bigEndian, rowsBefore, rowCount, [&](const exif::TiffEntry& entry,
+    RevisitDirectory(file, directory, bigEndian, rowsBefore, rowCount, [&](const tiff::Entry& entry,
                                                                             uint32_t entryCount) {
         const Span main{directory, directory + static_cast<int64_t>(kDirectoryCountSize + kEntrySize * entryCount)};
         for (size_t k = 0; k < sizeof kSubDirectories / sizeof kSubDirectories[0]; ++k) {
@@ -286,7 +284,7 @@ void DecodeSubDirectories(platform::File& file, int64_t directory, uint32_t offs
 // counts quality from 0; the position is kept.
 bool QualityCountsFromZero(platform::File& file, uint32_t offsetBase, int bigEndian) {
     char type[8] = {};
-    exif::TiffEntry entry;
+    tiff::Entry entry;
     if (FindDirectoryEntry(file, bigEndian, 0x0207, entry)) {
         const int64_t start = file.Tell();
         exif::TagRecord scratch = {};
@@ -338,8 +336,9 @@ void DecodeOlympusMakerNote(platform::File& file, uint32_t offsetBase, exif::Tag
     }
     const int64_t directory = file.Tell();
     const uint32_t rowsBefore = *rowCount;
-    g_qualityFromZero = QualityCountsFromZero(file, offsetBase, bigEndian);
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kOlympus);
+    NoteContext note;
+    note.qualityFromZero = QualityCountsFromZero(file, offsetBase, bigEndian);
+    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kOlympus, note);
     if (directory >= 0) DecodeSubDirectories(file, directory, offsetBase, table, rowsBefore, rowCount, bigEndian);
 }
 

@@ -116,7 +116,7 @@ constexpr Enumeration kWorldTime = Enum(kWorldTimeTexts, Sign::kUnsigned, "%u");
 constexpr Enumeration kCity = Enum(kCityTexts, Sign::kUnsigned, "%u");
 
 // The second SHORT of the value field, in the note's byte order.
-uint16_t SecondShort(const MakerEntry& e) { return exif::GetU16(e.entry().fieldBytes + 2, e.context.bigEndian); }
+uint16_t SecondShort(const MakerEntry& e) { return tiff::GetU16(e.entry().fieldBytes + 2, e.context.bigEndian); }
 
 // ------------------------------------------------------------ formatters
 
@@ -316,7 +316,7 @@ void DecodePentaxMakerNote(platform::File& file, uint32_t offsetBase, exif::TagR
                            uint32_t* rowCount, int bigEndian) {
     uint8_t words[4] = {};
     file.Read(words, sizeof words);
-    if (!IsByteOrderMark(exif::GetU16(words + 2, bigEndian))) file.Seek(-4, platform::SeekFrom::kCurrent);
+    if (!IsByteOrderMark(tiff::GetU16(words + 2, bigEndian))) file.Seek(-4, platform::SeekFrom::kCurrent);
     DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kPentax);
 }
 

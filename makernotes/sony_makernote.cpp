@@ -5,13 +5,16 @@
 namespace makernotes {
 namespace {
 
+// Sony's tables compare some values unsigned, but a value none of them lists
+// always prints as the signed number (a Lens Type of 0xFFFF reads "-1").
+
 // Every value from 0 to 8 has a name.
 constexpr ValueText kQualityTexts[] = {
     {0, "RAW"},        {1, "Super Fine"}, {2, "Fine"},           {3, "Standard"},
     {4, "Economy"},    {5, "Extra Fine"}, {6, "RAW + JPEG"},     {7, "Compressed RAW"},
     {8, "Compressed RAW + JPEG"},
 };
-constexpr Enumeration kQuality = Enum(kQualityTexts, Sign::kUnsigned, "%d");
+constexpr Enumeration kQuality = PrintedSigned(Enum(kQualityTexts, Sign::kUnsigned, "%d"));
 
 constexpr Enumeration kMoreInfos = Number(Sign::kSigned, "%d");
 
@@ -31,7 +34,7 @@ constexpr ValueText kDynamicRangeOptimizerTexts[] = {
     {12, "Advanced Lv5"}, {16, "Lv1"},          {17, "Lv2"},          {18, "Lv3"},
     {19, "Lv4"},          {20, "Lv5"},
 };
-constexpr Enumeration kDynamicRangeOptimizer = Enum(kDynamicRangeOptimizerTexts, Sign::kUnsigned, "%d");
+constexpr Enumeration kDynamicRangeOptimizer = PrintedSigned(Enum(kDynamicRangeOptimizerTexts, Sign::kUnsigned, "%d"));
 
 constexpr ValueText kImageStabilizationTexts[] = {
     {0, "Off"}, {1, "On"},
@@ -43,7 +46,7 @@ constexpr ValueText kLensTypeTexts[] = {
     {53, "Sony 70-400mm F4-5.6 G SSM"},
     {68, "Sony DT 55-300mm F4.5-5.6 SAM"},
 };
-constexpr Enumeration kLensType = Enum(kLensTypeTexts, Sign::kUnsigned, "%d");
+constexpr Enumeration kLensType = PrintedSigned(Enum(kLensTypeTexts, Sign::kUnsigned, "%d"));
 
 // The numbers from 100 repeat the small ones, except that "Light" and
 // "Sepia" have no counterpart there and 102 has no name.

@@ -37,7 +37,7 @@ constexpr uint32_t kTagUserComment = 37510;
 // The table and its reading, freed on every way out.
 class ExifTable {
 public:
-    ExifTable() : table_(exif::AllocateTagRecordTable()) {}
+    ExifTable() : table_(exif::AllocateUnclearedTagRecordTable()) {}
     ~ExifTable() { exif::FreeTagRecordTable(table_, 1); }
     ExifTable(const ExifTable&) = delete;
     ExifTable& operator=(const ExifTable&) = delete;

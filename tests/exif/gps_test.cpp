@@ -71,8 +71,8 @@ TEST(Gps, PositionIsSignedBySouthAndWest) {
     p = Position({{401, "N"}, {402, "48  51  29.76 (48.858267)"}, {403, "E"}, {404, "2  17  40.08"}});
     EXPECT_NEAR(p.latitude, 48.858267, 1e-6);
     EXPECT_NEAR(p.longitude, 2.2944667, 1e-6);
-    p = Position({{403, "W"}, {404, "1  30  0"}});
-    EXPECT_EQ(p.latitude, 100.0);  // no latitude
+    p = Position({{401, "S"}, {403, "W"}, {404, "1  30  0"}});
+    EXPECT_EQ(p.latitude, -100.0);  // no latitude: the marker, signed all the same
     EXPECT_EQ(p.longitude, -1.5);
     p = Position({});
     EXPECT_EQ(p.latitude, 100.0);

@@ -30,13 +30,14 @@ TEST(CasioNote, ZoomFactorAndSignedSensitivityOfALittleEndianNote) {
               (Texts{"Digital Zoom=Off", "Digital Zoom=0 x", "Digital Zoom=2 x", "CCD Sensitivity=-1"}));
 }
 
-TEST(SonyNote, ValuesReadTheStoredShortSignedOrUnsignedPerTag) {
+TEST(SonyNote, ValuesReadTheStoredShortAndUnlistedOnesPrintSigned) {
     const auto entries = [](MakerNoteBuilder& n) {
         n.Short(8201, 256).Short(8201, 257).Short(45094, 0xFFFF).Short(258, 0xFFFF).Short(45096, 1);
-        n.Ascii(45088, "Standard").Short(513, 0xFFFE).Short(45057, 312);
+        n.Ascii(45088, "Standard").Short(513, 0xFFFE).Short(45057, 312).Short(45095, 0xFFFF).Short(45093, 21);
     };
     const Texts expected{"High ISO NoiseReduction=Auto", "High ISO NoiseReduction=257", "Image Stabilization=-1",
-                         "Quality=65535", "Creative Style=Standard", "More infos=-2", "Sony Model ID=ILCE-6000"};
+                         "Quality=-1", "Creative Style=Standard", "More infos=-2", "Sony Model ID=ILCE-6000",
+                         "Lens Type=-1", "Dynamic Range Optimizer=21"};
     const std::string header("SONY DSC \0\0\0", 12);
     EXPECT_EQ(Decode(kLE, "SONY", header, entries), expected);
     EXPECT_EQ(Decode(kBE, "SONY", header, entries), expected);

@@ -14,6 +14,7 @@
 #include "fixture/makernote_fixture.h"
 #include "makernotes/makernote_dispatch.h"
 #include "platform/platform.h"
+#include "tiff/input.h"
 
 namespace notetest {
 
@@ -68,12 +69,9 @@ inline Decoded TableWithMake(const std::string& make, uint32_t filler = 0) {
 }
 
 template <typename Run>
-void WithNoteFile(ByteOrder order, const Bytes& note, Run run) {
-    fixture::TempDir dir;
-    auto file = platform::OpenFile(dir.Write("note.tif", fixture::MakerNoteTiff(order, note)),
-                                   platform::FileMode::kRead);
-    ASSERT_TRUE(file);
-    run(*file);
+void WithNoteFile(ByteOrder order, const Bytes& note, Run run) {  // the note in memory
+    const Bytes bytes = fixture::MakerNoteTiff(order, note);
+    run(*tiff::Input::FromMemory(bytes.data(), bytes.size()));
 }
 
 inline int IsBig(ByteOrder order) { return order == ByteOrder::kBig; }

@@ -1,0 +1,58 @@
+// The input every reader reads through: a file seen through a read-ahead
+// window must give the bytes the file holds, wherever the reads fall against
+// the window's edges, and end where the file ends.
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "fixture/fixture.h"
+#include "tiff/input.h"
+
+namespace {
+
+TEST(Input, FileThroughTheWindowReadsAsTheBytesInMemory) {
+    fixture::Bytes bytes(3 * tiff::Input::kWindowSize + 100);
+    for (size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<uint8_t>(i * 7 + i / 251);
+    fixture::TempDir dir;
+    auto file = tiff::Input::Open(dir.Write("big.bin", bytes));
+    auto memory = tiff::Input::FromMemory(bytes.data(), bytes.size());
+    ASSERT_TRUE(file && memory);
+
+    const int64_t w = tiff::Input::kWindowSize, end = static_cast<int64_t>(bytes.size());
+    // Across an edge, backwards into an earlier window, larger than a window,
+    // running over the end, and wholly past it.
+    const std::pair<int64_t, size_t> reads[] = {{w - 3, 8}, {5, 4},          {w + 1, size_t(w) + 9},
+                                                {2 * w - 1, 2}, {end - 6, 16}, {end + 40, 4}};
+    for (const auto& [at, n] : reads) {
+        std::vector<uint8_t> a(n), b(n);
+        ASSERT_TRUE(file->Seek(at));
+        ASSERT_TRUE(memory->Seek(at));
+        const size_t got = file->Read(a.data(), n);
+        EXPECT_EQ(got, memory->Read(b.data(), n)) << at;
+        EXPECT_EQ(a, b) << at;
+        EXPECT_EQ(file->Tell(), std::min(at + static_cast<int64_t>(n), std::max(at, end))) << at;
+    }
+    EXPECT_FALSE(file->Seek(-1));
+    EXPECT_EQ(file->Size(), end);
+}
+
+TEST(Cursor, FailureStaysSetAndChildrenKeepInsideTheirParent) {
+    const uint8_t bytes[] = {'M', 'M', 0, 42, 0, 0, 0, 8, 0xAB, 0xCD};
+    auto input = tiff::Input::FromMemory(bytes, sizeof bytes);
+    tiff::Cursor in(*input, tiff::ByteOrder::kBig);
+    EXPECT_EQ(in.U16(), 0x4D4D);
+    EXPECT_EQ(in.U16(), 42);
+    EXPECT_EQ(in.U32(), 8u);
+    tiff::Cursor child = in.Child(100);  // declared larger than what is left
+    EXPECT_EQ(child.end(), sizeof bytes);
+    child.SetOrder(tiff::ByteOrder::kLittle);
+    EXPECT_EQ(child.U16(), 0xCDAB);
+    EXPECT_EQ(child.U8(), 0);  // past the end: zero, and the flag is set
+    EXPECT_FALSE(child.ok());
+    EXPECT_TRUE(child.Seek(child.begin()));
+    EXPECT_FALSE(child.ok());  // ...and stays set
+    EXPECT_TRUE(in.ok());
+    EXPECT_FALSE(in.ChildAt(sizeof bytes + 1, 1).ok());
+}
+
+}  // namespace

@@ -1,0 +1,43 @@
+// TIFF field types and the 12-byte directory entry, shared by the directory
+// walker and every maker-note decoder.
+//
+//   +0 tag (16)  +2 type (16)  +4 count (32)  +8 value, or offset to it (32)
+//
+// Values longer than the 4-byte field sit at offset base + offset.
+#pragma once
+
+#include <cstdint>
+
+#include "input.h"
+#include "platform/platform.h"
+
+namespace tiff {
+
+enum FieldType : uint16_t {
+    kByte = 1, kAscii = 2, kShort = 3, kLong = 4, kRational = 5, kSByte = 6, kUndefined = 7,
+    kSShort = 8, kSLong = 9, kSRational = 10, kFloat = 11, kDouble = 12, kIfd = 13,
+};
+
+constexpr uint32_t kEntrySize = 12;
+constexpr uint32_t kValueFieldSize = 4;
+
+// Bytes of one element of a field type; 0 for a type this reader does not know.
+uint32_t TypeSize(uint16_t type);
+
+// One directory entry, fields in host order.
+struct Entry {
+    uint16_t tag = 0;
+    uint16_t type = 0;
+    uint32_t count = 0;
+    uint32_t valueField = 0;     // swapped as one 32-bit word in a big-endian file
+    uint16_t inlineShort = 0;    // a SHORT's value: its two bytes at the field's start;
+                                 // for other types the low half of the word
+    uint8_t fieldBytes[4] = {};  // the value field in file order
+};
+
+// Reads the 12 bytes at the current position. Returns false on a short read;
+// the entry then holds what was read with the missing bytes zero (the maker
+// decoders go on with it, the walker stops).
+bool ReadEntry(platform::File& file, int bigEndian, Entry& entry);
+
+}  // namespace tiff
