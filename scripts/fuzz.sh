@@ -32,7 +32,7 @@ for t in "${targets[@]}"; do
   # Whole files from real cameras help the readers that take a whole file.
   case $t in
     exif|containers|comment|iptc|xmp)
-      [ -d "$root/../shared/corpus" ] && find "$root/../shared/corpus" -type f -size -2M -exec cp -n {} "$corpus/" \; ;;
+      [ -d "$root/../shared/corpus" ] && find "$root/../shared/corpus" -type f -size -256k -exec cp -n {} "$corpus/" \; ;;
   esac
   log=$out/fuzz-artifacts/$t.log
   before=$(ls "$out/fuzz-artifacts" | grep -c "^$t-" || true)
