@@ -9,7 +9,7 @@
 #include "iptc/metadata_segment.h"
 #include "placeholders.h"
 #include "platform/platform.h"
-#include "plugin/file_rewrite.h"
+#include "jpeg/file_rewrite.h"
 
 namespace comment {
 namespace {

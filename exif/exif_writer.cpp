@@ -7,7 +7,7 @@
 
 #include "exif_reader.h"
 #include "platform/platform.h"
-#include "plugin/file_rewrite.h"
+#include "jpeg/file_rewrite.h"
 
 namespace exif {
 namespace {

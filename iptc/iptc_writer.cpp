@@ -5,7 +5,7 @@
 
 #include "iptc_limits.h"
 #include "platform/platform.h"
-#include "plugin/file_rewrite.h"
+#include "jpeg/file_rewrite.h"
 
 namespace iptc {
 namespace {

@@ -10,7 +10,7 @@
 #include "comment/comment_writer.h"
 #include "fixture/container_fixture.h"
 #include "platform/platform.h"
-#include "plugin/file_rewrite.h"
+#include "jpeg/file_rewrite.h"
 
 namespace {
 

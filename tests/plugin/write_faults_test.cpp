@@ -24,7 +24,7 @@
 #include "iptc/iptc_writer.h"
 #include "iptc/metadata_segment.h"
 #include "platform/platform.h"
-#include "plugin/file_rewrite.h"
+#include "jpeg/file_rewrite.h"
 
 #ifndef _WIN32
 #include <sys/mount.h>
