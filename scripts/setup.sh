@@ -18,7 +18,7 @@ packages=(
   wine wine32 wine64 xvfb xauth
   gcc-mingw-w64-x86-64-posix g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 mingw-w64-x86-64-dev
   libimage-exiftool-perl dpkg-dev ccache
-  libexif-dev libexiv2-dev pkg-config
+  libexif-dev libexiv2-dev exiv2 pkg-config
 )
 
 missing=()

@@ -83,9 +83,9 @@ std::map<std::string, std::string> Exiftool(const std::string& file, const std::
     return tags;
 }
 
-std::map<std::string, std::string> ExiftoolByTagId(const std::string& file) {
+std::map<std::string, std::string> ExiftoolByTagId(const std::string& file, const std::string& options) {
     std::map<std::string, std::string> tags;
-    std::istringstream lines(Run("exiftool -a -G1 -n -s -H " + Quote(file) + " 2>/dev/null"));
+    std::istringstream lines(Run("exiftool -a -G1 -s -H " + options + " " + Quote(file) + " 2>/dev/null"));
     std::string line;
     while (std::getline(lines, line)) {
         // [Group]   0x0101 Name   : value
@@ -129,25 +129,6 @@ std::vector<MakerRow> MakerRows(const std::string& file) {
         }
     }
     return rows;
-}
-
-bool HasMakerHeading(const std::string& file) {
-    for (const MakerRow& row : AllRows(file))
-        if (row.name == kMakerHeading) return true;
-    return false;
-}
-
-void ExpectMakerRows(const std::string& file, const std::vector<MakerExpect>& rows,
-                     const std::map<std::string, std::string>& exiftool, const std::string& keyPrefix) {
-    const std::vector<MakerRow> ours = MakerRows(file);
-    ASSERT_EQ(ours.size(), rows.size());
-    for (size_t i = 0; i < ours.size(); ++i) {
-        const MakerExpect& want = rows[i];
-        const auto it = exiftool.find(keyPrefix + want.exiftool);
-        EXPECT_EQ(it == exiftool.end() ? std::string() : it->second, want.number) << want.exiftool;
-        EXPECT_EQ(ours[i].name, want.row);
-        EXPECT_EQ(ours[i].value, want.ours) << want.row;
-    }
 }
 
 }  // namespace corpus

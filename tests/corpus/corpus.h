@@ -24,36 +24,17 @@ bool HaveExiftool();
 // "GPS:GPSLatitude"). `options` is passed through (default: numeric values).
 // With duplicates (-a) the first occurrence is kept.
 std::map<std::string, std::string> Exiftool(const std::string& file, const std::string& options = "-n");
-// exiftool's numeric values keyed "Group1:0xID Name" (e.g. "Minolta:0x0101
+// exiftool's values keyed "Group1:0xID Name" (e.g. "Minolta:0x0101
 // ColorMode"), for makers that use one name for two tags.
-std::map<std::string, std::string> ExiftoolByTagId(const std::string& file);
+std::map<std::string, std::string> ExiftoolByTagId(const std::string& file, const std::string& options = "-n");
 
 // Our rows under the "Maker Note (Vendor):" heading, up to the next separator
-// or heading; HasMakerHeading tells whether the heading is there at all.
+// or heading.
 struct MakerRow {
     uint32_t tag;
     std::string name, value;
 };
 std::vector<MakerRow> MakerRows(const std::string& file);
-bool HasMakerHeading(const std::string& file);
-
-// One maker row as a test states it: our name, exiftool's key (after
-// `keyPrefix`) and number for the same tag, and our value text.
-struct MakerExpect {
-    const char* row;
-    const char* exiftool;
-    const char* number;
-    const char* ours;
-};
-// A file and every maker row it shows, in order.
-struct MakerSample {
-    const char* file;
-    std::vector<MakerExpect> rows;
-};
-// Expects the file's maker rows to be exactly `rows`, in order, and exiftool
-// to give each stated number ("" for a tag it does not list).
-void ExpectMakerRows(const std::string& file, const std::vector<MakerExpect>& rows,
-                     const std::map<std::string, std::string>& exiftool, const std::string& keyPrefix = "");
 
 // Runs a shell command; returns its standard output and sets exitCode.
 std::string Run(const std::string& command, int* exitCode = nullptr);
