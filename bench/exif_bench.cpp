@@ -4,6 +4,7 @@
 
 #include "exif/exif_fixtures.h"
 #include "exif/exif_reader.h"
+#include "makernotes/makernote_rules.h"
 #include "plugin/plugin_api.h"
 
 static void BM_ReadExifTags(benchmark::State& state) {
@@ -13,7 +14,7 @@ static void BM_ReadExifTags(benchmark::State& state) {
         exif::TagRecordTable* table = exif::AllocateTagRecordTable();
         uint32_t rows = 0;
         int bigEndian = 0;
-        benchmark::DoNotOptimize(exif::ReadExifTags(path, *table, &rows, &bigEndian, 0));
+        benchmark::DoNotOptimize(exif::ReadExifTags(path, *table, &rows, &bigEndian, makernotes::StandardMakerNoteRules()));
         exif::FreeTagRecordTable(table, 1);
     }
 }

@@ -8,7 +8,6 @@
 #include "container.h"
 #include "exif_limits.h"
 #include "gps.h"
-#include "makernotes/makernote_dispatch.h"
 #include "tag_table.h"
 #include "tiff/input.h"
 
@@ -406,16 +405,16 @@ std::unique_ptr<uint8_t[]> FindJpegSegment(std::u16string_view path, uint32_t& l
 }
 
 int ReadExifTags(std::u16string_view path, TagRecordTable& table, uint32_t* rowCount, int* bigEndian,
-                 uint32_t startOffset) {
+                 const MakerNoteRules& makerNotes, uint32_t startOffset) {
     if (!rowCount) return 0;
     // The one open of the call: the locators, the walker, the maker decoders
     // and the embedded JPEG all read through it.
     auto input = tiff::Input::Open(path);
-    return input ? ReadExifTags(*input, table, rowCount, bigEndian, startOffset) : 0;
+    return input ? ReadExifTags(*input, table, rowCount, bigEndian, makerNotes, startOffset) : 0;
 }
 
 int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCount, int* bigEndian,
-                 uint32_t startOffset) {
+                 const MakerNoteRules& makerNotes, uint32_t startOffset) {
     if (!rowCount) return 0;
     ContainerPointers container;
     uint32_t base = 0;
@@ -460,7 +459,7 @@ int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCoun
         if (startOffset == 0) {
             if (const uint32_t jpeg = EmbeddedJpegOffset(table, *rowCount)) {
                 int embeddedOrder = 0;
-                ReadExifTags(input, table, rowCount, &embeddedOrder, jpeg);
+                ReadExifTags(input, table, rowCount, &embeddedOrder, makerNotes, jpeg);
                 if (bigEndian) *bigEndian = order;
                 return 1;
             }
@@ -480,7 +479,7 @@ int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCoun
         file->Read(prefix, sizeof prefix);
         AppendSeparatorRow(table, rowCount);
         AppendHeadingRow(table, rowCount, "Maker Note (Vendor):");
-        makernotes::DispatchMakerNote(*file, base, table, rowCount, order, pointers.makerNote, separate);
+        DispatchMakerNote(*file, base, table, rowCount, order, pointers.makerNote, separate, makerNotes);
     }
 
     if (ifd1 != 0 && walk.Seek(ifd1, directoryBase)) {

@@ -15,6 +15,7 @@
 #include <string>
 #include <string_view>
 
+#include "maker_note_dispatch.h"
 #include "platform/platform.h"
 #include "tag_record.h"
 #include "tiff/entry.h"
@@ -34,15 +35,16 @@ struct IfdPointers {
 
 // Reads the EXIF data of a file into the table, appending rows after
 // *rowCount and advancing it. startOffset is 0 except when the reader calls
-// itself for a JPEG embedded in a raw file (tag 46). Opens and closes the
+// itself for a JPEG embedded in a raw file (tag 46). A maker note is read by
+// the first of `makerNotes` that recognises it. Opens and closes the
 // file itself. Returns 1 and sets *bigEndian (1 for "MM", else 0) when a TIFF
 // header was found; 0, adding no rows, when the file cannot be opened or has
 // no EXIF data.
 int ReadExifTags(std::u16string_view path, TagRecordTable& table, uint32_t* rowCount, int* bigEndian,
-                 uint32_t startOffset = 0);
+                 const MakerNoteRules& makerNotes, uint32_t startOffset = 0);
 // The same on an input the caller has opened (any position on entry).
 int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCount, int* bigEndian,
-                 uint32_t startOffset = 0);
+                 const MakerNoteRules& makerNotes, uint32_t startOffset = 0);
 
 // Decodes entryCount 12-byte entries from the current file position; every
 // standard tag becomes a row, other tags none. Stops at a short read, keeping

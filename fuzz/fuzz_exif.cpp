@@ -9,6 +9,7 @@
 #include "exif/exif_reader.h"
 #include "exif/tag_record.h"
 #include "fuzz_input.h"
+#include "makernotes/makernote_rules.h"
 #include "platform/platform.h"
 #include "plugin/plugin_api.h"
 #include "tiff/input.h"
@@ -20,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     uint32_t rows = 0;
     int bigEndian = 0;
     const auto input = tiff::Input::FromMemory(data, size);
-    exif::ReadExifTags(*input, *table, &rows, &bigEndian, 0);
+    exif::ReadExifTags(*input, *table, &rows, &bigEndian, makernotes::StandardMakerNoteRules());
     if (rows > exif::kTagTableRows) __builtin_trap();
     for (uint32_t i = 0; i < rows; ++i) {
         const exif::TagRecord& row = table->rows[i];

@@ -13,7 +13,7 @@
 #include <memory>
 
 #include "exif/tag_record.h"
-#include "makernotes/makernote_dispatch.h"
+#include "makernotes/makernote_rules.h"
 #include "platform/platform.h"
 #include "tiff/input.h"
 
@@ -34,7 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
     const auto input = tiff::Input::FromMemory(data + 4 + makeLength, size - 4 - makeLength);
     platform::File& file = *input;
-    makernotes::DispatchMakerNote(file, 0, *table, &rowCount, bigEndian, noteOffset, cr3);
+    exif::DispatchMakerNote(file, 0, *table, &rowCount, bigEndian, noteOffset, cr3, makernotes::StandardMakerNoteRules());
 
     // Rows stay inside the table, and every text stays terminated in its field.
     if (rowCount > exif::kTagTableRows) __builtin_trap();

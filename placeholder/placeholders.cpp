@@ -145,7 +145,7 @@ private:
             exifLoaded_ = true;
             exif_.reset(exif::AllocateTagRecordTable());
             int bigEndian = 0;
-            if (exif_) exif::ReadExifTags(context_.filePath, *exif_, &exifRows_, &bigEndian);
+            if (exif_) exif::ReadExifTags(context_.filePath, *exif_, &exifRows_, &bigEndian, exif::NoMakerNotes());
         }
         return exif_ != nullptr;
     }

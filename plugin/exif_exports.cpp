@@ -10,6 +10,7 @@
 #include "exif/gps.h"
 #include "exif/map_links.h"
 #include "exif/tag_record.h"
+#include "makernotes/makernote_rules.h"
 #include "output_buffer.h"
 #include "plugin_api.h"
 
@@ -45,7 +46,7 @@ public:
     bool allocated() const { return table_ != nullptr; }
     bool Read(const char16_t* path) {
         int bigEndian = 0;
-        return path && exif::ReadExifTags(path, *table_, &rows_, &bigEndian, 0) == 1;
+        return path && exif::ReadExifTags(path, *table_, &rows_, &bigEndian, makernotes::StandardMakerNoteRules()) == 1;
     }
     const exif::TagRecordTable& table() const { return *table_; }
     uint32_t rows() const { return std::min(rows_, exif::kTagTableRows); }

@@ -14,6 +14,7 @@
 #include "exif/gps.h"
 #include "exif/map_links.h"
 #include "exif/tag_record.h"
+#include "makernotes/makernote_rules.h"
 #include "model/exif_window_model.h"
 #include "platform/platform.h"
 #include "resource_ids.h"
@@ -230,7 +231,8 @@ struct ExifInfoWindow : DialogBase {
                       static_cast<int>(utf8Name.size() < kPathMax ? utf8Name.size() : kPathMax), utf8Name.c_str());
         recordCount = 1;
         int bigEndian = 0;
-        if (!exif::ReadExifTags(g_exif.fileName, *records, &recordCount, &bigEndian)) {
+        if (!exif::ReadExifTags(g_exif.fileName, *records, &recordCount, &bigEndian,
+                                makernotes::StandardMakerNoteRules())) {
             ShowWindow(GetDlgItem(window, IDC_EXIF_COPY), SW_HIDE);
             return;
         }

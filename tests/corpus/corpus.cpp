@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 
 #include "exif/exif_reader.h"
+#include "makernotes/makernote_rules.h"
 #include "platform/platform.h"
 
 namespace fs = std::filesystem;
@@ -109,7 +110,8 @@ std::vector<MakerRow> AllRows(const std::string& file) {
     uint32_t count = 0;
     int bigEndian = 0;
     std::vector<MakerRow> rows;
-    if (exif::ReadExifTags(platform::Utf8ToUtf16(file), *table, &count, &bigEndian))
+    if (exif::ReadExifTags(platform::Utf8ToUtf16(file), *table, &count, &bigEndian,
+                           makernotes::StandardMakerNoteRules()))
         for (uint32_t i = 0; i < count; ++i) rows.push_back({table->rows[i].tag, table->rows[i].name, table->rows[i].value});
     exif::FreeTagRecordTable(table.get(), 0);
     return rows;

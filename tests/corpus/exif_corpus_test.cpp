@@ -19,6 +19,7 @@
 #include "exif/container.h"
 #include "exif/exif_reader.h"
 #include "exif/tag_record.h"
+#include "makernotes/makernote_rules.h"
 #include "exif/tag_table.h"
 #include "fixture/fixture.h"
 #include "platform/platform.h"
@@ -247,7 +248,7 @@ TEST(ExifCorpus, StandardAndGpsRowsAgreeWithExiftool) {
         exif::TagRecordTable* table = exif::AllocateTagRecordTable();
         uint32_t count = 0;
         int bigEndian = 0;
-        exif::ReadExifTags(wide, *table, &count, &bigEndian, 0);
+        exif::ReadExifTags(wide, *table, &count, &bigEndian, makernotes::StandardMakerNoteRules());
         uint32_t size = 0;
         const uint32_t base =
             static_cast<uint32_t>(vv::GetExifInfos(wide.c_str(), &size, nullptr, nullptr, nullptr, nullptr, 0));

@@ -38,7 +38,7 @@ std::vector<std::pair<std::string, std::string>> OurRows(const std::u16string& p
     uint32_t count = 0;
     int bigEndian = 0;
     std::vector<std::pair<std::string, std::string>> rows;
-    if (exif::ReadExifTags(path, *table, &count, &bigEndian))
+    if (exif::ReadExifTags(path, *table, &count, &bigEndian, exif::NoMakerNotes()))
         for (uint32_t i = 0; i < count; ++i) rows.emplace_back(table->rows[i].name, table->rows[i].value);
     exif::FreeTagRecordTable(table.get(), 0);
     return rows;

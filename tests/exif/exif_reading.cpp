@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "makernotes/makernote_rules.h"
+
 namespace exiftest {
 
 Reading ReadRows(const std::u16string& path) {
@@ -12,7 +14,7 @@ Reading ReadRows(const std::u16string& path) {
     exif::TagRecordTable* table = exif::AllocateUnclearedTagRecordTable();
     std::memset(table->rows, 0xA5, sizeof table->rows);
     uint32_t count = 0;
-    out.result = exif::ReadExifTags(path, *table, &count, &out.bigEndian, 0);
+    out.result = exif::ReadExifTags(path, *table, &count, &out.bigEndian, makernotes::StandardMakerNoteRules());
     EXPECT_LE(count, exif::kTagTableRows);
     for (uint32_t i = 0; i < count && i < exif::kTagTableRows; ++i) {
         const exif::TagRecord& r = table->rows[i];

@@ -82,7 +82,7 @@ TEST_F(ExifWriter, DefaultDateIsWrittenWhenNothingElseIsFilled) {
     exif::TagRecordTable* table = exif::AllocateTagRecordTable();
     uint32_t n = 0;
     int big = 1;
-    ASSERT_EQ(exif::ReadExifTags(path, *table, &n, &big), 1);
+    ASSERT_EQ(exif::ReadExifTags(path, *table, &n, &big, exif::NoMakerNotes()), 1);
     EXPECT_EQ(big, 0);
     const exif::TagRecord* row = exif::FindTagRecord(*table, n, 36867);
     ASSERT_NE(row, nullptr);

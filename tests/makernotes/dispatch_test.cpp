@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "makernotes/makernote_decoders.h"
 #include "note_harness.h"
 
 namespace {
@@ -12,20 +13,45 @@ using namespace notetest;
 
 std::vector<std::string> gCalls;
 
-constexpr const char* kNames[] = {"olympus", "nikon",    "nikonType1", "canon", "fujifilm", "casio",
-                                  "casioQvc", "pentax", "minolta",    "sony",  "panasonic"};
-
+// The standard rules, each decoder replaced by a recorder under its name.
 // "<decoder> +<position from the note's start> base <offset base> <LE|BE>"
 template <int I>
+void Record(platform::File& file, uint32_t base, exif::TagRecordTable&, uint32_t*, int bigEndian);
+
+const struct {
+    exif::MakerNoteDecoder real, recorder;
+    const char* name;
+} kRecorders[] = {
+    {makernotes::DecodeOlympusMakerNote, Record<0>, "olympus"},
+    {makernotes::DecodeNikonMakerNote, Record<1>, "nikon"},
+    {makernotes::DecodeNikonType1MakerNote, Record<2>, "nikonType1"},
+    {makernotes::DecodeCanonMakerNote, Record<3>, "canon"},
+    {makernotes::DecodeFujifilmMakerNote, Record<4>, "fujifilm"},
+    {makernotes::DecodeCasioMakerNote, Record<5>, "casio"},
+    {makernotes::DecodeCasioQvcMakerNote, Record<6>, "casioQvc"},
+    {makernotes::DecodePentaxMakerNote, Record<7>, "pentax"},
+    {makernotes::DecodeMinoltaMakerNote, Record<8>, "minolta"},
+    {makernotes::DecodeSonyMakerNote, Record<9>, "sony"},
+    {makernotes::DecodePanasonicMakerNote, Record<10>, "panasonic"},
+};
+
+template <int I>
 void Record(platform::File& file, uint32_t base, exif::TagRecordTable&, uint32_t*, int bigEndian) {
-    gCalls.push_back(std::string(kNames[I]) + " +" + std::to_string(file.Tell() - fixture::kNoteOffset) +
+    gCalls.push_back(std::string(kRecorders[I].name) + " +" + std::to_string(file.Tell() - fixture::kNoteOffset) +
                      " base " + std::to_string(base) + (bigEndian ? " BE" : " LE"));
 }
 
-constexpr makernotes::MakerNoteDecoders kRecorders = {
-    Record<0>, Record<1>, Record<2>, Record<3>, Record<4>, Record<5>,
-    Record<6>, Record<7>, Record<8>, Record<9>, Record<10>,
-};
+const std::vector<exif::MakerNoteRule>& RecordingRules() {
+    static const std::vector<exif::MakerNoteRule> rules = [] {
+        const exif::MakerNoteRules& standard = makernotes::StandardMakerNoteRules();
+        std::vector<exif::MakerNoteRule> out(standard.rules, standard.rules + standard.size);
+        for (exif::MakerNoteRule& rule : out)
+            for (const auto& r : kRecorders)
+                if (rule.decode == r.real) rule.decode = r.recorder;
+        return out;
+    }();
+    return rules;
+}
 
 using Calls = std::vector<std::string>;
 
@@ -37,7 +63,8 @@ Calls Dispatch(ByteOrder order, const std::string& make, const std::string& star
     gCalls.clear();
     Decoded d = TableWithMake(make);
     WithNoteFile(order, note, [&](platform::File& file) {
-        makernotes::DispatchMakerNote(file, 0, *d.table, &d.count, IsBig(order), noteOffset, cr3, kRecorders);
+        exif::DispatchMakerNote(file, 0, *d.table, &d.count, IsBig(order), noteOffset, cr3,
+                                {RecordingRules().data(), RecordingRules().size()});
     });
     return gCalls;
 }
@@ -102,9 +129,9 @@ TEST(MakerDispatch, LastMakeRowWithinTheCountDecides) {
     exif::TagRecord& later = two.table->rows[two.count++];
     later.tag = 271;
     std::strcpy(later.value, "sony");
-    EXPECT_TRUE(makernotes::MakeEquals(*two.table, two.count, "SONY"));
-    EXPECT_TRUE(makernotes::MakeContains(*two.table, two.count, "ONY"));
-    EXPECT_TRUE(makernotes::MakeEquals(*two.table, two.count - 1, "CANON"));
+    EXPECT_TRUE(exif::MakeEquals(*two.table, two.count, "SONY"));
+    EXPECT_TRUE(exif::MakeContains(*two.table, two.count, "ONY"));
+    EXPECT_TRUE(exif::MakeEquals(*two.table, two.count - 1, "CANON"));
 }
 
 // The real decoders behind the dispatch: the row guard of every directory.

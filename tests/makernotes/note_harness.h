@@ -12,7 +12,7 @@
 #include "exif/tag_record.h"
 #include "fixture/fixture.h"
 #include "fixture/makernote_fixture.h"
-#include "makernotes/makernote_dispatch.h"
+#include "makernotes/makernote_rules.h"
 #include "platform/platform.h"
 #include "tiff/input.h"
 
@@ -80,7 +80,8 @@ inline int IsBig(ByteOrder order) { return order == ByteOrder::kBig; }
 inline Decoded DispatchNote(ByteOrder order, const std::string& make, const Bytes& note, uint32_t filler = 0) {
     Decoded d = TableWithMake(make, filler);
     WithNoteFile(order, note, [&](platform::File& file) {
-        makernotes::DispatchMakerNote(file, 0, *d.table, &d.count, IsBig(order), fixture::kNoteOffset, false);
+        exif::DispatchMakerNote(file, 0, *d.table, &d.count, IsBig(order), fixture::kNoteOffset, false,
+                                makernotes::StandardMakerNoteRules());
     });
     return d;
 }

@@ -51,7 +51,7 @@ std::map<uint32_t, std::string> ReadBack(const std::u16string& path) {
     exif::TagRecordTable* table = exif::AllocateTagRecordTable();
     uint32_t rows = 0;
     int big = 0;
-    if (exif::ReadExifTags(path, *table, &rows, &big))
+    if (exif::ReadExifTags(path, *table, &rows, &big, exif::NoMakerNotes()))
         for (uint32_t i = 0; i < rows; ++i)
             tags.emplace(table->rows[i].tag, table->rows[i].value);
     exif::FreeTagRecordTable(table, 1);

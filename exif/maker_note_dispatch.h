@@ -1,0 +1,88 @@
+// The hand-over from the directory walker to the camera makers' decoders.
+// The walker knows no maker: it is handed a list of rules, each saying how a
+// note is recognised (its first bytes, the Make text, the file kind), where
+// the maker's directory starts, what its offsets count from and which
+// decoder reads it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/platform.h"
+#include "tag_record.h"
+
+namespace exif {
+
+// Every decoder's arguments: the open file (positioned at the maker's
+// directory), the offset base its offsets are relative to, the table, the row
+// count (read on entry, advanced for each row added) and the byte-order flag
+// (non-zero for big-endian).
+using MakerNoteDecoder = void (*)(platform::File& file, uint32_t offsetBase, TagRecordTable& table,
+                                  uint32_t* rowCount, int bigEndian);
+
+// A header check made with the file at the rule's directory position: true
+// when the header is there, leaving the file after it and setting *bigEndian
+// to the order the header gives; false with the file back where it was.
+using MakerNoteProbe = bool (*)(platform::File& file, int* bigEndian);
+
+enum class MakerTest : uint8_t {
+    kNone,         // never holds
+    kPrefixIs,     // the note's first five bytes (up to a zero) equal word, ignoring case
+    kPrefixHas,    // the first five bytes contain word (case-sensitive)
+    kMakeIs,       // MakeEquals(word)
+    kMakeHas,      // MakeContains(word)
+    kCr3,          // the file is a Canon CR3
+};
+
+struct MakerCondition {
+    MakerTest test = MakerTest::kNone;
+    const char* word = "";
+};
+
+// What the directory's offsets count from.
+enum class OffsetBase : uint8_t {
+    kTiffHeader,  // the EXIF block's TIFF header
+    kNote,        // the note's start + baseOffset
+    kCr3Header,   // in a CR3, the note's own TIFF header; else the TIFF header
+};
+
+struct MakerNoteRule {
+    // Rules of one group are alternatives, tried in order: the first that
+    // matches runs. Groups are tested one after the other, each on its own,
+    // so a note that passes two groups is decoded twice.
+    uint8_t group;
+    MakerCondition anyOf[2];  // either of these
+    MakerCondition also;      // and this (kNone: nothing more is needed)
+    uint32_t directory;       // the decoder's start, from the note's first byte
+    OffsetBase base;
+    uint32_t baseOffset;
+    MakerNoteDecoder decode;
+    MakerNoteProbe probe = nullptr;  // checked at `directory` before the rule matches
+};
+
+struct MakerNoteRules {
+    const MakerNoteRule* rules = nullptr;
+    size_t size = 0;
+};
+
+// No maker notes: the heading rows are made, no decoder runs.
+inline MakerNoteRules NoMakerNotes() { return {}; }
+
+// Called by the walker after the Exif and GPS directories, once it has read
+// the first five bytes of the maker note and appended the separator and the
+// "Maker Note (Vendor):" heading: recognises the maker by the rules,
+// positions the file at the maker's directory and runs its decoder.
+// makerNoteOffset is the offset stored in the Exif directory (relative to
+// tiffBase; 0 means none); isCr3 marks a Canon CR3 file, whose note value is
+// the absolute position of an embedded TIFF header. The note is found again
+// from these offsets, so the file may stand anywhere on entry.
+void DispatchMakerNote(platform::File& file, uint32_t tiffBase, TagRecordTable& table, uint32_t* rowCount,
+                       int bigEndian, uint32_t makerNoteOffset, bool isCr3, const MakerNoteRules& rules);
+
+// The Make text is the value of the last row with tag 271. MakeEquals: the
+// whole text equals word, ignoring ASCII case. MakeContains: the upper-cased
+// text contains word (given in upper case). Both are false without a Make row.
+bool MakeEquals(const TagRecordTable& table, uint32_t rowCount, const char* word);
+bool MakeContains(const TagRecordTable& table, uint32_t rowCount, const char* word);
+
+}  // namespace exif

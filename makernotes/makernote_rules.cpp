@@ -1,0 +1,91 @@
+#include "makernote_rules.h"
+
+#include <cstring>
+
+#include "makernote_decoders.h"
+
+namespace makernotes {
+namespace {
+
+using exif::MakerTest;
+using exif::OffsetBase;
+
+// The 13 bytes after "Nikon" in the notes that carry their own TIFF header:
+//
+//   +5  00            +6 version (4)     +10 "II" 2A 00 or "MM" 00 2A
+//   +14 first directory offset (4) = 8, so the directory is at +18
+//
+// Tried in this order; the first match wins. A big-endian 2.11 header is
+// not among them and is read as the older form.
+struct NikonHeader {
+    uint8_t bytes[13];
+    int bigEndian;
+};
+constexpr NikonHeader kNikonHeaders[] = {
+    {{0x00, 0x02, 0x10, 0x00, 0x00, 'I', 'I', 0x2A, 0x00, 0x08, 0x00, 0x00, 0x00}, 0},  // 2.10 "II"
+    {{0x00, 0x02, 0x00, 0x00, 0x00, 'M', 'M', 0x00, 0x2A, 0x00, 0x00, 0x00, 0x08}, 1},  // 2.00 "MM"
+    {{0x00, 0x02, 0x10, 0x00, 0x00, 'M', 'M', 0x00, 0x2A, 0x00, 0x00, 0x00, 0x08}, 1},  // 2.10 "MM"
+    {{0x00, 0x02, 0x00, 0x00, 0x00, 'I', 'I', 0x2A, 0x00, 0x08, 0x00, 0x00, 0x00}, 0},  // 2.00 "II"
+    {{0x00, 0x02, 0x11, 0x00, 0x00, 'I', 'I', 0x2A, 0x00, 0x08, 0x00, 0x00, 0x00}, 0},  // 2.11 "II"
+};
+
+constexpr exif::MakerCondition PrefixIs(const char* w) { return {MakerTest::kPrefixIs, w}; }
+constexpr exif::MakerCondition PrefixHas(const char* w) { return {MakerTest::kPrefixHas, w}; }
+constexpr exif::MakerCondition MakeIs(const char* w) { return {MakerTest::kMakeIs, w}; }
+constexpr exif::MakerCondition MakeHas(const char* w) { return {MakerTest::kMakeHas, w}; }
+constexpr exif::MakerCondition kCr3 = {MakerTest::kCr3, ""};
+constexpr exif::MakerCondition kNothing = {};
+
+// Where each form's directory starts, from the note's first byte.
+constexpr uint32_t kAtNoteStart = 0;
+constexpr uint32_t kAfterPrefix = kMakerNotePrefixSize;  // the decoder reads its header on
+constexpr uint32_t kAfterQvcHeader = 6;                  // "QVC\0" + 2
+constexpr uint32_t kAfterPentaxAocHeader = 6;            // "AOC\0" + mark; the decoder tells the 8-byte form
+constexpr uint32_t kAfterSonyHeader = 12;                // "SONY DSC \0\0\0"
+constexpr uint32_t kAfterPanasonicHeader = 12;           // "Panasonic\0\0\0"
+// "Nikon\0" + a 4-byte version, then the embedded TIFF header.
+constexpr uint32_t kNikonEmbeddedHeader = 10;
+
+//  group  recognised by                           and also          directory           offsets count from               decoder
+constexpr exif::MakerNoteRule kRules[] = {
+    {1, {PrefixIs("OLYMP"), PrefixIs("OM SY")},    kNothing,          kAfterPrefix,         OffsetBase::kTiffHeader, 0, DecodeOlympusMakerNote},
+    {2, {PrefixIs("Nikon"), kNothing},             kNothing,          kAfterPrefix,         OffsetBase::kNote, kNikonEmbeddedHeader, DecodeNikonMakerNote,
+         CheckNikonEmbeddedTiffHeader},
+    {2, {PrefixIs("Nikon"), kNothing},             kNothing,          kAfterPrefix,         OffsetBase::kTiffHeader, 0, DecodeNikonType1MakerNote},
+    {2, {MakeHas("NIKON"), kNothing},              kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeNikonMakerNote},
+    {3, {MakeIs("CANON"), kCr3},                   kNothing,          kAtNoteStart,         OffsetBase::kCr3Header,  0, DecodeCanonMakerNote},
+    {4, {PrefixIs("FUJIF"), kNothing},             kNothing,          kAfterPrefix,         OffsetBase::kNote,       0, DecodeFujifilmMakerNote},
+    {5, {MakeIs("CASIO"), kNothing},               kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeCasioMakerNote},
+    {5, {PrefixIs("QVC"), kNothing},               kNothing,          kAfterQvcHeader,      OffsetBase::kTiffHeader, 0, DecodeCasioQvcMakerNote},
+    {6, {MakeHas("PENTAX"), MakeHas("RICOH")},     kNothing,          kAfterPentaxAocHeader, OffsetBase::kTiffHeader, 0, DecodePentaxMakerNote},
+    {7, {MakeHas("MINOLTA"), kNothing},            kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeMinoltaMakerNote},
+    {8, {MakeHas("SONY"), kNothing},               PrefixHas("SONY"), kAfterSonyHeader,     OffsetBase::kTiffHeader, 0, DecodeSonyMakerNote},
+    {8, {MakeHas("SONY"), kNothing},               kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeSonyMakerNote},
+    // Recognised by the note alone: the Make text plays no part.
+    {9, {PrefixHas("Panas"), kNothing},            kNothing,          kAfterPanasonicHeader, OffsetBase::kTiffHeader, 0, DecodePanasonicMakerNote},
+};
+
+}  // namespace
+
+const exif::MakerNoteRules& StandardMakerNoteRules() {
+    static constexpr exif::MakerNoteRules kStandard = {kRules, sizeof kRules / sizeof kRules[0]};
+    return kStandard;
+}
+
+bool CheckNikonEmbeddedTiffHeader(platform::File& file, int* bigEndian) {
+    const int64_t start = file.Tell();
+    uint8_t bytes[sizeof kNikonHeaders[0].bytes] = {};
+    const size_t got = file.Read(bytes, sizeof bytes);
+    if (got == sizeof bytes) {
+        for (const NikonHeader& header : kNikonHeaders) {
+            if (std::memcmp(bytes, header.bytes, sizeof bytes) == 0) {
+                if (bigEndian) *bigEndian = header.bigEndian;
+                return true;
+            }
+        }
+    }
+    file.Seek(start);
+    return false;
+}
+
+}  // namespace makernotes
