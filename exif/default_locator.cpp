@@ -29,7 +29,7 @@ public:
         const int64_t start = static_cast<int64_t>(tiff_) + offset;
         uint8_t raw[2];
         if (!file_.Seek(start) || !file_.ReadExact(raw, sizeof raw)) return 0;
-        const uint32_t n = tiff::GetU16(raw, bigEndian_);
+        const uint32_t n = platform::GetU16(raw, bigEndian_);
         Note(start + 2 + 12 * static_cast<int64_t>(n) + 4);
         uint32_t thumbnailOffset = 0, thumbnailLength = 0;
         for (uint32_t i = 0; i < n; ++i) {
@@ -46,7 +46,7 @@ public:
         if (thumbnailOffset && thumbnailLength)
             Note(static_cast<int64_t>(tiff_) + thumbnailOffset + static_cast<int64_t>(thumbnailLength));
         uint8_t next[4];
-        return file_.ReadExact(next, sizeof next) ? tiff::GetU32(next, bigEndian_) : 0;
+        return file_.ReadExact(next, sizeof next) ? platform::GetU32(next, bigEndian_) : 0;
     }
 
     int64_t End() const { return end_; }
@@ -96,7 +96,7 @@ uint32_t LocateExifDefault(platform::File& file, uint32_t& size) {
     const int bigEndian = header[0] == 'M' && header[1] == 'M';
     Extent extent(file, tiff, bigEndian);
     uint32_t subDirectories[kExtentSubDirectories] = {};
-    const uint32_t ifd0 = tiff::GetU32(header + 4, bigEndian);
+    const uint32_t ifd0 = platform::GetU32(header + 4, bigEndian);
     const uint32_t ifd1 = ifd0 ? extent.Directory(ifd0, subDirectories) : 0;
     for (uint32_t sub : subDirectories)
         if (sub) extent.Directory(sub, nullptr);

@@ -9,14 +9,14 @@
 #include "exif_limits.h"
 #include "gps.h"
 #include "tag_table.h"
-#include "tiff/input.h"
+#include "platform/input.h"
 
 namespace exif {
 namespace {
 
 using tiff::At;
-using tiff::GetU16;
-using tiff::GetU32;
+using platform::GetU16;
+using platform::GetU32;
 using tiff::PositionGuard;
 
 constexpr uint8_t kApp1Marker = 225;
@@ -392,7 +392,7 @@ std::unique_ptr<uint8_t[]> FindJpegSegment(std::u16string_view path, uint32_t& l
     length = 0;
     markerOffset = 0;
     if (firstTwo) firstTwo[0] = firstTwo[1] = 0;
-    auto file = tiff::Input::Open(path);
+    auto file = platform::Input::Open(path);
     if (!file || !FindJpegSegmentAt(*file, length, markerOffset, marker, firstTwo, startOffset)) return nullptr;
     // 256 zero bytes beyond the segment let callers look a little past its end.
     std::unique_ptr<uint8_t[]> copy(new (std::nothrow) uint8_t[length + 256]());
@@ -409,7 +409,7 @@ int ReadExifTags(std::u16string_view path, TagRecordTable& table, uint32_t* rowC
     if (!rowCount) return 0;
     // The one open of the call: the locators, the walker, the maker decoders
     // and the embedded JPEG all read through it.
-    auto input = tiff::Input::Open(path);
+    auto input = platform::Input::Open(path);
     return input ? ReadExifTags(*input, table, rowCount, bigEndian, makerNotes, startOffset) : 0;
 }
 

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "tiff/input.h"
+#include "platform/input.h"
 
 namespace exif {
 namespace {
@@ -80,7 +80,7 @@ void DispatchMakerNote(platform::File& file, uint32_t tiffBase, TagRecordTable& 
         if (!file.Seek(makerNoteOffset)) return;
         file.Read(header, sizeof header);
         order = header[0] == 'M' && header[1] == 'M';
-        noteStart = static_cast<int64_t>(makerNoteOffset) + tiff::GetU32(header + 4, order);
+        noteStart = static_cast<int64_t>(makerNoteOffset) + platform::GetU32(header + 4, order);
         cr3Base = makerNoteOffset;
     }
     // Offsets inside a note are 32-bit: a note beyond that cannot be read.

@@ -253,10 +253,10 @@ void Numbers(const EntryContext& c) {
         const uint8_t* b = bytes + i;
         switch (type) {
             case 6: std::snprintf(text, sizeof text, "%d", static_cast<int8_t>(b[0])); break;
-            case 8: std::snprintf(text, sizeof text, "%d", static_cast<int16_t>(tiff::GetU16(b, c.bigEndian))); break;
-            case 9: std::snprintf(text, sizeof text, "%d", static_cast<int32_t>(tiff::GetU32(b, c.bigEndian))); break;
-            case 3: std::snprintf(text, sizeof text, "%u", tiff::GetU16(b, c.bigEndian)); break;
-            case 4: case 11: case 13: std::snprintf(text, sizeof text, "%u", tiff::GetU32(b, c.bigEndian)); break;
+            case 8: std::snprintf(text, sizeof text, "%d", static_cast<int16_t>(platform::GetU16(b, c.bigEndian))); break;
+            case 9: std::snprintf(text, sizeof text, "%d", static_cast<int32_t>(platform::GetU32(b, c.bigEndian))); break;
+            case 3: std::snprintf(text, sizeof text, "%u", platform::GetU16(b, c.bigEndian)); break;
+            case 4: case 11: case 13: std::snprintf(text, sizeof text, "%u", platform::GetU32(b, c.bigEndian)); break;
             default: std::snprintf(text, sizeof text, "%u", b[0]); break;
         }
         if (i > 0) out += ' ';

@@ -7,10 +7,10 @@
 #include <cstring>
 
 #include "exif/container.h"
-#include "tiff/input.h"
+#include "platform/input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    const auto input = tiff::Input::FromMemory(data, size);
+    const auto input = platform::Input::FromMemory(data, size);
     platform::File& file = *input;
     auto inside = [size](uint32_t offset) {
         if (offset != 0 && offset >= size) __builtin_trap();

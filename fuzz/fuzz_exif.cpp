@@ -12,7 +12,7 @@
 #include "makernotes/makernote_rules.h"
 #include "platform/platform.h"
 #include "plugin/plugin_api.h"
-#include "tiff/input.h"
+#include "platform/input.h"
 
 using fuzzinput::InputPath;
 
@@ -20,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     exif::TagRecordTable* table = exif::AllocateTagRecordTable();
     uint32_t rows = 0;
     int bigEndian = 0;
-    const auto input = tiff::Input::FromMemory(data, size);
+    const auto input = platform::Input::FromMemory(data, size);
     exif::ReadExifTags(*input, *table, &rows, &bigEndian, makernotes::StandardMakerNoteRules());
     if (rows > exif::kTagTableRows) __builtin_trap();
     for (uint32_t i = 0; i < rows; ++i) {

@@ -15,7 +15,7 @@
 #include "exif/tag_record.h"
 #include "makernotes/makernote_rules.h"
 #include "platform/platform.h"
-#include "tiff/input.h"
+#include "platform/input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (size < 4) return 0;
@@ -32,7 +32,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     make.tag = 271;
     std::memcpy(make.value, data + 4, std::min<size_t>(makeLength, 255));
 
-    const auto input = tiff::Input::FromMemory(data + 4 + makeLength, size - 4 - makeLength);
+    const auto input = platform::Input::FromMemory(data + 4 + makeLength, size - 4 - makeLength);
     platform::File& file = *input;
     exif::DispatchMakerNote(file, 0, *table, &rowCount, bigEndian, noteOffset, cr3, makernotes::StandardMakerNoteRules());
 

@@ -8,10 +8,14 @@
 
 #include <cstdint>
 
-#include "input.h"
+#include "platform/input.h"
 #include "platform/platform.h"
 
 namespace tiff {
+
+// The words of entries and values, read in the directory's byte order.
+using platform::GetU16;
+using platform::GetU32;
 
 enum FieldType : uint16_t {
     kByte = 1, kAscii = 2, kShort = 3, kLong = 4, kRational = 5, kSByte = 6, kUndefined = 7,

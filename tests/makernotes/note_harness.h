@@ -14,7 +14,7 @@
 #include "fixture/makernote_fixture.h"
 #include "makernotes/makernote_rules.h"
 #include "platform/platform.h"
-#include "tiff/input.h"
+#include "platform/input.h"
 
 namespace notetest {
 
@@ -71,7 +71,7 @@ inline Decoded TableWithMake(const std::string& make, uint32_t filler = 0) {
 template <typename Run>
 void WithNoteFile(ByteOrder order, const Bytes& note, Run run) {  // the note in memory
     const Bytes bytes = fixture::MakerNoteTiff(order, note);
-    run(*tiff::Input::FromMemory(bytes.data(), bytes.size()));
+    run(*platform::Input::FromMemory(bytes.data(), bytes.size()));
 }
 
 inline int IsBig(ByteOrder order) { return order == ByteOrder::kBig; }

@@ -6,19 +6,19 @@
 #include <vector>
 
 #include "fixture/fixture.h"
-#include "tiff/input.h"
+#include "platform/input.h"
 
 namespace {
 
 TEST(Input, FileThroughTheWindowReadsAsTheBytesInMemory) {
-    fixture::Bytes bytes(3 * tiff::Input::kWindowSize + 100);
+    fixture::Bytes bytes(3 * platform::Input::kWindowSize + 100);
     for (size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<uint8_t>(i * 7 + i / 251);
     fixture::TempDir dir;
-    auto file = tiff::Input::Open(dir.Write("big.bin", bytes));
-    auto memory = tiff::Input::FromMemory(bytes.data(), bytes.size());
+    auto file = platform::Input::Open(dir.Write("big.bin", bytes));
+    auto memory = platform::Input::FromMemory(bytes.data(), bytes.size());
     ASSERT_TRUE(file && memory);
 
-    const int64_t w = tiff::Input::kWindowSize, end = static_cast<int64_t>(bytes.size());
+    const int64_t w = platform::Input::kWindowSize, end = static_cast<int64_t>(bytes.size());
     // Across an edge, backwards into an earlier window, larger than a window,
     // running over the end, and wholly past it.
     const std::pair<int64_t, size_t> reads[] = {{w - 3, 8}, {5, 4},          {w + 1, size_t(w) + 9},
@@ -38,14 +38,14 @@ TEST(Input, FileThroughTheWindowReadsAsTheBytesInMemory) {
 
 TEST(Cursor, FailureStaysSetAndChildrenKeepInsideTheirParent) {
     const uint8_t bytes[] = {'M', 'M', 0, 42, 0, 0, 0, 8, 0xAB, 0xCD};
-    auto input = tiff::Input::FromMemory(bytes, sizeof bytes);
-    tiff::Cursor in(*input, tiff::ByteOrder::kBig);
+    auto input = platform::Input::FromMemory(bytes, sizeof bytes);
+    platform::Cursor in(*input, platform::ByteOrder::kBig);
     EXPECT_EQ(in.U16(), 0x4D4D);
     EXPECT_EQ(in.U16(), 42);
     EXPECT_EQ(in.U32(), 8u);
-    tiff::Cursor child = in.Child(100);  // declared larger than what is left
+    platform::Cursor child = in.Child(100);  // declared larger than what is left
     EXPECT_EQ(child.end(), sizeof bytes);
-    child.SetOrder(tiff::ByteOrder::kLittle);
+    child.SetOrder(platform::ByteOrder::kLittle);
     EXPECT_EQ(child.U16(), 0xCDAB);
     EXPECT_EQ(child.U8(), 0);  // past the end: zero, and the flag is set
     EXPECT_FALSE(child.ok());

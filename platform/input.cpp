@@ -4,7 +4,7 @@
 #include <cstring>
 #include <new>
 
-namespace tiff {
+namespace platform {
 
 std::unique_ptr<Input> Input::Open(std::u16string_view path) {
     auto file = platform::OpenFile(path, platform::FileMode::kRead);
@@ -171,4 +171,4 @@ uint32_t GetU32(const uint8_t* b, bool bigEndian) {
     return hi << 16 | lo;
 }
 
-}  // namespace tiff
+}  // namespace platform

@@ -21,9 +21,9 @@
 
 #include "platform/platform.h"
 
-namespace tiff {
+namespace platform {
 
-class Input final : public platform::File {
+class Input final : public File {
 public:
     // Reads a file through a window of kWindowSize bytes.
     static std::unique_ptr<Input> Open(std::u16string_view path);
@@ -104,4 +104,4 @@ private:
 uint16_t GetU16(const uint8_t* bytes, bool bigEndian);
 uint32_t GetU32(const uint8_t* bytes, bool bigEndian);
 
-}  // namespace tiff
+}  // namespace platform
