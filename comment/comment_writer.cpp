@@ -10,6 +10,7 @@
 #include "placeholders.h"
 #include "platform/platform.h"
 #include "jpeg/file_rewrite.h"
+#include "platform/text.h"
 
 namespace comment {
 namespace {
@@ -133,11 +134,7 @@ int WriteJpegComment(std::u16string_view fileName, uint32_t oldOffset, uint32_t 
 
 std::string CommentToUtf8(std::u16string_view text) {
     std::string utf8 = platform::Utf16ToUtf8(text);
-    size_t n = std::min(utf8.size(), kWrittenCommentBytes - 1);
-    // Step back over continuation bytes so no character is split.
-    if (n < utf8.size())
-        while (n > 0 && (static_cast<uint8_t>(utf8[n]) & 0xC0) == 0x80) --n;
-    utf8.resize(n);
+    utf8.resize(platform::Utf8CutLength(utf8, kWrittenCommentBytes - 1));  // no character split
     return utf8;
 }
 

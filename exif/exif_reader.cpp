@@ -10,6 +10,7 @@
 #include "gps.h"
 #include "tag_table.h"
 #include "platform/input.h"
+#include "platform/text.h"
 
 namespace exif {
 namespace {
@@ -185,11 +186,7 @@ uint32_t EmbeddedJpegOffset(const TagRecordTable& table, uint32_t rowCount) {
 // ------------------------------------------------------------ words and rows
 
 std::string CutUtf8(std::string text, size_t maxBytes) {
-    if (text.size() <= maxBytes) return text;
-    size_t n = maxBytes;
-    // Step back over continuation bytes to the start of the cut character.
-    while (n > 0 && (static_cast<unsigned char>(text[n]) & 0xC0) == 0x80) --n;
-    text.resize(n);
+    text.resize(platform::Utf8CutLength(text, maxBytes));
     return text;
 }
 

@@ -8,6 +8,7 @@
 #include "exif_reader.h"
 #include "platform/platform.h"
 #include "jpeg/file_rewrite.h"
+#include "platform/text.h"
 
 namespace exif {
 namespace {
@@ -41,14 +42,9 @@ constexpr size_t kMinBlockLength = 5;  // anything shorter holds no usable entry
 constexpr size_t kHeaderLength = 16;   // "Exif\0\0", TIFF header, IFD0 entry count
 constexpr uint32_t kMaxSegmentLength = 0xFFFF;
 
-void PutU16(std::vector<uint8_t>& out, uint32_t v) {
-    out.push_back(static_cast<uint8_t>(v));
-    out.push_back(static_cast<uint8_t>(v >> 8));
-}
-void PutU32(std::vector<uint8_t>& out, uint32_t v) {
-    PutU16(out, v & 0xFFFF);
-    PutU16(out, v >> 16);
-}
+// The block is written little-endian.
+using platform::PutU16Le;
+using platform::PutU32Le;
 void SetU32(std::vector<uint8_t>& out, size_t at, uint32_t v) {
     for (int i = 0; i < 4; ++i) out[at + i] = static_cast<uint8_t>(v >> (8 * i));
 }
@@ -78,8 +74,8 @@ bool MakeEntryData(const TagRecord& row, EntryData& data, std::u16string& errorT
     switch (row.type) {
         case 1: {  // text for the Windows fields, which decode it as UTF-16LE
             const std::u16string wide = platform::Utf8ToUtf16(row.value);
-            for (char16_t c : wide) PutU16(data.bytes, c);
-            PutU16(data.bytes, 0);
+            for (char16_t c : wide) PutU16Le(data.bytes, c);
+            PutU16Le(data.bytes, 0);
             data.count = static_cast<uint32_t>(data.bytes.size());
             return true;
         }
@@ -113,7 +109,7 @@ bool MakeEntryData(const TagRecord& row, EntryData& data, std::u16string& errorT
 bool WriteDirectory(const TagRecord* rows, const std::vector<uint32_t>& order, std::vector<uint8_t>& block,
                     uint32_t tiffStart, bool withCount, size_t& pointerAt, std::u16string& errorText) {
     const size_t base = block.size();
-    if (withCount) PutU16(block, static_cast<uint32_t>(order.size()));
+    if (withCount) PutU16Le(block, static_cast<uint32_t>(order.size()));
     const size_t entriesAt = block.size();
     block.resize(entriesAt + kEntrySize * order.size() + 4, 0);  // entries and a next-IFD word of 0
     for (size_t i = 0; i < order.size(); ++i) {
@@ -164,9 +160,7 @@ std::string DefaultDateTaken() {
 }
 
 void SetCreatorValue(TagRecord& row, std::string_view text) {
-    size_t n = text.size() < kTagValueSize - 4 ? text.size() : kTagValueSize - 4;
-    if (n < text.size())
-        while (n > 0 && (static_cast<uint8_t>(text[n]) & 0xC0) == 0x80) --n;  // not inside a character
+    const size_t n = platform::Utf8CutLength(text, kTagValueSize - 4);
     std::memcpy(row.value, text.data(), n);
     row.value[n] = '\0';
 }
@@ -244,9 +238,9 @@ int WriteExifToJpeg(std::u16string_view path, const TagRecord* rows, uint32_t ro
         segment.push_back(static_cast<uint8_t>(segmentLength >> 8));
         segment.push_back(static_cast<uint8_t>(segmentLength));
         segment.insert(segment.end(), std::begin(kSignature), std::end(kSignature));
-        PutU16(segment, 42);
-        PutU32(segment, kIfd0Offset);
-        PutU16(segment, ifd0Entries);
+        PutU16Le(segment, 42);
+        PutU32Le(segment, kIfd0Offset);
+        PutU16Le(segment, ifd0Entries);
         segment.insert(segment.end(), block.begin(), block.end());
         if (pad) segment.push_back(0);
         return vv::ReplaceJpegSegment(path, 0, 0, segment, keepDate != 0, -1, kMessages, errorText);

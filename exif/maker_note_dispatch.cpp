@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "platform/input.h"
+#include "platform/text.h"
 
 namespace exif {
 namespace {
@@ -13,11 +14,7 @@ constexpr size_t kPrefixSize = 5;
 
 char Upper(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c; }
 
-bool EqualsIgnoringCase(const char* a, const char* b) {
-    for (; *a && *b; ++a, ++b)
-        if (Upper(*a) != Upper(*b)) return false;
-    return *a == *b;
-}
+bool EqualsIgnoringCase(const char* a, const char* b) { return platform::EqualsIgnoringAsciiCase(a, b); }
 
 // The value of the last Make row; "" when there is none.
 const char* MakeText(const TagRecordTable& table, uint32_t rowCount, char (&copy)[kTagValueSize]) {

@@ -1,4 +1,5 @@
 #include "iptc_data.h"
+#include "platform/text.h"
 
 #include <cstring>
 
@@ -32,12 +33,7 @@ namespace {
 
 // How much of `text` fits into `room` characters without splitting a
 // surrogate pair.
-size_t FittingLength(std::u16string_view text, size_t room) {
-    if (text.size() <= room) return text.size();
-    size_t n = room;
-    if (n > 0 && text[n - 1] >= 0xD800 && text[n - 1] <= 0xDBFF) --n;
-    return n;
-}
+size_t FittingLength(std::u16string_view text, size_t room) { return platform::Utf16CutLength(text, room); }
 
 }  // namespace
 

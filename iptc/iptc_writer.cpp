@@ -6,6 +6,7 @@
 #include "iptc_limits.h"
 #include "platform/platform.h"
 #include "jpeg/file_rewrite.h"
+#include "platform/text.h"
 
 namespace iptc {
 namespace {
@@ -68,26 +69,17 @@ void AppendLines(std::vector<uint8_t>& buffer, int dataset, uint32_t& length, st
     if (start < text.size()) AppendIptcDataset(buffer, dataset, length, text.substr(start));
 }
 
-void PutU16(std::vector<uint8_t>& out, uint32_t v) {
-    out.push_back(static_cast<uint8_t>(v >> 8));
-    out.push_back(static_cast<uint8_t>(v));
-}
 
 }  // namespace
 
 void AppendIptcDataset(std::vector<uint8_t>& buffer, int dataset, uint32_t& length, std::u16string_view text) {
     std::string utf8 = platform::Utf16ToUtf8(text);
-    if (utf8.size() > kWrittenTextBytes) {
-        // Cut at a character boundary: never keep half of a UTF-8 sequence.
-        size_t n = kWrittenTextBytes;
-        while (n > 0 && (static_cast<uint8_t>(utf8[n]) & 0xC0) == 0x80) --n;
-        utf8.resize(n);
-    }
+    utf8.resize(platform::Utf8CutLength(utf8, kWrittenTextBytes));  // never half a character
     if (utf8.empty()) return;
     buffer.push_back(0x1C);
     buffer.push_back(0x02);
     buffer.push_back(static_cast<uint8_t>(dataset));
-    PutU16(buffer, static_cast<uint32_t>(utf8.size()));
+    platform::PutU16Be(buffer, static_cast<uint32_t>(utf8.size()));
     buffer.insert(buffer.end(), utf8.begin(), utf8.end());
     length += 5 + static_cast<uint32_t>(utf8.size());
 }
@@ -141,11 +133,11 @@ int WriteIptcToJpeg(std::u16string_view fileName, uint32_t app13Offset, uint32_t
         const uint32_t segmentLength = iim + static_cast<uint32_t>(kSegmentOverhead) + (pad ? 1 : 0);
 
         std::vector<uint8_t> segment = {0xFF, 0xED};
-        PutU16(segment, segmentLength);
+        platform::PutU16Be(segment, segmentLength);
         segment.insert(segment.end(), std::begin(kPhotoshopHeader), std::end(kPhotoshopHeader));
         segment.insert(segment.end(), {'8', 'B', 'I', 'M', 0x04, 0x04, 0x00, 0x00});
-        PutU16(segment, 0);
-        PutU16(segment, iim);
+        platform::PutU16Be(segment, 0);
+        platform::PutU16Be(segment, iim);
         segment.insert(segment.end(), block.begin() + 2, block.begin() + 2 + iim + (pad ? 1 : 0));
 
         return vv::ReplaceJpegSegment(fileName, app13Offset, app13Length, segment, data.keepOrgDate != 0, -1,

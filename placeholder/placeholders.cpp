@@ -9,6 +9,7 @@
 #include "exif/tag_record.h"
 #include "iptc/iptc_data.h"
 #include "iptc/iptc_reader.h"
+#include "platform/text.h"
 
 namespace placeholder {
 namespace {
@@ -86,11 +87,7 @@ public:
 
     void Put(std::u16string_view text) {
         const size_t room = limit_ - out_.size();
-        if (text.size() > room) {
-            text = text.substr(0, room);
-            if (!text.empty() && text.back() >= 0xD800 && text.back() <= 0xDBFF) text.remove_suffix(1);
-        }
-        out_.append(text);
+        out_.append(text.substr(0, platform::Utf16CutLength(text, room)));
     }
     void Put(char16_t c) { Put(std::u16string_view(&c, 1)); }
 

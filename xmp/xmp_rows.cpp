@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "platform/platform.h"
+#include "platform/text.h"
 
 namespace xmp {
 namespace {
@@ -19,11 +20,7 @@ constexpr std::u16string_view kCommentRowName = u"#comment";
 // characters, never ending in half a surrogate pair.
 std::u16string Wide(const char* utf8) {
     std::u16string w = platform::Utf8ToUtf16(utf8 ? utf8 : "");
-    if (w.size() > kXmpTextChars - 1) {
-        size_t n = kXmpTextChars - 1;
-        if (w[n - 1] >= 0xD800 && w[n - 1] <= 0xDBFF) --n;
-        w.resize(n);
-    }
+    w.resize(platform::Utf16CutLength(w, kXmpTextChars - 1));
     return w;
 }
 
@@ -35,16 +32,7 @@ std::u16string_view Trim(std::u16string_view v) {
     return v;
 }
 
-bool EqualsIgnoringCase(std::u16string_view a, std::u16string_view b) {
-    if (a.size() != b.size()) return false;
-    for (size_t i = 0; i < a.size(); ++i) {
-        char16_t x = a[i], y = b[i];
-        if (x >= u'A' && x <= u'Z') x = static_cast<char16_t>(x + 32);
-        if (y >= u'A' && y <= u'Z') y = static_cast<char16_t>(y + 32);
-        if (x != y) return false;
-    }
-    return true;
-}
+using platform::EqualsIgnoringCase;
 
 void RemoveAll(std::u16string& text, std::u16string_view what) {
     for (size_t at = text.find(what); at != std::u16string::npos; at = text.find(what, at))

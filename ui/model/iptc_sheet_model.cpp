@@ -9,6 +9,7 @@
 #include "iptc/xmp_import.h"
 #include "placeholder/placeholders.h"
 #include "platform/platform.h"
+#include "platform/text.h"
 
 namespace vv {
 namespace {
@@ -51,22 +52,7 @@ constexpr MergeRow kMergeRows[] = {
 };
 static_assert(sizeof kMergeRows / sizeof kMergeRows[0] == iptc::kFieldCount + 1, "one rule per text");
 
-// Letter case as the change check ignores it: ASCII, Latin-1, Greek and
-// Cyrillic capitals fold to their small letters.
-char16_t FoldCase(char16_t c) {
-    if ((c >= u'A' && c <= u'Z') || (c >= 0xC0 && c <= 0xDE && c != 0xD7)) return static_cast<char16_t>(c + 0x20);
-    if (c >= 0x391 && c <= 0x3AB && c != 0x3A2) return static_cast<char16_t>(c + 0x20);
-    if (c >= 0x410 && c <= 0x42F) return static_cast<char16_t>(c + 0x20);
-    if (c >= 0x400 && c <= 0x40F) return static_cast<char16_t>(c + 0x50);
-    return c;
-}
-
-bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b) {
-    if (a.size() != b.size()) return false;
-    for (size_t i = 0; i < a.size(); ++i)
-        if (FoldCase(a[i]) != FoldCase(b[i])) return false;
-    return true;
-}
+using platform::EqualsIgnoringCase;
 
 std::u16string_view Text(const IptcData& data, int dataset) { return iptc::FieldView(iptc::IptcField(data, dataset)); }
 
@@ -148,7 +134,7 @@ void CutPriority(IptcData& data) {
 
 bool IptcTextsChanged(const IptcData& now, const IptcData& snapshot) {
     for (int dataset : kEditedFields)
-        if (!EqualIgnoringCase(Text(now, dataset), Text(snapshot, dataset))) return true;
+        if (!EqualsIgnoringCase(Text(now, dataset), Text(snapshot, dataset))) return true;
     return false;
 }
 
