@@ -1,13 +1,18 @@
 // Nikon maker notes. The older form ("Nikon" and an 8-byte header, values
 // from the TIFF header) and the main form (an embedded TIFF header, or no
-// header at all) each have their tags here.
+// header at all) each have their tags here; the main form also has its byte
+// structures (AF info, colour balance, lens data, flash info).
+#include <cmath>
+#include <cstdarg>
 #include <cstdio>
 #include <cstring>
 #include <string>
 
 #include "lens_tables.h"
+#include "makernote_array.h"
 #include "makernote_decoders.h"
 #include "makernote_limits.h"
+#include "nikon_tables.h"
 
 namespace makernotes {
 namespace {
@@ -74,7 +79,7 @@ constexpr MakerTable kNikonType1 = Table(kNikonType1Tags, ValueRule::kLowHalfOfW
 
 // ------------------------------------------------------------ main form
 
-enum : uint16_t { kUndefinedType = 7 };
+enum : uint16_t { kUndefinedType = 7, kIfdType = 13 };
 
 // The version is four characters ("0210"), except that some cameras store
 // the digits as the bytes 0 to 9 themselves.
@@ -87,23 +92,91 @@ void Version(const MakerEntry& e) {
     exif::SetRowValue(e.row(), text);
 }
 
+// A structure's version: its first four characters, wherever they are stored.
+void StructureVersion(const MakerEntry& e) {
+    uint8_t b[4] = {};
+    if (exif::ReadRawBlock(e.context, b, sizeof b) < sizeof b) return;
+    char text[5] = {};
+    for (int i = 0; i < 4; ++i) text[i] = b[i] >= ' ' && b[i] <= '~' ? static_cast<char>(b[i]) : '?';
+    exif::SetRowValue(e.row(), text);
+}
+
 // Two SHORTs inline: a flag, then the speed the photographer set.
 void IsoSpeed(const MakerEntry& e) {
     SetValuef(e.row(), "%u", tiff::GetU16(e.entry().fieldBytes + 2, e.context.bigEndian));
+}
+
+// An EV amount as photographers write it: whole steps, halves or thirds as
+// a signed fraction ("+1", "-5/3"), anything else to three figures.
+std::string EvFraction(double v) {
+    v *= 1.00001;  // so that 1/3 steps stored as decimals come out whole
+    char text[32];
+    if (v == 0) return "0";
+    if (static_cast<int>(v) / v > 0.999) std::snprintf(text, sizeof text, "%+d", static_cast<int>(v));
+    else if (static_cast<int>(v * 2) / (v * 2) > 0.999) std::snprintf(text, sizeof text, "%+d/2", static_cast<int>(v * 2));
+    else if (static_cast<int>(v * 3) / (v * 3) > 0.999) std::snprintf(text, sizeof text, "%+d/3", static_cast<int>(v * 3));
+    else std::snprintf(text, sizeof text, "%+.3g", v);
+    return text;
+}
+
+// Exposure steps in three signed bytes: a count, a step numerator and its
+// denominator (a * b / c EV; 0 when c is 0).
+double ExposureSteps(const MakerEntry& e) {
+    const uint8_t* b = e.entry().fieldBytes;
+    const int c = static_cast<int8_t>(b[2]);
+    return c ? static_cast<int8_t>(b[0]) * (static_cast<int8_t>(b[1]) / static_cast<double>(c)) : 0.0;
+}
+void StepsAsFraction(const MakerEntry& e) { exif::SetRowValue(e.row(), EvFraction(ExposureSteps(e))); }
+void StepsSigned(const MakerEntry& e) {
+    const double v = ExposureSteps(e);
+    if (v == 0) return exif::SetRowValue(e.row(), "0");
+    SetValuef(e.row(), "%+.1f", v);
+}
+void StepsOneDecimal(const MakerEntry& e) { SetValuef(e.row(), "%.1f", ExposureSteps(e)); }
+void StepsTwoDecimals(const MakerEntry& e) { SetValuef(e.row(), "%.2f", ExposureSteps(e)); }
+
+// Rational i of the value; false when it cannot be read.
+bool RationalAt(const MakerEntry& e, uint32_t i, int64_t& num, int64_t& den) {
+    const uint64_t offset = uint64_t{e.entry().valueField} + 8u * i;
+    uint32_t n = 0, d = 0;
+    if (offset > UINT32_MAX ||
+        !tiff::ReadRational(e.context.file, e.context.base, static_cast<uint32_t>(offset), e.context.bigEndian, n, d))
+        return false;
+    const bool isSigned = e.entry().type == tiff::kSRational;
+    num = isSigned ? int64_t{static_cast<int32_t>(n)} : int64_t{n};
+    den = isSigned ? int64_t{static_cast<int32_t>(d)} : int64_t{d};
+    return true;
+}
+
+// A bracketing step, as a signed rational of EV.
+void BracketValue(const MakerEntry& e) {
+    int64_t num = 0, den = 0;
+    if (!RationalAt(e, 0, num, den)) return;
+    exif::SetRowValue(e.row(), den ? EvFraction(static_cast<double>(num) / den) : std::string("n/a"));
+}
+
+// A plain rational; "n/a" when its denominator is 0.
+void RationalNumber(const MakerEntry& e) {
+    int64_t num = 0, den = 0;
+    if (!RationalAt(e, 0, num, den)) return;
+    if (!den) return exif::SetRowValue(e.row(), "n/a");
+    SetValuef(e.row(), "%.10g", static_cast<double>(num) / den);
+}
+
+// Two rationals: the width and height of a pixel in micrometres.
+void PixelSize(const MakerEntry& e) {
+    int64_t w = 0, wd = 0, h = 0, hd = 0;
+    if (!RationalAt(e, 0, w, wd) || !RationalAt(e, 1, h, hd) || !wd || !hd) return;
+    SetValuef(e.row(), "%.10g x %.10g um", static_cast<double>(w) / wd, static_cast<double>(h) / hd);
 }
 
 // The lens: shortest and longest focal length, then the widest aperture at
 // each, as four rationals ("18-70mm f/3.5-4.5"; one number where they agree).
 void LensRange(const MakerEntry& e) {
     double v[4] = {};
-    for (int i = 0; i < 4; ++i) {
-        const uint64_t offset = uint64_t{e.entry().valueField} + 8u * i;
-        uint32_t num = 0, den = 0;
-        if (offset > UINT32_MAX ||
-            !tiff::ReadRational(e.context.file, e.context.base, static_cast<uint32_t>(offset), e.context.bigEndian,
-                                num, den) ||
-            den == 0)
-            return;
+    for (uint32_t i = 0; i < 4; ++i) {
+        int64_t num = 0, den = 0;
+        if (!RationalAt(e, i, num, den) || den == 0) return;
         v[i] = static_cast<double>(num) / den;
     }
     char focal[64], aperture[64];
@@ -149,18 +222,54 @@ void LensType(const MakerEntry& e) {
     exif::SetRowValue(e.row(), text);
 }
 
+// A BYTE stands in the field's first byte whatever the byte order.
+template <const Enumeration& E>
+void ByteEnumeration(const MakerEntry& e) {
+    FormatEnumeratedElement(E, e.entry().fieldBytes[0], e.row());
+}
+
 constexpr ValueText kFlashModeTexts[] = {
     {0, "Did Not Fire"}, {1, "Fired, Manual"}, {3, "Not Ready"}, {7, "Fired, External"},
     {8, "Fired, Commander Mode"}, {9, "Fired, TTL Mode"}, {18, "LED Light"},
 };
+constexpr Enumeration kFlashMode = Enum(kFlashModeTexts, Sign::kUnsigned, "%d");
 
-// A BYTE stands in the field's first byte whatever the byte order.
-void FlashMode(const MakerEntry& e) {
-    const int v = e.entry().fieldBytes[0];
-    for (const ValueText& t : kFlashModeTexts)
-        if (t.value == v) return exif::SetRowValue(e.row(), t.text);
-    SetValuef(e.row(), "%d", v);
-}
+constexpr ValueText kOffOnTexts[] = {{0, "Off"}, {1, "On"}};
+constexpr Enumeration kOffOn = Enum(kOffOnTexts, Sign::kUnsigned, "%d");
+
+constexpr ValueText kColorSpaceTexts[] = {{1, "sRGB"}, {2, "Adobe RGB"}};
+constexpr Enumeration kColorSpace = Enum(kColorSpaceTexts, Sign::kUnsigned, "%d");
+
+constexpr ValueText kActiveDLightingTexts[] = {
+    {0, "Off"},           {1, "Low"},           {3, "Normal"},        {5, "High"},
+    {7, "Extra High"},    {8, "Extra High 1"},  {9, "Extra High 2"},  {10, "Extra High 3"},
+    {11, "Extra High 4"}, {0xFFFF, "Auto"},
+};
+constexpr Enumeration kActiveDLighting = Enum(kActiveDLightingTexts, Sign::kUnsigned, "%d");
+
+constexpr ValueText kVignetteControlTexts[] = {{0, "Off"}, {1, "Low"}, {3, "Normal"}, {5, "High"}};
+constexpr Enumeration kVignetteControl = Enum(kVignetteControlTexts, Sign::kUnsigned, "%d");
+
+constexpr ValueText kNefCompressionTexts[] = {
+    {1, "Lossy (type 1)"},
+    {2, "Uncompressed"},
+    {3, "Lossless"},
+    {4, "Lossy (type 2)"},
+    {5, "Striped packed 12 bits"},
+    {6, "Uncompressed (reduced to 12 bit)"},
+    {7, "Unpacked 12 bits"},
+    {8, "Small"},
+    {9, "Packed 12 bits"},
+    {10, "Packed 14 bits"},
+    {13, "High Efficiency"},
+    {14, "High Efficiency*"},
+};
+constexpr Enumeration kNefCompression = Enum(kNefCompressionTexts, Sign::kUnsigned, "%d");
+
+constexpr ValueText kHighIsoNoiseReductionTexts[] = {
+    {0, "Off"}, {1, "Minimal"}, {2, "Low"}, {3, "Medium Low"}, {4, "Normal"}, {5, "Medium High"}, {6, "High"},
+};
+constexpr Enumeration kHighIsoNoiseReduction = Enum(kHighIsoNoiseReductionTexts, Sign::kUnsigned, "%d");
 
 constexpr BitName kShootingModeBits[] = {
     {0, "Continuous"},          {1, "Delay"},     {2, "PC Control"},
@@ -179,77 +288,475 @@ void ShootingMode(const MakerEntry& e) {
     exif::SetRowValue(e.row(), text);
 }
 
-// Lens data: a 4-character version, then the lens's 7 identifying bytes
-// (ID number, f-stops, shortest and longest focal length, widest aperture at
-// each, MCU version), stored in the clear by versions 0100 and 0101 at their
-// own places; from 0201 on the data is enciphered with the serial number and
-// shutter count. The name's key is those 7 bytes and the lens-type flags of
-// tag 0083.
-struct LensDataForm {
-    char version[5];
-    size_t keyStart;
-};
-constexpr LensDataForm kLensDataForms[] = {
-    {"0100", 6},
-    {"0101", 11},
-};
-constexpr size_t kLensDataKeyBytes = 7;
-constexpr size_t kLensDataReadBytes = 18;  // the longest form's key end
-
-void LensName(const MakerEntry& e);
-
+// The tags that make one row each. AF info, colour balance, lens data and
+// flash info make several rows in a pass of their own (below).
 constexpr MakerTag kNikonTags[] = {
     {1, "Version", Version},
-    {2, "ISO Setting", IsoSpeed},
+    {2, "ISO", IsoSpeed},
     {3, "Color Mode", FormatGenericValue},
     {4, "Quality", FormatGenericValue},
     {5, "White Balance", FormatGenericValue},
     {6, "Sharpening", FormatGenericValue},
     {7, "Focus Mode", FormatGenericValue},
     {8, "Flash Setting", FormatGenericValue},
-    {15, "ISO Selection", FormatGenericValue},   // 000F
-    {29, "Serial Number", FormatGenericValue},   // 001D
-    {131, "Lens Type", LensType},                // 0083
-    {132, "Lens", LensRange},                    // 0084
-    {135, "Flash Mode", FlashMode},              // 0087
-    {137, "Shooting Mode", ShootingMode},        // 0089
-    {152, "Lens Name", LensName},                // 0098
-    {160, "Serial Number", FormatGenericValue},  // 00A0
-    {167, "Shutter Count", FormatGenericValue},  // 00A7
+    {9, "Flash Type", FormatGenericValue},
+    {11, "White Balance Fine Tune", FormatGenericValue},           // 000B
+    {13, "Program Shift", StepsAsFraction},                        // 000D
+    {14, "Exposure Difference", StepsSigned},                      // 000E
+    {15, "ISO Selection", FormatGenericValue},                     // 000F
+    {18, "Flash Exposure Comp", StepsAsFraction},                  // 0012
+    {19, "ISO Setting", IsoSpeed},                                 // 0013
+    {22, "Image Boundary", FormatGenericValue},                    // 0016
+    {23, "External Flash Exposure Comp", StepsAsFraction},         // 0017
+    {24, "Flash Exposure Bracket Value", StepsOneDecimal},         // 0018
+    {25, "Exposure Bracket Value", BracketValue},                  // 0019
+    {26, "Image Processing", FormatGenericValue},                  // 001A
+    {28, "Exposure Tuning", StepsAsFraction},                      // 001C
+    {29, "Serial Number", FormatGenericValue},                     // 001D
+    {30, "Color Space", kColorSpace},                              // 001E
+    {32, "Image Authentication", ByteEnumeration<kOffOn>},         // 0020
+    {34, "Active D-Lighting", kActiveDLighting},                   // 0022
+    {42, "Vignette Control", kVignetteControl},                    // 002A
+    {128, "Image Adjustment", FormatGenericValue},                 // 0080
+    {129, "Tone Comp", FormatGenericValue},                        // 0081
+    {130, "Auxiliary Lens", FormatGenericValue},                   // 0082
+    {131, "Lens Type", LensType},                                  // 0083
+    {132, "Lens", LensRange},                                      // 0084
+    {133, "Manual Focus Distance", RationalNumber},                // 0085
+    {134, "Digital Zoom", RationalNumber},                         // 0086
+    {135, "Flash Mode", ByteEnumeration<kFlashMode>},              // 0087
+    {137, "Shooting Mode", ShootingMode},                          // 0089
+    {139, "Lens F-Stops", StepsTwoDecimals},                       // 008B
+    {141, "Color Hue", FormatGenericValue},                        // 008D
+    {143, "Scene Mode", FormatGenericValue},                       // 008F
+    {144, "Light Source", FormatGenericValue},                     // 0090
+    {145, "Shot Info Version", StructureVersion},                           // 0091
+    {146, "Hue Adjustment", FormatGenericValue},                   // 0092
+    {147, "NEF Compression", kNefCompression},                     // 0093
+    {148, "Saturation Adj", FormatGenericValue},                   // 0094
+    {149, "Noise Reduction", FormatGenericValue},                  // 0095
+    {153, "Raw Image Center", FormatGenericValue},                 // 0099
+    {154, "Sensor Pixel Size", PixelSize},                         // 009A
+    {160, "Serial Number", FormatGenericValue},                    // 00A0
+    {162, "Image Data Size", FormatGenericValue},                  // 00A2
+    {165, "Image Count", FormatGenericValue},                      // 00A5
+    {166, "Deleted Image Count", FormatGenericValue},              // 00A6
+    {167, "Shutter Count", FormatGenericValue},                    // 00A7
+    {169, "Image Optimization", FormatGenericValue},               // 00A9
+    {170, "Saturation", FormatGenericValue},                       // 00AA
+    {171, "Vari Program", FormatGenericValue},                     // 00AB
+    {172, "Image Stabilization", FormatGenericValue},              // 00AC
+    {173, "AF Response", FormatGenericValue},                      // 00AD
+    {177, "High ISO Noise Reduction", kHighIsoNoiseReduction},     // 00B1
 };
+static_assert(TagsAscend(kNikonTags), "tags ascend");
 constexpr MakerTable kNikon = Table(kNikonTags, ValueRule::kLeadingShort, /*stopAtRowLimit=*/true);
 
-// The lens-type flags live in tag 0083, which the directory may list before
-// or after the lens data; the decoder finds it before the entry loop and
-// hands it to LensName in the note's context.
+// ------------------------------------------------------------ structures
+//
+// AF info, colour balance, lens data and flash info are byte structures in
+// one UNDEFINED entry each; they are read in a second pass over the
+// directory and each field a photographer reads becomes a row carrying the
+// entry's tag. From version 0201 on, lens data and colour balance are
+// enciphered: a stream of bytes XORed onto the data, keyed by the serial
+// number (tag 001D) and the shutter count (tag 00A7).
 
-void LensName(const MakerEntry& e) {
-    uint8_t data[kLensDataReadBytes] = {};
-    if (e.entry().type != kUndefinedType) return;
-    const size_t got = exif::ReadRawBlock(e.context, data, sizeof data);
-    if (got < 4) return;
-    const LensDataForm* form = nullptr;
-    for (const LensDataForm& f : kLensDataForms)
-        if (std::memcmp(data, f.version, 4) == 0) form = &f;
-    if (!form || got < form->keyStart + kLensDataKeyBytes) {
-        char version[5] = {};
-        for (int i = 0; i < 4; ++i) version[i] = data[i] >= ' ' && data[i] <= '~' ? static_cast<char>(data[i]) : '?';
-        return SetValuef(e.row(), "unknown (lens data %s)", version);
+constexpr uint16_t kSerialNumberTag = 0x1D;
+constexpr uint16_t kLensTypeTag = 0x83;
+constexpr uint16_t kShutterCountTag = 0xA7;
+constexpr uint16_t kModelTag = 272;
+
+// Bytes of a structure that are read: past the colour balance's enciphered
+// white-balance levels (at most byte 308), more than any other field needs.
+constexpr size_t kStructureReadLimit = 320;
+// Digits of a serial number that are read to key the cipher.
+constexpr size_t kSerialReadLimit = 32;
+
+// What the second pass needs from elsewhere in the directory.
+struct NikonKeys {
+    uint8_t lensType = 0;
+    bool haveSerial = false, haveCount = false;
+    uint32_t serial = 0;  // its low byte keys the cipher
+    uint32_t count = 0;
+};
+
+// A structure as read, and where its rows go.
+struct Structure {
+    uint8_t bytes[kStructureReadLimit];
+    size_t size;
+    int bigEndian;
+    const tiff::Entry& entry;
+    exif::TagRecordTable& table;
+    uint32_t* rowCount;
+
+    bool Has(size_t offset, size_t length = 1) const { return offset + length <= size; }
+    // Appends a row with this name and value; none at the row limit.
+    void Row(const char* name, const std::string& value) const {
+        if (*rowCount >= kMakerNoteRowLimit) return;
+        exif::TagRecord& row = exif::TakeRow(table, *rowCount);
+        exif::BeginRow(row, entry.tag, entry);
+        exif::SetRowName(row, name);
+        exif::SetRowValue(row, value);
+        ++*rowCount;
     }
-    uint8_t key[8];
-    std::memcpy(key, data + form->keyStart, kLensDataKeyBytes);
-    key[7] = e.note.lensType;
-    char name[128] = "";
-    if (!LookupNikonLens(key, name, sizeof name))
-        return SetValuef(e.row(), "unknown (%02X %02X %02X %02X %02X %02X %02X %02X)", key[0], key[1], key[2],
-                         key[3], key[4], key[5], key[6], key[7]);
-    exif::SetRowValue(e.row(), name);
+    void Rowf(const char* name, const char* format, ...) const
+#if defined(__GNUC__)
+        __attribute__((format(printf, 3, 4)))
+#endif
+    {
+        char text[exif::kTagValueSize];
+        va_list args;
+        va_start(args, format);
+        std::vsnprintf(text, sizeof text, format, args);
+        va_end(args);
+        Row(name, text);
+    }
+    // The 4-character version at the start.
+    std::string VersionText() const {
+        std::string v;
+        for (size_t i = 0; i < 4 && i < size; ++i) v += bytes[i] >= ' ' && bytes[i] <= '~' ? static_cast<char>(bytes[i]) : '?';
+        return v;
+    }
+    bool VersionIs(const char* v) const { return Has(0, 4) && std::memcmp(bytes, v, 4) == 0; }
+};
+
+// Deciphers bytes [start, size) in place: the key stream starts at `start`.
+bool Decipher(Structure& s, size_t start, const NikonKeys& keys) {
+    if (!keys.haveSerial || !keys.haveCount) return false;
+    uint8_t countKey = 0;
+    for (int i = 0; i < 4; ++i) countKey ^= static_cast<uint8_t>(keys.count >> (8 * i));
+    const uint8_t ci = NikonCipherBySerial[keys.serial & 0xFF];
+    uint8_t cj = NikonCipherByCount[countKey];
+    uint8_t ck = 0x60;
+    for (size_t i = start; i < s.size; ++i) {
+        cj = static_cast<uint8_t>(cj + ci * ck);
+        ++ck;
+        s.bytes[i] ^= cj;
+    }
+    return true;
 }
 
-// Tag 0083's byte, from the directory at the file position (which is kept).
-uint8_t FindLensType(platform::File& file, int bigEndian) {
+// ---- AF info (tag 0088): area mode, the selected point, the points in focus.
+
+constexpr ValueText kAfAreaModeTexts[] = {
+    {0, "Single Area"},    {1, "Dynamic Area"},       {2, "Dynamic Area (closest subject)"},
+    {3, "Group Dynamic"},  {4, "Single Area (wide)"}, {5, "Dynamic Area (wide)"},
+};
+constexpr Enumeration kAfAreaMode = Enum(kAfAreaModeTexts, Sign::kUnsigned, "%d");
+
+// The eleven points of the older bodies, by number and by bit.
+constexpr const char* kAfPointNames[] = {
+    "Center",    "Top",         "Bottom",     "Mid-left", "Mid-right", "Upper-left",
+    "Upper-right", "Lower-left", "Lower-right", "Far Left", "Far Right",
+};
+constexpr size_t kAfPoints = sizeof kAfPointNames / sizeof kAfPointNames[0];
+constexpr uint32_t kAllAfPoints = (1u << kAfPoints) - 1;
+
+std::string EnumText(const Enumeration& e, int64_t value) {
+    if (const char* text = EnumerationText(e, value)) return text;
+    return std::to_string(value);
+}
+
+void AfInfo(const Structure& s) {
+    if (!s.Has(0, 4)) return;
+    s.Row("AF Area Mode", EnumText(kAfAreaMode, s.bytes[0]));
+    s.Row("AF Point", s.bytes[1] < kAfPoints ? kAfPointNames[s.bytes[1]] : std::to_string(s.bytes[1]));
+    const uint32_t inFocus = tiff::GetU16(s.bytes + 2, s.bigEndian);
+    std::string points;
+    for (size_t i = 0; i < 16; ++i) {
+        if (!(inFocus & (1u << i))) continue;
+        if (!points.empty()) points += ", ";
+        points += i < kAfPoints ? kAfPointNames[i] : "[" + std::to_string(i) + "]";
+    }
+    if (inFocus == 0) points = "(none)";
+    else if (inFocus == kAllAfPoints) points = "All 11 Points";
+    s.Row("AF Points In Focus", points);
+}
+
+// ---- colour balance (tag 0097): the white-balance levels, four SHORTs
+// whose channel order and place depend on the version.
+
+struct ColorBalanceForm {
+    char version[5];     // "02" matches every version 0200 to 0210 not listed before it
+    bool enciphered;     // from cipherStart on
+    size_t cipherStart;
+    size_t levelsAt;
+    const char* name;
+};
+constexpr ColorBalanceForm kColorBalanceForms[] = {
+    {"0100", false, 0, 72, "WB RBGG Levels"},
+    {"0102", false, 0, 10, "WB RGGB Levels"},
+    {"0103", false, 0, 20, "WB RGBG Levels"},
+    {"0205", true, 4, 18, "WB RGGB Levels"},
+    {"0209", true, 284, 294, "WB GRBG Levels"},
+    {"0212", true, 284, 294, "WB GRBG Levels"},
+    {"0214", true, 284, 294, "WB GRBG Levels"},
+    {"0211", true, 284, 300, "WB GRBG Levels"},
+    {"0213", true, 284, 294, "WB RGGB Levels"},
+    {"0215", true, 284, 288, "WB GRBG Levels"},
+    {"0216", true, 284, 288, "WB GRBG Levels"},
+    {"0217", true, 284, 288, "WB GRBG Levels"},
+    {"02", true, 284, 290, "WB RGGB Levels"},
+};
+
+void ColorBalance(Structure& s, const NikonKeys& keys) {
+    const ColorBalanceForm* form = nullptr;
+    for (const ColorBalanceForm& f : kColorBalanceForms) {
+        const size_t n = std::strlen(f.version);
+        if (s.Has(0, 4) && std::memcmp(s.bytes, f.version, n) == 0) {
+            // "02" stands for the versions below 0211 only.
+            if (n == 2 && !(s.bytes[2] == '0' || (s.bytes[2] == '1' && s.bytes[3] == '0'))) break;
+            form = &f;
+            break;
+        }
+    }
+    if (!form || !s.Has(form->levelsAt, 8)) return;
+    if (form->enciphered && !Decipher(s, form->cipherStart, keys)) return;
+    const uint8_t* b = s.bytes + form->levelsAt;
+    s.Rowf(form->name, "%u %u %u %u", tiff::GetU16(b, s.bigEndian), tiff::GetU16(b + 2, s.bigEndian),
+           tiff::GetU16(b + 4, s.bigEndian), tiff::GetU16(b + 6, s.bigEndian));
+}
+
+// ---- lens data (tag 0098)
+
+// Where each field stands in one form of the lens data; -1: not there.
+struct LensDataForm {
+    char version[5];
+    bool enciphered;  // from byte 4 on
+    int exitPupil, afAperture, focusPosition, focusDistance, focalLength;
+    int id;  // the 7 bytes of the lens key start here: ID number, f-stops,
+             // shortest and longest focal length, widest aperture at each,
+             // MCU version
+    int effectiveMaxAperture;
+};
+constexpr LensDataForm kLensDataForms[] = {
+    {"0100", false, -1, -1, -1, -1, -1, 6, -1},
+    {"0101", false, 4, 5, 8, 9, 10, 11, 18},
+    {"0201", true, 4, 5, 8, 9, 10, 11, 18},
+    {"0202", true, 4, 5, 8, 9, 10, 11, 18},
+    {"0203", true, 4, 5, 8, 9, 10, 11, 18},
+    {"0204", true, 4, 5, 8, 10, 11, 12, 19},
+};
+constexpr size_t kLensKeyDataBytes = 7;
+
+// The lens data's units: focal lengths are 5 mm x 2^(v/24), apertures
+// 2^(v/24), the exit pupil 2048/v mm, the focus distance 10^(v/40) cm.
+double FocalLength(uint8_t v) { return 5.0 * std::pow(2.0, v / 24.0); }
+double Aperture(uint8_t v) { return std::pow(2.0, v / 24.0); }
+
+void LensName(const Structure& s, const uint8_t* id, const NikonKeys& keys) {
+    uint8_t key[8];
+    std::memcpy(key, id, kLensKeyDataBytes);
+    key[7] = keys.lensType;
+    char name[128] = "";
+    if (LookupNikonLens(key, name, sizeof name) || LookupNikonMoreLens(key, name, sizeof name))
+        return s.Row("Lens Name", name);
+    s.Rowf("Lens Name", "unknown (%02X %02X %02X %02X %02X %02X %02X %02X)", key[0], key[1], key[2], key[3], key[4],
+           key[5], key[6], key[7]);
+}
+
+void LensData(Structure& s, const NikonKeys& keys) {
+    if (!s.Has(0, 4)) return;
+    s.Row("Lens Data Version", s.VersionText());
+    const LensDataForm* form = nullptr;
+    for (const LensDataForm& f : kLensDataForms)
+        if (s.VersionIs(f.version)) form = &f;
+    if (!form || !s.Has(static_cast<size_t>(form->id), kLensKeyDataBytes)) return;
+    if (form->enciphered && !Decipher(s, 4, keys)) return;
+    const uint8_t* b = s.bytes;
+    const auto at = [&](int offset) { return offset >= 0 && s.Has(static_cast<size_t>(offset)); };
+    if (at(form->exitPupil)) {
+        const uint8_t v = b[form->exitPupil];
+        s.Rowf("Exit Pupil Position", "%.1f mm", v ? 2048.0 / v : 0.0);
+    }
+    if (at(form->afAperture)) s.Rowf("AF Aperture", "%.1f", Aperture(b[form->afAperture]));
+    if (at(form->focusPosition)) s.Rowf("Focus Position", "0x%02x", b[form->focusPosition]);
+    if (at(form->focusDistance)) {
+        const uint8_t v = b[form->focusDistance];
+        if (v) s.Rowf("Focus Distance", "%.2f m", 0.01 * std::pow(10.0, v / 40.0));
+        else s.Row("Focus Distance", "inf");
+    }
+    if (at(form->focalLength)) s.Rowf("Focal Length", "%.1f mm", FocalLength(b[form->focalLength]));
+    const uint8_t* id = b + form->id;
+    s.Rowf("Lens ID Number", "%u", id[0]);
+    s.Rowf("Lens F-Stops", "%.2f", id[1] / 12.0);
+    s.Rowf("Min Focal Length", "%.1f mm", FocalLength(id[2]));
+    s.Rowf("Max Focal Length", "%.1f mm", FocalLength(id[3]));
+    s.Rowf("Max Aperture At Min Focal", "%.1f", Aperture(id[4]));
+    s.Rowf("Max Aperture At Max Focal", "%.1f", Aperture(id[5]));
+    s.Rowf("MCU Version", "%u", id[6]);
+    if (at(form->effectiveMaxAperture))
+        s.Rowf("Effective Max Aperture", "%.1f", Aperture(b[form->effectiveMaxAperture]));
+    LensName(s, id, keys);
+}
+
+// ---- flash info (tag 00A8), versions 0100 and 0101
+
+constexpr ValueText kFlashSourceTexts[] = {{0, "None"}, {1, "External"}, {2, "Internal"}};
+constexpr Enumeration kFlashSource = Enum(kFlashSourceTexts, Sign::kUnsigned, "%d");
+
+constexpr ValueText kFlashControlModeTexts[] = {
+    {0, "Off"},       {1, "iTTL-BL"}, {2, "iTTL"},   {3, "Auto Aperture"},
+    {4, "Automatic"}, {5, "GN (distance priority)"}, {6, "Manual"}, {7, "Repeating Flash"},
+};
+constexpr Enumeration kFlashControlMode = Enum(kFlashControlModeTexts, Sign::kUnsigned, "%d");
+// From this control mode on, a group's byte is its output, not a compensation.
+constexpr uint8_t kFirstOutputMode = 6;
+
+constexpr BitName kExternalFlashBits[] = {
+    {0, "Fired"}, {2, "Bounce Flash"}, {4, "Wide Flash Adapter"}, {5, "Dome Diffuser"},
+};
+
+// Guide-number distances in tenths of a metre, by code (0: none, 255: n/a).
+constexpr uint16_t kGnDistanceTenths[] = {
+    0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 13, 14, 16, 18, 20, 22, 25,
+    28, 32, 36, 40, 45, 50, 56, 63, 71, 80, 90, 100, 110, 130, 140, 160, 180, 200,
+};
+
+// Output as a share of full power: 2^(-v/6).
+std::string FlashOutput(uint8_t v) {
+    const double share = std::pow(2.0, -v / 6.0);
+    if (share > 0.99) return "Full";
+    char text[16];
+    std::snprintf(text, sizeof text, "%.0f%%", share * 100);
+    return text;
+}
+
+void FlashInfo(const Structure& s) {
+    if (!s.Has(0, 4)) return;
+    s.Row("Flash Info Version", s.VersionText());
+    if (!(s.VersionIs("0100") || s.VersionIs("0101")) || !s.Has(0, 19)) return;
+    const uint8_t* b = s.bytes;
+    s.Row("Flash Source", EnumText(kFlashSource, b[4]));
+    if (b[6] == 0 && b[7] == 0) s.Row("External Flash Firmware", "n/a");
+    else s.Rowf("External Flash Firmware", "%u.%.2u", b[6], b[7]);
+    s.Row("External Flash Flags", b[8] ? BitNames(b[8], kExternalFlashBits, ", ") : std::string("(none)"));
+    s.Row("Flash Commander Mode", b[9] & 0x80 ? "On" : "Off");
+    const uint8_t mode = b[9] & 0x7F;
+    s.Row("Flash Control Mode", EnumText(kFlashControlMode, mode));
+    if (mode >= kFirstOutputMode) s.Row("Flash Output", FlashOutput(b[10]));
+    else s.Row("Flash Compensation", EvFraction(-static_cast<int8_t>(b[10]) / 6.0));
+    if (b[11]) s.Rowf("Flash Focal Length", "%u mm", b[11]);
+    if (b[12]) s.Rowf("Repeating Flash Rate", "%u Hz", b[12]);
+    if (b[13]) s.Rowf("Repeating Flash Count", "%u", b[13]);
+    const uint8_t gn = b[14];
+    if (gn == 0) s.Row("Flash GN Distance", "0");
+    else if (gn < sizeof kGnDistanceTenths / sizeof kGnDistanceTenths[0])
+        s.Rowf("Flash GN Distance", "%u.%u m", kGnDistanceTenths[gn] / 10u, kGnDistanceTenths[gn] % 10u);
+    else if (gn == 255) s.Row("Flash GN Distance", "n/a");
+    else s.Rowf("Flash GN Distance", "%u", gn);
+    const uint8_t modeA = b[15] & 0x0F, modeB = b[16] & 0x0F;
+    s.Row("Flash Group A Control Mode", EnumText(kFlashControlMode, modeA));
+    s.Row("Flash Group B Control Mode", EnumText(kFlashControlMode, modeB));
+    const auto group = [&](const char* output, const char* compensation, uint8_t groupMode, uint8_t v) {
+        if (groupMode >= kFirstOutputMode) return s.Row(output, FlashOutput(v));
+        const double ev = -static_cast<int8_t>(v) / 6.0;
+        if (ev == 0) s.Row(compensation, "0");
+        else s.Rowf(compensation, "%+.1f", ev);
+    };
+    group("Flash Group A Output", "Flash Group A Compensation", modeA, b[17]);
+    group("Flash Group B Output", "Flash Group B Compensation", modeB, b[18]);
+}
+
+// ---- the preview's directory (tag 0011): a small TIFF directory of its own
+
+constexpr ValueText kCompressionTexts[] = {{1, "Uncompressed"}, {6, "JPEG (old-style)"}, {7, "JPEG"}};
+constexpr Enumeration kCompression = Enum(kCompressionTexts, Sign::kUnsigned, "%d");
+constexpr ValueText kResolutionUnitTexts[] = {{1, "None"}, {2, "inches"}, {3, "cm"}};
+constexpr Enumeration kResolutionUnit = Enum(kResolutionUnitTexts, Sign::kUnsigned, "%d");
+constexpr ValueText kYCbCrPositioningTexts[] = {{1, "Centered"}, {2, "Co-sited"}};
+constexpr Enumeration kYCbCrPositioning = Enum(kYCbCrPositioningTexts, Sign::kUnsigned, "%d");
+
+// The image's offset counts from the note's offset base; shown as a file position.
+void PreviewStart(const MakerEntry& e) {
+    SetValuef(e.row(), "%llu", static_cast<unsigned long long>(uint64_t{e.context.base} + e.entry().valueField));
+}
+
+constexpr MakerTag kNikonPreviewTags[] = {
+    {259, "Preview Compression", kCompression},             // 0103
+    {282, "Preview X Resolution", FormatRational},          // 011A
+    {283, "Preview Y Resolution", FormatRational},          // 011B
+    {296, "Preview Resolution Unit", kResolutionUnit},      // 0128
+    {513, "Preview Image Start", PreviewStart},             // 0201
+    {514, "Preview Image Length", FormatGenericValue},      // 0202
+    {531, "Preview YCbCr Positioning", kYCbCrPositioning},  // 0213
+};
+static_assert(TagsAscend(kNikonPreviewTags), "tags ascend");
+constexpr MakerTable kNikonPreview = Table(kNikonPreviewTags, ValueRule::kLeadingShort, /*stopAtRowLimit=*/true);
+
+// ---- the pass
+
+// The serial number's digits as a number; a serial with other characters
+// keys the cipher with 0x22 on the D50 and 0x60 on other bodies.
+uint32_t SerialKey(const char* text, size_t size, const exif::TagRecordTable& table, uint32_t rows) {
+    uint32_t value = 0;
+    bool digits = size > 0;
+    for (size_t i = 0; i < size && text[i]; ++i) {
+        if (text[i] < '0' || text[i] > '9') {
+            digits = false;
+            break;
+        }
+        value = value * 10 + static_cast<uint32_t>(text[i] - '0');
+    }
+    if (digits && text[0]) return value;
+    const char* model = "";
+    for (uint32_t i = 0; i < rows && i < exif::kTagTableRows; ++i)
+        if (table.rows[i].tag == kModelTag) model = table.rows[i].value;
+    const size_t n = std::strlen(model);
+    return n >= 3 && std::strcmp(model + n - 3, "D50") == 0 ? 0x22 : 0x60;
+}
+
+// Reads, from the directory at the file position (which is kept), the
+// lens-type flags and the cipher's keys.
+NikonKeys FindKeys(platform::File& file, uint32_t offsetBase, int bigEndian, exif::TagRecordTable& table,
+                   uint32_t rowCount) {
+    NikonKeys keys;
+    if (rowCount >= kMakerNoteRowLimit) return keys;
     tiff::Entry entry;
-    return FindDirectoryEntry(file, bigEndian, 0x83, entry) ? entry.fieldBytes[0] : 0;
+    if (FindDirectoryEntry(file, bigEndian, kLensTypeTag, entry)) keys.lensType = entry.fieldBytes[0];
+    if (FindDirectoryEntry(file, bigEndian, kShutterCountTag, entry)) {
+        keys.haveCount = true;
+        keys.count = entry.valueField;
+    }
+    if (FindDirectoryEntry(file, bigEndian, kSerialNumberTag, entry)) {
+        const int64_t position = file.Tell();
+        uint8_t text[kSerialReadLimit + 1] = {};
+        // The reader wants a row for its context; it writes none.
+        const exif::EntryContext context{file, offsetBase, bigEndian, entry, exif::TakeRow(table, rowCount)};
+        const size_t got = exif::ReadRawBlock(context, text, kSerialReadLimit);
+        if (position >= 0) file.Seek(position);
+        keys.haveSerial = true;
+        keys.serial = SerialKey(reinterpret_cast<const char*>(text), got, table, rowCount);
+    }
+    return keys;
+}
+
+void DecodeNikonStructures(platform::File& file, int64_t directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                           uint32_t rowsBefore, uint32_t* rowCount, int bigEndian, const NikonKeys& keys) {
+    RevisitDirectory(file, directory, bigEndian, rowsBefore, rowCount, [&](const tiff::Entry& entry, uint32_t) {
+        void (*plain)(const Structure&) = nullptr;
+        void (*keyed)(Structure&, const NikonKeys&) = nullptr;
+        if (entry.tag == 0x11 && (entry.type == tiff::kLong || entry.type == kIfdType)) {
+            const uint64_t at = uint64_t{offsetBase} + entry.valueField;
+            if (file.Seek(static_cast<int64_t>(at)))
+                DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kNikonPreview);
+            return;
+        }
+        switch (entry.tag) {
+            case 0x88: plain = AfInfo; break;
+            case 0x97: keyed = ColorBalance; break;
+            case 0x98: keyed = LensData; break;
+            case 0xA8: plain = FlashInfo; break;
+            default: return;
+        }
+        // Some bodies store the four AF bytes as one LONG.
+        if (entry.type != kUndefinedType && !(entry.tag == 0x88 && entry.type == tiff::kLong)) return;
+        Structure s{{}, 0, bigEndian, entry, table, rowCount};
+        const exif::EntryContext context{file, offsetBase, bigEndian, entry, exif::TakeRow(table, *rowCount)};
+        s.size = exif::ReadRawBlock(context, s.bytes, sizeof s.bytes);
+        if (plain) plain(s);
+        else keyed(s, keys);
+    });
 }
 
 }  // namespace
@@ -265,9 +772,11 @@ void DecodeNikonType1MakerNote(platform::File& file, uint32_t offsetBase, exif::
 
 void DecodeNikonMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
                           uint32_t* rowCount, int bigEndian) {
-    NoteContext note;
-    note.lensType = FindLensType(file, bigEndian);
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kNikon, note);
+    const int64_t directory = file.Tell();
+    const uint32_t rowsBefore = *rowCount;
+    const NikonKeys keys = FindKeys(file, offsetBase, bigEndian, table, *rowCount);
+    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kNikon);
+    DecodeNikonStructures(file, directory, offsetBase, table, rowsBefore, rowCount, bigEndian, keys);
 }
 
 }  // namespace makernotes
