@@ -2,6 +2,7 @@
 // from the TIFF header) and the main form (an embedded TIFF header, or no
 // header at all) each have their tags here; the main form also has its byte
 // structures (AF info, colour balance, lens data, flash info).
+#include <cctype>
 #include <cmath>
 #include <cstdarg>
 #include <cstdio>
@@ -372,9 +373,10 @@ constexpr size_t kStructureReadLimit = 320;
 // Digits of a serial number that are read to key the cipher.
 constexpr size_t kSerialReadLimit = 32;
 
-// What the second pass needs from elsewhere in the directory.
+// What the second pass needs from elsewhere in the directory and the table.
 struct NikonKeys {
     uint8_t lensType = 0;
+    bool afBigEndian = false;  // the SLRs ("NIKON D...") store AF info big-endian
     bool haveSerial = false, haveCount = false;
     uint32_t serial = 0;  // its low byte keys the cipher
     uint32_t count = 0;
@@ -457,11 +459,12 @@ std::string EnumText(const Enumeration& e, int64_t value) {
     return std::to_string(value);
 }
 
-void AfInfo(const Structure& s) {
+void AfInfo(Structure& s, const NikonKeys& keys) {
+    const int afBigEndian = keys.afBigEndian;
     if (!s.Has(0, 4)) return;
     s.Row("AF Area Mode", EnumText(kAfAreaMode, s.bytes[0]));
     s.Row("AF Point", s.bytes[1] < kAfPoints ? kAfPointNames[s.bytes[1]] : std::to_string(s.bytes[1]));
-    const uint32_t inFocus = tiff::GetU16(s.bytes + 2, s.bigEndian);
+    const uint32_t inFocus = tiff::GetU16(s.bytes + 2, afBigEndian);
     std::string points;
     for (size_t i = 0; i < 16; ++i) {
         if (!(inFocus & (1u << i))) continue;
@@ -622,7 +625,7 @@ std::string FlashOutput(uint8_t v) {
     return text;
 }
 
-void FlashInfo(const Structure& s) {
+void FlashInfo(Structure& s, const NikonKeys&) {
     if (!s.Has(0, 4)) return;
     s.Row("Flash Info Version", s.VersionText());
     if (!(s.VersionIs("0100") || s.VersionIs("0101")) || !s.Has(0, 19)) return;
@@ -686,9 +689,17 @@ constexpr MakerTable kNikonPreview = Table(kNikonPreviewTags, ValueRule::kLeadin
 
 // ---- the pass
 
+// The Model row's text; empty when there is none.
+const char* ModelText(const exif::TagRecordTable& table, uint32_t rows) {
+    const char* model = "";
+    for (uint32_t i = 0; i < rows && i < exif::kTagTableRows; ++i)
+        if (table.rows[i].tag == kModelTag) model = table.rows[i].value;
+    return model;
+}
+
 // The serial number's digits as a number; a serial with other characters
 // keys the cipher with 0x22 on the D50 and 0x60 on other bodies.
-uint32_t SerialKey(const char* text, size_t size, const exif::TagRecordTable& table, uint32_t rows) {
+uint32_t SerialKey(const char* text, size_t size, const char* model) {
     uint32_t value = 0;
     bool digits = size > 0;
     for (size_t i = 0; i < size && text[i]; ++i) {
@@ -699,9 +710,6 @@ uint32_t SerialKey(const char* text, size_t size, const exif::TagRecordTable& ta
         value = value * 10 + static_cast<uint32_t>(text[i] - '0');
     }
     if (digits && text[0]) return value;
-    const char* model = "";
-    for (uint32_t i = 0; i < rows && i < exif::kTagTableRows; ++i)
-        if (table.rows[i].tag == kModelTag) model = table.rows[i].value;
     const size_t n = std::strlen(model);
     return n >= 3 && std::strcmp(model + n - 3, "D50") == 0 ? 0x22 : 0x60;
 }
@@ -712,6 +720,11 @@ NikonKeys FindKeys(platform::File& file, uint32_t offsetBase, int bigEndian, exi
                    uint32_t rowCount) {
     NikonKeys keys;
     if (rowCount >= kMakerNoteRowLimit) return keys;
+    const char* model = ModelText(table, rowCount);
+    constexpr char kSlrModel[] = "NIKON D";
+    keys.afBigEndian = true;
+    for (size_t i = 0; i + 1 < sizeof kSlrModel; ++i)
+        if (std::toupper(static_cast<unsigned char>(model[i])) != kSlrModel[i]) keys.afBigEndian = false;
     tiff::Entry entry;
     if (FindDirectoryEntry(file, bigEndian, kLensTypeTag, entry)) keys.lensType = entry.fieldBytes[0];
     if (FindDirectoryEntry(file, bigEndian, kShutterCountTag, entry)) {
@@ -726,7 +739,7 @@ NikonKeys FindKeys(platform::File& file, uint32_t offsetBase, int bigEndian, exi
         const size_t got = exif::ReadRawBlock(context, text, kSerialReadLimit);
         if (position >= 0) file.Seek(position);
         keys.haveSerial = true;
-        keys.serial = SerialKey(reinterpret_cast<const char*>(text), got, table, rowCount);
+        keys.serial = SerialKey(reinterpret_cast<const char*>(text), got, model);
     }
     return keys;
 }
@@ -734,19 +747,18 @@ NikonKeys FindKeys(platform::File& file, uint32_t offsetBase, int bigEndian, exi
 void DecodeNikonStructures(platform::File& file, int64_t directory, uint32_t offsetBase, exif::TagRecordTable& table,
                            uint32_t rowsBefore, uint32_t* rowCount, int bigEndian, const NikonKeys& keys) {
     RevisitDirectory(file, directory, bigEndian, rowsBefore, rowCount, [&](const tiff::Entry& entry, uint32_t) {
-        void (*plain)(const Structure&) = nullptr;
-        void (*keyed)(Structure&, const NikonKeys&) = nullptr;
         if (entry.tag == 0x11 && (entry.type == tiff::kLong || entry.type == kIfdType)) {
             const uint64_t at = uint64_t{offsetBase} + entry.valueField;
             if (file.Seek(static_cast<int64_t>(at)))
                 DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kNikonPreview);
             return;
         }
+        void (*decode)(Structure&, const NikonKeys&) = nullptr;
         switch (entry.tag) {
-            case 0x88: plain = AfInfo; break;
-            case 0x97: keyed = ColorBalance; break;
-            case 0x98: keyed = LensData; break;
-            case 0xA8: plain = FlashInfo; break;
+            case 0x88: decode = AfInfo; break;
+            case 0x97: decode = ColorBalance; break;
+            case 0x98: decode = LensData; break;
+            case 0xA8: decode = FlashInfo; break;
             default: return;
         }
         // Some bodies store the four AF bytes as one LONG.
@@ -754,8 +766,7 @@ void DecodeNikonStructures(platform::File& file, int64_t directory, uint32_t off
         Structure s{{}, 0, bigEndian, entry, table, rowCount};
         const exif::EntryContext context{file, offsetBase, bigEndian, entry, exif::TakeRow(table, *rowCount)};
         s.size = exif::ReadRawBlock(context, s.bytes, sizeof s.bytes);
-        if (plain) plain(s);
-        else keyed(s, keys);
+        decode(s, keys);
     });
 }
 
