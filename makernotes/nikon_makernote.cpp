@@ -82,24 +82,28 @@ constexpr MakerTable kNikonType1 = Table(kNikonType1Tags, ValueRule::kLowHalfOfW
 
 enum : uint16_t { kUndefinedType = 7, kIfdType = 13 };
 
+// Up to four characters of a version, '?' for a byte that is not printable.
+std::string VersionChars(const uint8_t* b, size_t size) {
+    std::string v;
+    for (size_t i = 0; i < 4 && i < size; ++i) v += b[i] >= ' ' && b[i] <= '~' ? static_cast<char>(b[i]) : '?';
+    return v;
+}
+
 // The version is four characters ("0210"), except that some cameras store
 // the digits as the bytes 0 to 9 themselves.
 void Version(const MakerEntry& e) {
-    const uint8_t* b = e.entry().fieldBytes;
-    char text[5] = {};
-    for (int i = 0; i < 4; ++i) text[i] = static_cast<char>(b[i] < 10 ? '0' + b[i] : b[i]);
-    for (int i = 0; i < 4; ++i)
-        if (text[i] < ' ' || text[i] > '~') text[i] = '?';
-    exif::SetRowValue(e.row(), text);
+    uint8_t digits[4];
+    for (int i = 0; i < 4; ++i) {
+        const uint8_t b = e.entry().fieldBytes[i];
+        digits[i] = static_cast<uint8_t>(b < 10 ? '0' + b : b);
+    }
+    exif::SetRowValue(e.row(), VersionChars(digits, sizeof digits));
 }
 
 // A structure's version: its first four characters, wherever they are stored.
 void StructureVersion(const MakerEntry& e) {
     uint8_t b[4] = {};
-    if (exif::ReadRawBlock(e.context, b, sizeof b) < sizeof b) return;
-    char text[5] = {};
-    for (int i = 0; i < 4; ++i) text[i] = b[i] >= ' ' && b[i] <= '~' ? static_cast<char>(b[i]) : '?';
-    exif::SetRowValue(e.row(), text);
+    if (exif::ReadRawBlock(e.context, b, sizeof b) == sizeof b) exif::SetRowValue(e.row(), VersionChars(b, sizeof b));
 }
 
 // Two SHORTs inline: a flag, then the speed the photographer set.
@@ -414,11 +418,7 @@ struct Structure {
         Row(name, text);
     }
     // The 4-character version at the start.
-    std::string VersionText() const {
-        std::string v;
-        for (size_t i = 0; i < 4 && i < size; ++i) v += bytes[i] >= ' ' && bytes[i] <= '~' ? static_cast<char>(bytes[i]) : '?';
-        return v;
-    }
+    std::string VersionText() const { return VersionChars(bytes, size); }
     bool VersionIs(const char* v) const { return Has(0, 4) && std::memcmp(bytes, v, 4) == 0; }
 };
 
