@@ -722,9 +722,9 @@ NikonKeys FindKeys(platform::File& file, uint32_t offsetBase, int bigEndian, exi
     if (rowCount >= kMakerNoteRowLimit) return keys;
     const char* model = ModelText(table, rowCount);
     constexpr char kSlrModel[] = "NIKON D";
-    keys.afBigEndian = true;
-    for (size_t i = 0; i + 1 < sizeof kSlrModel; ++i)
-        if (std::toupper(static_cast<unsigned char>(model[i])) != kSlrModel[i]) keys.afBigEndian = false;
+    size_t same = 0;  // stops at the model's end, where no letter matches
+    while (kSlrModel[same] && std::toupper(static_cast<unsigned char>(model[same])) == kSlrModel[same]) ++same;
+    keys.afBigEndian = kSlrModel[same] == '\0';
     tiff::Entry entry;
     if (FindDirectoryEntry(file, bigEndian, kLensTypeTag, entry)) keys.lensType = entry.fieldBytes[0];
     if (FindDirectoryEntry(file, bigEndian, kShutterCountTag, entry)) {

@@ -110,6 +110,13 @@ TEST(NikonNote, AfPointsAreBigEndianOnTheSlrsOnly) {
               (Texts{"AF Area Mode=Dynamic Area", "AF Point=Mid-left", "AF Points In Focus=Center"}));
     EXPECT_EQ(Only(Nikon(kBE, kBE, af, "COOLPIX P7000"), "AF Points In Focus"),
               Texts{"AF Points In Focus=Lower-right"});
+    // Without a Model row (a fuzz finding: the test read past an empty text).
+    EXPECT_EQ(Only(RowTexts(DispatchNote(kBE, "NIKON", [&] {
+                  MakerNoteBuilder n(kBE);
+                  af(n);
+                  return n.Build(fixture::kNoteOffset);
+              }())), "AF Points In Focus"),
+              Texts{"AF Points In Focus=Lower-right"});
     EXPECT_EQ(Only(Nikon(kLE, kLE, [](MakerNoteBuilder& n) { n.Field(136, fixture::kUndefined, 4, {9, 42, 0x07, 0xFF}); }),
                    "AF Point"),
               Texts{"AF Point=42"});
