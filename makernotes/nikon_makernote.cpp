@@ -276,6 +276,27 @@ constexpr ValueText kHighIsoNoiseReductionTexts[] = {
 };
 constexpr Enumeration kHighIsoNoiseReduction = Enum(kHighIsoNoiseReductionTexts, Sign::kUnsigned, "%d");
 
+constexpr ValueText kCropTexts[] = {
+    {0, "Off"},              {1, "1.3x Crop"},        {2, "DX Crop"},         {3, "5:4 Crop"},
+    {4, "3:2 Crop"},         {6, "16:9 Crop"},        {8, "2.7x Crop"},       {9, "DX Movie Crop"},
+    {10, "1.3x Movie Crop"}, {11, "FX Uncropped"},    {12, "DX Uncropped"},   {13, "2.8x Movie Crop"},
+    {14, "1.4x Movie Crop"}, {15, "1.5x Movie Crop"}, {17, "1:1 Crop"},
+};
+constexpr Enumeration kCrop = Enum(kCropTexts, Sign::kUnsigned, "%d");
+
+// Seven SHORTs: the crop, the sensor's width and height, the image's width
+// and height, and where the image's corner lies.
+void CropHiSpeed(const MakerEntry& e) {
+    uint8_t b[14] = {};
+    if (e.entry().type != tiff::kShort || e.entry().count != 7 || exif::ReadRawBlock(e.context, b, sizeof b) != sizeof b)
+        return;
+    unsigned v[7];
+    for (int i = 0; i < 7; ++i) v[i] = tiff::GetU16(b + 2 * i, e.context.bigEndian);
+    const char* crop = EnumerationText(kCrop, v[0]);
+    const std::string name = crop ? crop : "Unknown (" + std::to_string(v[0]) + ")";
+    SetValuef(e.row(), "%s (%ux%u cropped to %ux%u at pixel %u,%u)", name.c_str(), v[1], v[2], v[3], v[4], v[5], v[6]);
+}
+
 constexpr BitName kShootingModeBits[] = {
     {0, "Continuous"},          {1, "Delay"},     {2, "PC Control"},
     {3, "Self-timer"},          {4, "Exposure Bracketing"},
@@ -316,6 +337,7 @@ constexpr MakerTag kNikonTags[] = {
     {24, "Flash Exposure Bracket Value", StepsOneDecimal},         // 0018
     {25, "Exposure Bracket Value", BracketValue},                  // 0019
     {26, "Image Processing", FormatGenericValue},                  // 001A
+    {27, "Crop Hi Speed", CropHiSpeed},                            // 001B
     {28, "Exposure Tuning", StepsAsFraction},                      // 001C
     {29, "Serial Number", FormatGenericValue},                     // 001D
     {30, "Color Space", kColorSpace},                              // 001E
@@ -381,6 +403,7 @@ constexpr size_t kSerialReadLimit = 32;
 struct NikonKeys {
     uint8_t lensType = 0;
     bool afBigEndian = false;  // the SLRs ("NIKON D...") store AF info big-endian
+    bool earlyZ = false;       // the first Z bodies name their VR modes otherwise
     bool haveSerial = false, haveCount = false;
     uint32_t serial = 0;  // its low byte keys the cipher
     uint32_t count = 0;
@@ -661,6 +684,91 @@ void FlashInfo(Structure& s, const NikonKeys&) {
     group("Flash Group B Output", "Flash Group B Compensation", modeB, b[18]);
 }
 
+// ---- settings of the later bodies, one small structure each
+
+// VR info (tag 001F).
+constexpr ValueText kVibrationReductionTexts[] = {{0, "n/a"}, {1, "On"}, {2, "Off"}};
+constexpr Enumeration kVibrationReduction = Enum(kVibrationReductionTexts, Sign::kUnsigned, "%d");
+constexpr ValueText kVrModeTexts[] = {{0, "Normal"}, {1, "On (1)"}, {2, "Active"}, {3, "Sport"}};
+constexpr Enumeration kVrMode = Enum(kVrModeTexts, Sign::kUnsigned, "%d");
+constexpr ValueText kEarlyZVrModeTexts[] = {{0, "Off"}, {1, "Normal"}, {3, "Sport"}};
+constexpr Enumeration kEarlyZVrMode = Enum(kEarlyZVrModeTexts, Sign::kUnsigned, "%d");
+
+void VrInfo(Structure& s, const NikonKeys& keys) {
+    if (!s.Has(0, 4)) return;
+    s.Row("VR Info Version", s.VersionText());
+    if (s.Has(4)) s.Row("Vibration Reduction", EnumText(kVibrationReduction, s.bytes[4]));
+    if (s.Has(6)) s.Row("VR Mode", EnumText(keys.earlyZ ? kEarlyZVrMode : kVrMode, s.bytes[6]));
+}
+
+// Picture control (tag 0023), version 01xx: the name the photographer gave
+// it and the control it was made from, 20 characters each.
+std::string FixedText(const Structure& s, size_t at, size_t length) {
+    std::string text;
+    for (size_t i = at; i < at + length && s.Has(i) && s.bytes[i]; ++i) text += static_cast<char>(s.bytes[i]);
+    while (!text.empty() && text.back() == ' ') text.pop_back();
+    return text;
+}
+
+void PictureControl(Structure& s, const NikonKeys&) {
+    if (!s.Has(0, 4)) return;
+    s.Row("Picture Control Version", s.VersionText());
+    if (!(s.bytes[0] == '0' && s.bytes[1] == '1') || !s.Has(4, 40)) return;
+    s.Row("Picture Control Name", FixedText(s, 4, 20));
+    s.Row("Picture Control Base", FixedText(s, 24, 20));
+}
+
+// World time (tag 0024): the time zone in minutes, daylight saving, the
+// date order.
+constexpr ValueText kDaylightSavingsTexts[] = {{0, "No"}, {1, "Yes"}};
+constexpr Enumeration kDaylightSavings = Enum(kDaylightSavingsTexts, Sign::kUnsigned, "%d");
+constexpr ValueText kDateDisplayFormatTexts[] = {{0, "Y/M/D"}, {1, "M/D/Y"}, {2, "D/M/Y"}};
+constexpr Enumeration kDateDisplayFormat = Enum(kDateDisplayFormatTexts, Sign::kUnsigned, "%d");
+
+void WorldTime(Structure& s, const NikonKeys&) {
+    if (!s.Has(0, 4)) return;
+    const int minutes = static_cast<int16_t>(tiff::GetU16(s.bytes, s.bigEndian));
+    const int magnitude = minutes < 0 ? -minutes : minutes;
+    s.Rowf("Time Zone", "%c%02d:%02d", minutes < 0 ? '-' : '+', magnitude / 60, magnitude % 60);
+    s.Row("Daylight Savings", EnumText(kDaylightSavings, s.bytes[2]));
+    s.Row("Date Display Format", EnumText(kDateDisplayFormat, s.bytes[3]));
+}
+
+// ISO info (tag 0025), big-endian in every body: the speed as 100 x
+// 2^(v/12 - 5), and the Hi/Lo extension past the normal range, in steps of
+// 0.3, 0.5, 0.7 and 1.0 EV per whole stop.
+constexpr const char* kIsoExpansionKinds[] = {nullptr, "Hi", "Lo"};
+
+void IsoInfo(Structure& s, const NikonKeys&) {
+    if (!s.Has(0, 6)) return;
+    s.Rowf("ISO", "%d", static_cast<int>(100.0 * std::pow(2.0, s.bytes[0] / 12.0 - 5.0) + 0.5));
+    const uint16_t expansion = tiff::GetU16(s.bytes + 4, /*bigEndian=*/1);
+    const unsigned kind = expansion >> 8, step = expansion & 0xFF;
+    constexpr double kFractions[] = {0.3, 0.5, 0.7, 1.0};
+    if (expansion == 0) s.Row("ISO Expansion", "Off");
+    else if (kind >= 1 && kind <= 2 && step >= 1 && step <= 20)
+        s.Rowf("ISO Expansion", "%s %.1f", kIsoExpansionKinds[kind], (step - 1) / 4 + kFractions[(step - 1) % 4]);
+    else s.Rowf("ISO Expansion", "0x%x", expansion);
+}
+
+// AF fine tune (tag 00B9).
+constexpr ValueText kAfFineTuneTexts[] = {{0, "Off"}, {1, "On (1)"}, {2, "On (2)"}, {3, "On (Zoom)"}};
+constexpr Enumeration kAfFineTune = Enum(kAfFineTuneTexts, Sign::kUnsigned, "%d");
+
+void AfTune(Structure& s, const NikonKeys&) {
+    if (!s.Has(0, 3)) return;
+    s.Row("AF Fine Tune", EnumText(kAfFineTune, s.bytes[0]));
+    if (s.bytes[1] == 255) s.Row("AF Fine Tune Index", "n/a");
+    else s.Rowf("AF Fine Tune Index", "%u", s.bytes[1]);
+    // A positive adjustment shows its sign, zero none.
+    const auto adjust = [&](const char* name, uint8_t b) {
+        const int v = static_cast<int8_t>(b);
+        s.Rowf(name, v > 0 ? "+%d" : "%d", v);
+    };
+    adjust("AF Fine Tune Adj", s.bytes[2]);
+    if (s.Has(3)) adjust("AF Fine Tune Adj Tele", s.bytes[3]);
+}
+
 // ---- the preview's directory (tag 0011): a small TIFF directory of its own
 
 constexpr ValueText kCompressionTexts[] = {{1, "Uncompressed"}, {6, "JPEG (old-style)"}, {7, "JPEG"}};
@@ -697,6 +805,22 @@ const char* ModelText(const exif::TagRecordTable& table, uint32_t rows) {
     return model;
 }
 
+// Whether the model text starts with `prefix` (in capitals; the model in any
+// case), and with wholeWord, ends there or goes on with no letter, digit or
+// underscore.
+bool ModelStartsWith(const char* model, const char* prefix, bool wholeWord) {
+    size_t i = 0;  // stops at the model's end, where no letter matches
+    for (; prefix[i]; ++i)
+        if (std::toupper(static_cast<unsigned char>(model[i])) != prefix[i]) return false;
+    const unsigned char next = static_cast<unsigned char>(model[i]);
+    return !wholeWord || !(std::isalnum(next) || next == '_');
+}
+
+// The Z bodies made up to the end of 2021.
+constexpr const char* kEarlyZModels[] = {
+    "NIKON Z 5", "NIKON Z 50", "NIKON Z 6", "NIKON Z 6_2", "NIKON Z 7", "NIKON Z 7_2", "NIKON Z FC", "NIKON Z 9",
+};
+
 // The serial number's digits as a number; a serial with other characters
 // keys the cipher with 0x22 on the D50 and 0x60 on other bodies.
 uint32_t SerialKey(const char* text, size_t size, const char* model) {
@@ -721,10 +845,8 @@ NikonKeys FindKeys(platform::File& file, uint32_t offsetBase, int bigEndian, exi
     NikonKeys keys;
     if (rowCount >= kMakerNoteRowLimit) return keys;
     const char* model = ModelText(table, rowCount);
-    constexpr char kSlrModel[] = "NIKON D";
-    size_t same = 0;  // stops at the model's end, where no letter matches
-    while (kSlrModel[same] && std::toupper(static_cast<unsigned char>(model[same])) == kSlrModel[same]) ++same;
-    keys.afBigEndian = kSlrModel[same] == '\0';
+    keys.afBigEndian = ModelStartsWith(model, "NIKON D", /*wholeWord=*/false);
+    for (const char* z : kEarlyZModels) keys.earlyZ = keys.earlyZ || ModelStartsWith(model, z, /*wholeWord=*/true);
     tiff::Entry entry;
     if (FindDirectoryEntry(file, bigEndian, kLensTypeTag, entry)) keys.lensType = entry.fieldBytes[0];
     if (FindDirectoryEntry(file, bigEndian, kShutterCountTag, entry)) {
@@ -759,6 +881,11 @@ void DecodeNikonStructures(platform::File& file, int64_t directory, uint32_t off
             case 0x97: decode = ColorBalance; break;
             case 0x98: decode = LensData; break;
             case 0xA8: decode = FlashInfo; break;
+            case 0x1F: decode = VrInfo; break;
+            case 0x23: decode = PictureControl; break;
+            case 0x24: decode = WorldTime; break;
+            case 0x25: decode = IsoInfo; break;
+            case 0xB9: decode = AfTune; break;
             default: return;
         }
         // Some bodies store the four AF bytes as one LONG.

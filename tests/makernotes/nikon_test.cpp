@@ -138,6 +138,38 @@ TEST(NikonNote, FlashRecordWithAFlashUnitAndExposureSteps) {
                            "Flash Group B Output=Full"}));
 }
 
+TEST(NikonNote, SettingsOfTheLaterBodiesInTheirStructures) {
+    const auto note = [](MakerNoteBuilder& n) {
+        const ByteOrder o = n.order();
+        Bytes crop;
+        for (int v : {2, 6048, 4032, 3936, 2624, 1056, 704}) fixture::PutU16(crop, static_cast<uint16_t>(v), o);
+        n.OutOfLine(27, fixture::kShort, 7, crop);
+        Bytes vr = fixture::ToBytes("0100");
+        fixture::Append(vr, {1, 0, 1, 0});
+        n.OutOfLine(31, fixture::kUndefined, 8, vr);
+        Bytes picture = fixture::ToBytes("0100STANDARD");
+        picture.resize(24, 0);
+        fixture::Append(picture, fixture::ToBytes("NEUTRAL   "));
+        picture.resize(58, 0);
+        n.OutOfLine(35, fixture::kUndefined, 58, picture);
+        Bytes world;
+        fixture::PutU16(world, static_cast<uint16_t>(-330), o);
+        fixture::Append(world, {1, 2});
+        n.Field(36, fixture::kUndefined, 4, world);
+        n.OutOfLine(37, fixture::kUndefined, 14, {0x48, 0, 0, 0, 0x01, 0x06, 0x48, 0, 0, 0, 0, 0, 0, 0});
+        n.Field(185, fixture::kUndefined, 4, {1, 255, 0xFB, 0});
+    };
+    const Texts expected{"Crop Hi Speed=DX Crop (6048x4032 cropped to 3936x2624 at pixel 1056,704)",
+                         "VR Info Version=0100", "Vibration Reduction=On", "VR Mode=Normal",
+                         "Picture Control Version=0100", "Picture Control Name=STANDARD",
+                         "Picture Control Base=NEUTRAL", "Time Zone=-05:30", "Daylight Savings=Yes",
+                         "Date Display Format=D/M/Y", "ISO=200", "ISO Expansion=Hi 1.5", "AF Fine Tune=On (1)",
+                         "AF Fine Tune Index=n/a", "AF Fine Tune Adj=-5", "AF Fine Tune Adj Tele=0"};
+    EXPECT_EQ(Nikon(kLE, kLE, note, "NIKON Z 6_2"), expected);
+    EXPECT_EQ(Nikon(kBE, kBE, note, "Nikon Z 7"), expected);
+    EXPECT_EQ(Only(Nikon(kLE, kBE, note, "NIKON Z 8"), "VR Mode"), Texts{"VR Mode=On (1)"});
+}
+
 TEST(NikonNote, StructuresStopAtTheRowLimitAndHostileOffsetsGiveNoRows) {
     const auto lens = [](MakerNoteBuilder& n) {
         Lens(n, "0101", 11, {0xB0, 0x4C, 0x50, 0x50, 0x14, 0x14, 0xB2}, 0x06);
