@@ -297,6 +297,15 @@ void CropHiSpeed(const MakerEntry& e) {
     SetValuef(e.row(), "%s (%ux%u cropped to %ux%u at pixel %u,%u)", name.c_str(), v[1], v[2], v[3], v[4], v[5], v[6]);
 }
 
+// When the camera was last switched on: the year as a SHORT, then month,
+// day, hour, minute and second as bytes.
+void PowerUpTime(const MakerEntry& e) {
+    uint8_t b[7] = {};
+    if (exif::ReadRawBlock(e.context, b, sizeof b) != sizeof b) return;
+    SetValuef(e.row(), "%04u:%02u:%02u %02u:%02u:%02u", tiff::GetU16(b, e.context.bigEndian), b[2], b[3], b[4], b[5],
+              b[6]);
+}
+
 constexpr BitName kShootingModeBits[] = {
     {0, "Continuous"},          {1, "Delay"},     {2, "PC Control"},
     {3, "Self-timer"},          {4, "Exposure Bracketing"},
@@ -375,6 +384,7 @@ constexpr MakerTag kNikonTags[] = {
     {172, "Image Stabilization", FormatGenericValue},              // 00AC
     {173, "AF Response", FormatGenericValue},                      // 00AD
     {177, "High ISO Noise Reduction", kHighIsoNoiseReduction},     // 00B1
+    {182, "Power Up Time", PowerUpTime},                           // 00B6
 };
 static_assert(TagsAscend(kNikonTags), "tags ascend");
 constexpr MakerTable kNikon = Table(kNikonTags, ValueRule::kLeadingShort, /*stopAtRowLimit=*/true);
@@ -404,6 +414,7 @@ struct NikonKeys {
     uint8_t lensType = 0;
     bool afBigEndian = false;  // the SLRs ("NIKON D...") store AF info big-endian
     bool earlyZ = false;       // the first Z bodies name their VR modes otherwise
+    bool fileInfoLittleEndian = false;
     bool haveSerial = false, haveCount = false;
     uint32_t serial = 0;  // its low byte keys the cipher
     uint32_t count = 0;
@@ -769,6 +780,29 @@ void AfTune(Structure& s, const NikonKeys&) {
     if (s.Has(3)) adjust("AF Fine Tune Adj Tele", s.bytes[3]);
 }
 
+// File info (tag 00B8): the card slot, folder and file numbers, as SHORTs
+// whose byte order is not the note's on every body: the order in which the
+// folder (100 to 999) and file number (up to 9999) make sense, else
+// little-endian for a few bodies and big-endian for the rest.
+constexpr const char* kFileInfoLittleEndianModels[] = {
+    "NIKON D4S", "NIKON D750", "NIKON D810", "NIKON D3300", "NIKON D5200", "NIKON D5300", "NIKON D5500", "NIKON D7100",
+};
+
+bool FileNumbersMakeSense(const uint8_t* b, int bigEndian) {
+    const unsigned folder = tiff::GetU16(b, bigEndian), file = tiff::GetU16(b + 2, bigEndian);
+    return folder >= 100 && folder <= 999 && file <= 9999;
+}
+
+void FileInfo(Structure& s, const NikonKeys& keys) {
+    if (!s.Has(0, 10)) return;
+    const bool little = FileNumbersMakeSense(s.bytes + 6, 0), big = FileNumbersMakeSense(s.bytes + 6, 1);
+    const int order = little != big ? big : !keys.fileInfoLittleEndian;
+    s.Row("File Info Version", s.VersionText());
+    s.Rowf("Memory Card Number", "%u", tiff::GetU16(s.bytes + 4, order));
+    s.Rowf("Directory Number", "%03u", tiff::GetU16(s.bytes + 6, order));
+    s.Rowf("File Number", "%04u", tiff::GetU16(s.bytes + 8, order));
+}
+
 // ---- the preview's directory (tag 0011): a small TIFF directory of its own
 
 constexpr ValueText kCompressionTexts[] = {{1, "Uncompressed"}, {6, "JPEG (old-style)"}, {7, "JPEG"}};
@@ -816,6 +850,10 @@ bool ModelStartsWith(const char* model, const char* prefix, bool wholeWord) {
     return !wholeWord || !(std::isalnum(next) || next == '_');
 }
 
+bool ModelIs(const char* model, const char* name) {
+    return ModelStartsWith(model, name, /*wholeWord=*/false) && model[std::strlen(name)] == '\0';
+}
+
 // The Z bodies made up to the end of 2021.
 constexpr const char* kEarlyZModels[] = {
     "NIKON Z 5", "NIKON Z 50", "NIKON Z 6", "NIKON Z 6_2", "NIKON Z 7", "NIKON Z 7_2", "NIKON Z FC", "NIKON Z 9",
@@ -847,6 +885,8 @@ NikonKeys FindKeys(platform::File& file, uint32_t offsetBase, int bigEndian, exi
     const char* model = ModelText(table, rowCount);
     keys.afBigEndian = ModelStartsWith(model, "NIKON D", /*wholeWord=*/false);
     for (const char* z : kEarlyZModels) keys.earlyZ = keys.earlyZ || ModelStartsWith(model, z, /*wholeWord=*/true);
+    for (const char* m : kFileInfoLittleEndianModels)
+        keys.fileInfoLittleEndian = keys.fileInfoLittleEndian || ModelIs(model, m);
     tiff::Entry entry;
     if (FindDirectoryEntry(file, bigEndian, kLensTypeTag, entry)) keys.lensType = entry.fieldBytes[0];
     if (FindDirectoryEntry(file, bigEndian, kShutterCountTag, entry)) {
@@ -885,6 +925,7 @@ void DecodeNikonStructures(platform::File& file, int64_t directory, uint32_t off
             case 0x23: decode = PictureControl; break;
             case 0x24: decode = WorldTime; break;
             case 0x25: decode = IsoInfo; break;
+            case 0xB8: decode = FileInfo; break;
             case 0xB9: decode = AfTune; break;
             default: return;
         }

@@ -157,13 +157,22 @@ TEST(NikonNote, SettingsOfTheLaterBodiesInTheirStructures) {
         fixture::Append(world, {1, 2});
         n.Field(36, fixture::kUndefined, 4, world);
         n.OutOfLine(37, fixture::kUndefined, 14, {0x48, 0, 0, 0, 0x01, 0x06, 0x48, 0, 0, 0, 0, 0, 0, 0});
+        Bytes powerUp;
+        fixture::PutU16(powerUp, 2021, o);
+        fixture::Append(powerUp, {7, 4, 18, 5, 9});
+        n.OutOfLine(182, fixture::kUndefined, 7, powerUp);
+        // Folder 100 and file 1234, little-endian whatever the note's order.
+        Bytes file = fixture::ToBytes("0100");
+        fixture::Append(file, {1, 0, 100, 0, 0xD2, 0x04});
+        n.OutOfLine(184, fixture::kUndefined, 10, file);
         n.Field(185, fixture::kUndefined, 4, {1, 255, 0xFB, 0});
     };
     const Texts expected{"Crop Hi Speed=DX Crop (6048x4032 cropped to 3936x2624 at pixel 1056,704)",
-                         "VR Info Version=0100", "Vibration Reduction=On", "VR Mode=Normal",
+                         "Power Up Time=2021:07:04 18:05:09", "VR Info Version=0100", "Vibration Reduction=On", "VR Mode=Normal",
                          "Picture Control Version=0100", "Picture Control Name=STANDARD",
                          "Picture Control Base=NEUTRAL", "Time Zone=-05:30", "Daylight Savings=Yes",
-                         "Date Display Format=D/M/Y", "ISO=200", "ISO Expansion=Hi 1.5", "AF Fine Tune=On (1)",
+                         "Date Display Format=D/M/Y", "ISO=200", "ISO Expansion=Hi 1.5", "File Info Version=0100",
+                         "Memory Card Number=1", "Directory Number=100", "File Number=1234", "AF Fine Tune=On (1)",
                          "AF Fine Tune Index=n/a", "AF Fine Tune Adj=-5", "AF Fine Tune Adj Tele=0"};
     EXPECT_EQ(Nikon(kLE, kLE, note, "NIKON Z 6_2"), expected);
     EXPECT_EQ(Nikon(kBE, kBE, note, "Nikon Z 7"), expected);
