@@ -780,6 +780,98 @@ void AfTune(Structure& s, const NikonKeys&) {
     if (s.Has(3)) adjust("AF Fine Tune Adj Tele", s.bytes[3]);
 }
 
+// AF info 2 (tag 00B7) of the bodies with live view: whether contrast
+// detection and phase detection were used, and the area mode, whose values
+// mean other things under contrast detection. The Z 9's version 04xx lays
+// its bytes out otherwise.
+constexpr ValueText kContrastDetectAfTexts[] = {{0, "Off"}, {1, "On"}, {2, "On (2)"}};
+constexpr Enumeration kContrastDetectAf = Enum(kContrastDetectAfTexts, Sign::kUnsigned, "%d");
+
+constexpr ValueText kPhaseDetectAreaTexts[] = {
+    {0, "Single Area"},
+    {1, "Dynamic Area"},
+    {2, "Dynamic Area (closest subject)"},
+    {3, "Group Dynamic"},
+    {4, "Dynamic Area (9 points)"},
+    {5, "Dynamic Area (21 points)"},
+    {6, "Dynamic Area (51 points)"},
+    {7, "Dynamic Area (51 points, 3D-tracking)"},
+    {8, "Auto-area"},
+    {9, "Dynamic Area (3D-tracking)"},
+    {10, "Single Area (wide)"},
+    {11, "Dynamic Area (wide)"},
+    {12, "Dynamic Area (wide, 3D-tracking)"},
+    {13, "Group Area"},
+    {14, "Dynamic Area (25 points)"},
+    {15, "Dynamic Area (72 points)"},
+    {16, "Group Area (HL)"},
+    {17, "Group Area (VL)"},
+    {18, "Dynamic Area (49 points)"},
+    {128, "Single"},
+    {129, "Auto (41 points)"},
+    {130, "Subject Tracking (41 points)"},
+    {131, "Face Priority (41 points)"},
+    {192, "Pinpoint"},
+    {193, "Single"},
+    {195, "Wide (S)"},
+    {196, "Wide (L)"},
+    {197, "Auto"},
+};
+constexpr Enumeration kPhaseDetectArea = Enum(kPhaseDetectAreaTexts, Sign::kUnsigned, "%d");
+
+constexpr ValueText kContrastDetectAreaTexts[] = {
+    {0, "Contrast-detect"},
+    {1, "Contrast-detect (normal area)"},
+    {2, "Contrast-detect (wide area)"},
+    {3, "Contrast-detect (face priority)"},
+    {4, "Contrast-detect (subject tracking)"},
+    {128, "Single"},
+    {129, "Auto (41 points)"},
+    {130, "Subject Tracking (41 points)"},
+    {131, "Face Priority (41 points)"},
+    {192, "Pinpoint"},
+    {193, "Single"},
+    {194, "Dynamic"},
+    {195, "Wide (S)"},
+    {196, "Wide (L)"},
+    {197, "Auto"},
+    {198, "Auto (People)"},
+    {199, "Auto (Animal)"},
+    {200, "Normal-area AF"},
+    {201, "Wide-area AF"},
+    {202, "Face-priority AF"},
+    {203, "Subject-tracking AF"},
+    {204, "Dynamic Area (S)"},
+    {205, "Dynamic Area (M)"},
+    {206, "Dynamic Area (L)"},
+    {207, "3D-tracking"},
+};
+constexpr Enumeration kContrastDetectArea = Enum(kContrastDetectAreaTexts, Sign::kUnsigned, "%d");
+
+constexpr ValueText kPhaseDetectAfTexts[] = {
+    {0, "Off"},
+    {1, "On (51-point)"},
+    {2, "On (11-point)"},
+    {3, "On (39-point)"},
+    {4, "On (73-point)"},
+    {5, "On (5)"},
+    {6, "On (105-point)"},
+    {7, "On (153-point)"},
+    {8, "On (81-point)"},
+    {9, "On (105-point)"},
+};
+constexpr Enumeration kPhaseDetectAf = Enum(kPhaseDetectAfTexts, Sign::kUnsigned, "%d");
+
+void AfInfo2(Structure& s, const NikonKeys&) {
+    if (!s.Has(0, 4)) return;
+    s.Row("AF Info 2 Version", s.VersionText());
+    if ((s.bytes[0] == '0' && s.bytes[1] == '4') || !s.Has(4, 3)) return;
+    const uint8_t contrast = s.bytes[4];
+    s.Row("Contrast Detect AF", EnumText(kContrastDetectAf, contrast));
+    s.Row("AF Area Mode", EnumText(contrast ? kContrastDetectArea : kPhaseDetectArea, s.bytes[5]));
+    s.Row("Phase Detect AF", EnumText(kPhaseDetectAf, s.bytes[6]));
+}
+
 // File info (tag 00B8): the card slot, folder and file numbers, as SHORTs
 // whose byte order is not the note's on every body: the order in which the
 // folder (100 to 999) and file number (up to 9999) make sense, else
@@ -925,6 +1017,7 @@ void DecodeNikonStructures(platform::File& file, int64_t directory, uint32_t off
             case 0x23: decode = PictureControl; break;
             case 0x24: decode = WorldTime; break;
             case 0x25: decode = IsoInfo; break;
+            case 0xB7: decode = AfInfo2; break;
             case 0xB8: decode = FileInfo; break;
             case 0xB9: decode = AfTune; break;
             default: return;

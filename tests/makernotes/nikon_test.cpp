@@ -164,6 +164,7 @@ TEST(NikonNote, SettingsOfTheLaterBodiesInTheirStructures) {
         // Folder 100 and file 1234, little-endian whatever the note's order.
         Bytes file = fixture::ToBytes("0100");
         fixture::Append(file, {1, 0, 100, 0, 0xD2, 0x04});
+        n.OutOfLine(183, fixture::kUndefined, 8, {'0', '1', '0', '0', 1, 3, 0, 0});
         n.OutOfLine(184, fixture::kUndefined, 10, file);
         n.Field(185, fixture::kUndefined, 4, {1, 255, 0xFB, 0});
     };
@@ -171,7 +172,9 @@ TEST(NikonNote, SettingsOfTheLaterBodiesInTheirStructures) {
                          "Power Up Time=2021:07:04 18:05:09", "VR Info Version=0100", "Vibration Reduction=On", "VR Mode=Normal",
                          "Picture Control Version=0100", "Picture Control Name=STANDARD",
                          "Picture Control Base=NEUTRAL", "Time Zone=-05:30", "Daylight Savings=Yes",
-                         "Date Display Format=D/M/Y", "ISO=200", "ISO Expansion=Hi 1.5", "File Info Version=0100",
+                         "Date Display Format=D/M/Y", "ISO=200", "ISO Expansion=Hi 1.5", "AF Info 2 Version=0100",
+                         "Contrast Detect AF=On", "AF Area Mode=Contrast-detect (face priority)",
+                         "Phase Detect AF=Off", "File Info Version=0100",
                          "Memory Card Number=1", "Directory Number=100", "File Number=1234", "AF Fine Tune=On (1)",
                          "AF Fine Tune Index=n/a", "AF Fine Tune Adj=-5", "AF Fine Tune Adj Tele=0"};
     EXPECT_EQ(Nikon(kLE, kLE, note, "NIKON Z 6_2"), expected);
