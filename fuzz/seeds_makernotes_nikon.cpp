@@ -45,13 +45,14 @@ Bytes NikonNote(ByteOrder order, const std::string& header, int64_t origin, cons
     note.OutOfLine(152, fixture::kUndefined, 33, Structure(lensVersion, 33, 0x2D));
     note.Long(167, 526).OutOfLine(168, fixture::kUndefined, 22, Structure("0100", 22, 1));
     // The later bodies' settings: crop, VR, picture control, world time, ISO,
-    // power-up time, file info, AF fine tune.
+    // power-up time, AF info 2, file info, AF fine tune.
     Bytes crop;
     for (int v : {2, 6048, 4032, 3936, 2624, 1056, 704}) fixture::PutU16(crop, static_cast<uint16_t>(v), order);
     note.OutOfLine(27, fixture::kShort, 7, crop).OutOfLine(31, fixture::kUndefined, 8, Structure("0100", 8, 1));
     note.OutOfLine(35, fixture::kUndefined, 58, Structure("0100", 58, 0x41));
-    note.Field(36, fixture::kUndefined, 4, {0xB6, 0xFE, 1, 2}).OutOfLine(37, fixture::kUndefined, 14, Structure("H\0\0\0", 14, 1));
+    note.Field(36, fixture::kUndefined, 4, {0xB6, 0xFE, 1, 2}).OutOfLine(37, fixture::kUndefined, 14, Structure("H", 14, 1));
     note.OutOfLine(182, fixture::kUndefined, 7, Structure("\x07\xE5\x07\x04", 7, 18));
+    note.OutOfLine(183, fixture::kUndefined, 8, Structure("0100", 8, 0));
     note.OutOfLine(184, fixture::kUndefined, 10, Structure("0100", 10, 1)).Field(185, fixture::kUndefined, 4, {1, 255, 0xFB, 3});
     Bytes out = note.Build(origin);
     out.resize(static_cast<size_t>(kPreviewAt - origin), 0);  // past every value
