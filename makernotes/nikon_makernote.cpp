@@ -366,7 +366,7 @@ constexpr MakerTag kNikonTags[] = {
     {141, "Color Hue", FormatGenericValue},                        // 008D
     {143, "Scene Mode", FormatGenericValue},                       // 008F
     {144, "Light Source", FormatGenericValue},                     // 0090
-    {145, "Shot Info Version", StructureVersion},                           // 0091
+    {145, "Shot Info Version", StructureVersion},                 // 0091
     {146, "Hue Adjustment", FormatGenericValue},                   // 0092
     {147, "NEF Compression", kNefCompression},                     // 0093
     {148, "Saturation Adj", FormatGenericValue},                   // 0094
@@ -391,9 +391,10 @@ constexpr MakerTable kNikon = Table(kNikonTags, ValueRule::kLeadingShort, /*stop
 
 // ------------------------------------------------------------ structures
 //
-// AF info, colour balance, lens data and flash info are byte structures in
-// one UNDEFINED entry each; they are read in a second pass over the
-// directory and each field a photographer reads becomes a row carrying the
+// AF info, colour balance, lens data, flash info and the later bodies'
+// settings are byte structures in one UNDEFINED entry each, and the preview
+// is a directory of its own; they are read in a second pass over the
+// directory, and each field a photographer reads becomes a row carrying the
 // entry's tag. From version 0201 on, lens data and colour balance are
 // enciphered: a stream of bytes XORed onto the data, keyed by the serial
 // number (tag 001D) and the shutter count (tag 00A7).
@@ -410,7 +411,7 @@ constexpr size_t kStructureReadLimit = 320;
 constexpr size_t kSerialReadLimit = 32;
 
 // What the second pass needs from elsewhere in the directory and the table.
-struct NikonKeys {
+struct NikonFacts {
     uint8_t lensType = 0;
     bool afBigEndian = false;  // the SLRs ("NIKON D...") store AF info big-endian
     bool earlyZ = false;       // the first Z bodies name their VR modes otherwise
@@ -457,7 +458,7 @@ struct Structure {
 };
 
 // Deciphers bytes [start, size) in place: the key stream starts at `start`.
-bool Decipher(Structure& s, size_t start, const NikonKeys& keys) {
+bool Decipher(Structure& s, size_t start, const NikonFacts& keys) {
     if (!keys.haveSerial || !keys.haveCount) return false;
     uint8_t countKey = 0;
     for (int i = 0; i < 4; ++i) countKey ^= static_cast<uint8_t>(keys.count >> (8 * i));
@@ -493,7 +494,7 @@ std::string EnumText(const Enumeration& e, int64_t value) {
     return std::to_string(value);
 }
 
-void AfInfo(Structure& s, const NikonKeys& keys) {
+void AfInfo(Structure& s, const NikonFacts& keys) {
     const int afBigEndian = keys.afBigEndian;
     if (!s.Has(0, 4)) return;
     s.Row("AF Area Mode", EnumText(kAfAreaMode, s.bytes[0]));
@@ -536,7 +537,7 @@ constexpr ColorBalanceForm kColorBalanceForms[] = {
     {"02", true, 284, 290, "WB RGGB Levels"},
 };
 
-void ColorBalance(Structure& s, const NikonKeys& keys) {
+void ColorBalance(Structure& s, const NikonFacts& keys) {
     const ColorBalanceForm* form = nullptr;
     for (const ColorBalanceForm& f : kColorBalanceForms) {
         const size_t n = std::strlen(f.version);
@@ -581,7 +582,7 @@ constexpr size_t kLensKeyDataBytes = 7;
 double FocalLength(uint8_t v) { return 5.0 * std::pow(2.0, v / 24.0); }
 double Aperture(uint8_t v) { return std::pow(2.0, v / 24.0); }
 
-void LensName(const Structure& s, const uint8_t* id, const NikonKeys& keys) {
+void LensName(const Structure& s, const uint8_t* id, const NikonFacts& keys) {
     uint8_t key[8];
     std::memcpy(key, id, kLensKeyDataBytes);
     key[7] = keys.lensType;
@@ -592,7 +593,7 @@ void LensName(const Structure& s, const uint8_t* id, const NikonKeys& keys) {
            key[5], key[6], key[7]);
 }
 
-void LensData(Structure& s, const NikonKeys& keys) {
+void LensData(Structure& s, const NikonFacts& keys) {
     if (!s.Has(0, 4)) return;
     s.Row("Lens Data Version", s.VersionText());
     const LensDataForm* form = nullptr;
@@ -659,7 +660,7 @@ std::string FlashOutput(uint8_t v) {
     return text;
 }
 
-void FlashInfo(Structure& s, const NikonKeys&) {
+void FlashInfo(Structure& s, const NikonFacts&) {
     if (!s.Has(0, 4)) return;
     s.Row("Flash Info Version", s.VersionText());
     if (!(s.VersionIs("0100") || s.VersionIs("0101")) || !s.Has(0, 19)) return;
@@ -705,7 +706,7 @@ constexpr Enumeration kVrMode = Enum(kVrModeTexts, Sign::kUnsigned, "%d");
 constexpr ValueText kEarlyZVrModeTexts[] = {{0, "Off"}, {1, "Normal"}, {3, "Sport"}};
 constexpr Enumeration kEarlyZVrMode = Enum(kEarlyZVrModeTexts, Sign::kUnsigned, "%d");
 
-void VrInfo(Structure& s, const NikonKeys& keys) {
+void VrInfo(Structure& s, const NikonFacts& keys) {
     if (!s.Has(0, 4)) return;
     s.Row("VR Info Version", s.VersionText());
     if (s.Has(4)) s.Row("Vibration Reduction", EnumText(kVibrationReduction, s.bytes[4]));
@@ -721,7 +722,7 @@ std::string FixedText(const Structure& s, size_t at, size_t length) {
     return text;
 }
 
-void PictureControl(Structure& s, const NikonKeys&) {
+void PictureControl(Structure& s, const NikonFacts&) {
     if (!s.Has(0, 4)) return;
     s.Row("Picture Control Version", s.VersionText());
     if (!(s.bytes[0] == '0' && s.bytes[1] == '1') || !s.Has(4, 40)) return;
@@ -736,7 +737,7 @@ constexpr Enumeration kDaylightSavings = Enum(kDaylightSavingsTexts, Sign::kUnsi
 constexpr ValueText kDateDisplayFormatTexts[] = {{0, "Y/M/D"}, {1, "M/D/Y"}, {2, "D/M/Y"}};
 constexpr Enumeration kDateDisplayFormat = Enum(kDateDisplayFormatTexts, Sign::kUnsigned, "%d");
 
-void WorldTime(Structure& s, const NikonKeys&) {
+void WorldTime(Structure& s, const NikonFacts&) {
     if (!s.Has(0, 4)) return;
     const int minutes = static_cast<int16_t>(tiff::GetU16(s.bytes, s.bigEndian));
     const int magnitude = minutes < 0 ? -minutes : minutes;
@@ -750,7 +751,7 @@ void WorldTime(Structure& s, const NikonKeys&) {
 // 0.3, 0.5, 0.7 and 1.0 EV per whole stop.
 constexpr const char* kIsoExpansionKinds[] = {nullptr, "Hi", "Lo"};
 
-void IsoInfo(Structure& s, const NikonKeys&) {
+void IsoInfo(Structure& s, const NikonFacts&) {
     if (!s.Has(0, 6)) return;
     s.Rowf("ISO", "%d", static_cast<int>(100.0 * std::pow(2.0, s.bytes[0] / 12.0 - 5.0) + 0.5));
     const uint16_t expansion = tiff::GetU16(s.bytes + 4, /*bigEndian=*/1);
@@ -766,7 +767,7 @@ void IsoInfo(Structure& s, const NikonKeys&) {
 constexpr ValueText kAfFineTuneTexts[] = {{0, "Off"}, {1, "On (1)"}, {2, "On (2)"}, {3, "On (Zoom)"}};
 constexpr Enumeration kAfFineTune = Enum(kAfFineTuneTexts, Sign::kUnsigned, "%d");
 
-void AfTune(Structure& s, const NikonKeys&) {
+void AfTune(Structure& s, const NikonFacts&) {
     if (!s.Has(0, 3)) return;
     s.Row("AF Fine Tune", EnumText(kAfFineTune, s.bytes[0]));
     if (s.bytes[1] == 255) s.Row("AF Fine Tune Index", "n/a");
@@ -862,7 +863,7 @@ constexpr ValueText kPhaseDetectAfTexts[] = {
 };
 constexpr Enumeration kPhaseDetectAf = Enum(kPhaseDetectAfTexts, Sign::kUnsigned, "%d");
 
-void AfInfo2(Structure& s, const NikonKeys&) {
+void AfInfo2(Structure& s, const NikonFacts&) {
     if (!s.Has(0, 4)) return;
     s.Row("AF Info 2 Version", s.VersionText());
     if ((s.bytes[0] == '0' && s.bytes[1] == '4') || !s.Has(4, 3)) return;
@@ -885,7 +886,7 @@ bool FileNumbersMakeSense(const uint8_t* b, int bigEndian) {
     return folder >= 100 && folder <= 999 && file <= 9999;
 }
 
-void FileInfo(Structure& s, const NikonKeys& keys) {
+void FileInfo(Structure& s, const NikonFacts& keys) {
     if (!s.Has(0, 10)) return;
     const bool little = FileNumbersMakeSense(s.bytes + 6, 0), big = FileNumbersMakeSense(s.bytes + 6, 1);
     const int order = little != big ? big : !keys.fileInfoLittleEndian;
@@ -968,11 +969,12 @@ uint32_t SerialKey(const char* text, size_t size, const char* model) {
     return n >= 3 && std::strcmp(model + n - 3, "D50") == 0 ? 0x22 : 0x60;
 }
 
-// Reads, from the directory at the file position (which is kept), the
-// lens-type flags and the cipher's keys.
-NikonKeys FindKeys(platform::File& file, uint32_t offsetBase, int bigEndian, exif::TagRecordTable& table,
-                   uint32_t rowCount) {
-    NikonKeys keys;
+// Reads, from the Model row and from the directory at the file position
+// (which is kept), what the structures depend on: the body, the lens-type
+// flags and the cipher's keys.
+NikonFacts FindFacts(platform::File& file, uint32_t offsetBase, int bigEndian, exif::TagRecordTable& table,
+                     uint32_t rowCount) {
+    NikonFacts keys;
     if (rowCount >= kMakerNoteRowLimit) return keys;
     const char* model = ModelText(table, rowCount);
     keys.afBigEndian = ModelStartsWith(model, "NIKON D", /*wholeWord=*/false);
@@ -998,8 +1000,27 @@ NikonKeys FindKeys(platform::File& file, uint32_t offsetBase, int bigEndian, exi
     return keys;
 }
 
+struct NikonStructure {
+    uint16_t tag;
+    void (*decode)(Structure&, const NikonFacts&);
+    uint16_t alsoType;  // a type read besides UNDEFINED (0: none)
+};
+constexpr NikonStructure kNikonStructures[] = {
+    {0x1F, VrInfo, 0},
+    {0x23, PictureControl, 0},
+    {0x24, WorldTime, 0},
+    {0x25, IsoInfo, 0},
+    {0x88, AfInfo, tiff::kLong},  // some bodies store the four AF bytes as one LONG
+    {0x97, ColorBalance, 0},
+    {0x98, LensData, 0},
+    {0xA8, FlashInfo, 0},
+    {0xB7, AfInfo2, 0},
+    {0xB8, FileInfo, 0},
+    {0xB9, AfTune, 0},
+};
+
 void DecodeNikonStructures(platform::File& file, int64_t directory, uint32_t offsetBase, exif::TagRecordTable& table,
-                           uint32_t rowsBefore, uint32_t* rowCount, int bigEndian, const NikonKeys& keys) {
+                           uint32_t rowsBefore, uint32_t* rowCount, int bigEndian, const NikonFacts& facts) {
     RevisitDirectory(file, directory, bigEndian, rowsBefore, rowCount, [&](const tiff::Entry& entry, uint32_t) {
         if (entry.tag == 0x11 && (entry.type == tiff::kLong || entry.type == kIfdType)) {
             const uint64_t at = uint64_t{offsetBase} + entry.valueField;
@@ -1007,27 +1028,14 @@ void DecodeNikonStructures(platform::File& file, int64_t directory, uint32_t off
                 DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kNikonPreview);
             return;
         }
-        void (*decode)(Structure&, const NikonKeys&) = nullptr;
-        switch (entry.tag) {
-            case 0x88: decode = AfInfo; break;
-            case 0x97: decode = ColorBalance; break;
-            case 0x98: decode = LensData; break;
-            case 0xA8: decode = FlashInfo; break;
-            case 0x1F: decode = VrInfo; break;
-            case 0x23: decode = PictureControl; break;
-            case 0x24: decode = WorldTime; break;
-            case 0x25: decode = IsoInfo; break;
-            case 0xB7: decode = AfInfo2; break;
-            case 0xB8: decode = FileInfo; break;
-            case 0xB9: decode = AfTune; break;
-            default: return;
-        }
-        // Some bodies store the four AF bytes as one LONG.
-        if (entry.type != kUndefinedType && !(entry.tag == 0x88 && entry.type == tiff::kLong)) return;
+        const NikonStructure* structure = nullptr;
+        for (const NikonStructure& candidate : kNikonStructures)
+            if (candidate.tag == entry.tag) structure = &candidate;
+        if (!structure || !(entry.type == kUndefinedType || entry.type == structure->alsoType)) return;
         Structure s{{}, 0, bigEndian, entry, table, rowCount};
         const exif::EntryContext context{file, offsetBase, bigEndian, entry, exif::TakeRow(table, *rowCount)};
         s.size = exif::ReadRawBlock(context, s.bytes, sizeof s.bytes);
-        decode(s, keys);
+        structure->decode(s, facts);
     });
 }
 
@@ -1046,9 +1054,9 @@ void DecodeNikonMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRe
                           uint32_t* rowCount, int bigEndian) {
     const int64_t directory = file.Tell();
     const uint32_t rowsBefore = *rowCount;
-    const NikonKeys keys = FindKeys(file, offsetBase, bigEndian, table, *rowCount);
+    const NikonFacts facts = FindFacts(file, offsetBase, bigEndian, table, *rowCount);
     DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kNikon);
-    DecodeNikonStructures(file, directory, offsetBase, table, rowsBefore, rowCount, bigEndian, keys);
+    DecodeNikonStructures(file, directory, offsetBase, table, rowsBefore, rowCount, bigEndian, facts);
 }
 
 }  // namespace makernotes
