@@ -788,6 +788,8 @@ void AfTune(Structure& s, const NikonFacts&) {
 constexpr ValueText kContrastDetectAfTexts[] = {{0, "Off"}, {1, "On"}, {2, "On (2)"}};
 constexpr Enumeration kContrastDetectAf = Enum(kContrastDetectAfTexts, Sign::kUnsigned, "%d");
 
+// Area modes by the focus method; the modes of the mirrorless and Nikon 1
+// bodies (from 128) are shared, and follow the method's own.
 constexpr ValueText kPhaseDetectAreaTexts[] = {
     {0, "Single Area"},
     {1, "Dynamic Area"},
@@ -808,15 +810,6 @@ constexpr ValueText kPhaseDetectAreaTexts[] = {
     {16, "Group Area (HL)"},
     {17, "Group Area (VL)"},
     {18, "Dynamic Area (49 points)"},
-    {128, "Single"},
-    {129, "Auto (41 points)"},
-    {130, "Subject Tracking (41 points)"},
-    {131, "Face Priority (41 points)"},
-    {192, "Pinpoint"},
-    {193, "Single"},
-    {195, "Wide (S)"},
-    {196, "Wide (L)"},
-    {197, "Auto"},
 };
 constexpr Enumeration kPhaseDetectArea = Enum(kPhaseDetectAreaTexts, Sign::kUnsigned, "%d");
 
@@ -826,16 +819,7 @@ constexpr ValueText kContrastDetectAreaTexts[] = {
     {2, "Contrast-detect (wide area)"},
     {3, "Contrast-detect (face priority)"},
     {4, "Contrast-detect (subject tracking)"},
-    {128, "Single"},
-    {129, "Auto (41 points)"},
-    {130, "Subject Tracking (41 points)"},
-    {131, "Face Priority (41 points)"},
-    {192, "Pinpoint"},
-    {193, "Single"},
     {194, "Dynamic"},
-    {195, "Wide (S)"},
-    {196, "Wide (L)"},
-    {197, "Auto"},
     {198, "Auto (People)"},
     {199, "Auto (Animal)"},
     {200, "Normal-area AF"},
@@ -848,6 +832,13 @@ constexpr ValueText kContrastDetectAreaTexts[] = {
     {207, "3D-tracking"},
 };
 constexpr Enumeration kContrastDetectArea = Enum(kContrastDetectAreaTexts, Sign::kUnsigned, "%d");
+
+constexpr ValueText kEitherMethodAreaTexts[] = {
+    {128, "Single"},   {129, "Auto (41 points)"}, {130, "Subject Tracking (41 points)"},
+    {131, "Face Priority (41 points)"}, {192, "Pinpoint"}, {193, "Single"},
+    {195, "Wide (S)"}, {196, "Wide (L)"},         {197, "Auto"},
+};
+constexpr Enumeration kEitherMethodArea = Enum(kEitherMethodAreaTexts, Sign::kUnsigned, "%d");
 
 constexpr ValueText kPhaseDetectAfTexts[] = {
     {0, "Off"},
@@ -869,7 +860,8 @@ void AfInfo2(Structure& s, const NikonFacts&) {
     if ((s.bytes[0] == '0' && s.bytes[1] == '4') || !s.Has(4, 3)) return;
     const uint8_t contrast = s.bytes[4];
     s.Row("Contrast Detect AF", EnumText(kContrastDetectAf, contrast));
-    s.Row("AF Area Mode", EnumText(contrast ? kContrastDetectArea : kPhaseDetectArea, s.bytes[5]));
+    const char* area = EnumerationText(contrast ? kContrastDetectArea : kPhaseDetectArea, s.bytes[5]);
+    s.Row("AF Area Mode", area ? area : EnumText(kEitherMethodArea, s.bytes[5]));
     s.Row("Phase Detect AF", EnumText(kPhaseDetectAf, s.bytes[6]));
 }
 
