@@ -966,18 +966,18 @@ uint32_t SerialKey(const char* text, size_t size, const char* model) {
 // flags and the cipher's keys.
 NikonFacts FindFacts(platform::File& file, uint32_t offsetBase, int bigEndian, exif::TagRecordTable& table,
                      uint32_t rowCount) {
-    NikonFacts keys;
-    if (rowCount >= kMakerNoteRowLimit) return keys;
+    NikonFacts facts;
+    if (rowCount >= kMakerNoteRowLimit) return facts;
     const char* model = ModelText(table, rowCount);
-    keys.afBigEndian = ModelStartsWith(model, "NIKON D", /*wholeWord=*/false);
-    for (const char* z : kEarlyZModels) keys.earlyZ = keys.earlyZ || ModelStartsWith(model, z, /*wholeWord=*/true);
+    facts.afBigEndian = ModelStartsWith(model, "NIKON D", /*wholeWord=*/false);
+    for (const char* z : kEarlyZModels) facts.earlyZ = facts.earlyZ || ModelStartsWith(model, z, /*wholeWord=*/true);
     for (const char* m : kFileInfoLittleEndianModels)
-        keys.fileInfoLittleEndian = keys.fileInfoLittleEndian || ModelIs(model, m);
+        facts.fileInfoLittleEndian = facts.fileInfoLittleEndian || ModelIs(model, m);
     tiff::Entry entry;
-    if (FindDirectoryEntry(file, bigEndian, kLensTypeTag, entry)) keys.lensType = entry.fieldBytes[0];
+    if (FindDirectoryEntry(file, bigEndian, kLensTypeTag, entry)) facts.lensType = entry.fieldBytes[0];
     if (FindDirectoryEntry(file, bigEndian, kShutterCountTag, entry)) {
-        keys.haveCount = true;
-        keys.count = entry.valueField;
+        facts.haveCount = true;
+        facts.count = entry.valueField;
     }
     if (FindDirectoryEntry(file, bigEndian, kSerialNumberTag, entry)) {
         const int64_t position = file.Tell();
@@ -986,10 +986,10 @@ NikonFacts FindFacts(platform::File& file, uint32_t offsetBase, int bigEndian, e
         const exif::EntryContext context{file, offsetBase, bigEndian, entry, exif::TakeRow(table, rowCount)};
         const size_t got = exif::ReadRawBlock(context, text, kSerialReadLimit);
         if (position >= 0) file.Seek(position);
-        keys.haveSerial = true;
-        keys.serial = SerialKey(reinterpret_cast<const char*>(text), got, model);
+        facts.haveSerial = true;
+        facts.serial = SerialKey(reinterpret_cast<const char*>(text), got, model);
     }
-    return keys;
+    return facts;
 }
 
 struct NikonStructure {
