@@ -31,7 +31,8 @@ Decoded NikonDecoded(ByteOrder fileOrder, ByteOrder noteOrder, const std::string
     std::strncpy(row.value, model.c_str(), 255);
     d.first = d.count;
     WithNoteFile(fileOrder, note.Build(-10), [&](platform::File& file) {
-        makernotes::DispatchMakerNote(file, 0, *d.table, &d.count, IsBig(fileOrder), fixture::kNoteOffset, false);
+        exif::DispatchMakerNote(file, 0, *d.table, &d.count, IsBig(fileOrder), fixture::kNoteOffset, false,
+                                makernotes::StandardMakerNoteRules());
     });
     return d;
 }
