@@ -32,7 +32,7 @@ TEST(PentaxNote, BothHeaderFormsInBothOrdersReadInTheExifOrder) {
         fixture::Bytes twoShorts;
         fixture::PutU16(twoShorts, 1, n.order());
         fixture::PutU16(twoShorts, 63, n.order());
-        n.Short(1, 0).Short(8, 1).Field(12, fixture::kShort, 2, twoShorts).Field(51, fixture::kByte, 3, {5, 0, 1});
+        n.Short(17, 0).Short(8, 1).Field(12, fixture::kShort, 2, twoShorts).Field(51, fixture::kByte, 3, {5, 0, 1});
     };
     for (ByteOrder order : {kLE, kBE}) {
         for (const std::string& header : {kAocMM, std::string("AOC\0II", 6), std::string("PENTAX \0MM", 10),
