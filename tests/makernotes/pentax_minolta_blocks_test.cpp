@@ -13,14 +13,6 @@ namespace {
 
 using namespace notetest;
 
-template <typename Fill>
-Decoded Note(ByteOrder order, const std::string& make, const std::string& header, Fill fill, uint32_t filler = 0) {
-    MakerNoteBuilder note(order);
-    note.Header(header);
-    fill(note);
-    return DispatchNote(order, make, note.Build(fixture::kNoteOffset), filler);
-}
-
 Bytes Longs(std::initializer_list<uint32_t> values, ByteOrder order) {
     Bytes out;
     for (uint32_t v : values) fixture::PutU32(out, v, order);
@@ -50,6 +42,13 @@ void PentaxBlocks(MakerNoteBuilder& n) {
     n.OutOfLine(0x21f, fixture::kUndefined, 12, {0, 0, 0, 0, 0xFF, 0xFE, 9, 3, 0, 0, 0, 19});
 }
 
+Decoded PentaxNote(ByteOrder order, uint32_t filler = 0) {
+    MakerNoteBuilder note(order);
+    note.Header(std::string("AOC\0MM", 6));
+    PentaxBlocks(note);
+    return DispatchNote(order, "PENTAX", note.Build(fixture::kNoteOffset), filler);
+}
+
 TEST(PentaxBlocks, ReadInTheNotesOrderOrBigEndianAsTheCameraWritesThem) {
     const Texts want{"Pentax Model ID=K-5",
                      "Date=2008:03:02",
@@ -68,15 +67,21 @@ TEST(PentaxBlocks, ReadInTheNotesOrderOrBigEndianAsTheCameraWritesThem) {
                      "AF Points In Focus=Center (vertical)"};
     for (ByteOrder order : {kLE, kBE}) {
         SCOPED_TRACE(order == kBE ? "BE" : "LE");
-        EXPECT_EQ(RowTexts(Note(order, "PENTAX", std::string("AOC\0MM", 6), PentaxBlocks)), want);
+        EXPECT_EQ(RowTexts(PentaxNote(order)), want);
     }
     // 243 filler + Make + 11 entries stays below 256; the blocks stop at 256.
-    const Decoded d = Note(kBE, "PENTAX", std::string("AOC\0MM", 6), PentaxBlocks, 243);
+    const Decoded d = PentaxNote(kBE, 243);
     ASSERT_EQ(d.count, 256u);
     EXPECT_EQ(RowTexts(d).back(), "AF Predictor=-2");
 }
 
 // ------------------------------------------------------------ Minolta
+
+Decoded DslrNote(ByteOrder order, uint16_t tag, const Bytes& settings) {
+    MakerNoteBuilder note(order);
+    note.OutOfLine(tag, fixture::kUndefined, static_cast<uint32_t>(settings.size()), settings);
+    return DispatchNote(order, "KONICA MINOLTA", note.Build(fixture::kNoteOffset));
+}
 
 TEST(MinoltaDslrSettings, The7dAnd5dLayoutsAreBigEndianInFilesOfEitherOrder) {
     const Bytes settings7d = Shorts(0x1f, {{0x00, 1}, {0x03, 34}, {0x04, 0x100}, {0x0e, 4}, {0x10, 0x11},
@@ -85,15 +90,11 @@ TEST(MinoltaDslrSettings, The7dAnd5dLayoutsAreBigEndianInFilesOfEitherOrder) {
                                           {0x26, 8}, {0x2f, 5}, {0x30, 12}, {0x31, 8}, {0x35, 40}, {0x36, 40}});
     for (ByteOrder order : {kLE, kBE}) {
         SCOPED_TRACE(order == kBE ? "BE" : "LE");
-        EXPECT_EQ(RowTexts(Note(order, "KONICA MINOLTA", "", [&](MakerNoteBuilder& n) {
-                      n.OutOfLine(4, fixture::kUndefined, static_cast<uint32_t>(settings7d.size()), settings7d);
-                  })),
+        EXPECT_EQ(RowTexts(DslrNote(order, 4, settings7d)),
                   (Texts{"Exposure Mode=Aperture Priority", "Image Size=Large", "Quality=RAW+JPEG",
                          "White Balance=Kelvin", "Focus Mode=AF-A", "AF Points=Center, Bottom-right", "Flash=On",
                          "Flash Mode=Rear flash sync", "ISO Setting=1600", "Exposure Compensation=-2/3"}));
-        EXPECT_EQ(RowTexts(Note(order, "KONICA MINOLTA", "", [&](MakerNoteBuilder& n) {
-                      n.OutOfLine(0x114, fixture::kUndefined, static_cast<uint32_t>(settings5d.size()), settings5d);
-                  })),
+        EXPECT_EQ(RowTexts(DslrNote(order, 0x114, settings5d)),
                   (Texts{"Exposure Mode=Manual", "Image Size=Small", "Quality=Fine", "White Balance=Flash",
                          "Flash=Fired", "Flash Mode=Normal", "Metering Mode=Spot",
                          "ISO Setting=200 (Zone Matching High)", "Color Space=Adobe RGB", "Sharpness=2",
