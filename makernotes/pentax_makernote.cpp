@@ -692,6 +692,68 @@ constexpr ArrayRow kAeRows[] = {
     {14, "Flash Exposure Comp Set", FlashCompSet},
 };
 
+// Lens: the lens's series and number as the body read them, then its data
+// block (from byte 4): aperture coupling, focus distances, focal length,
+// nominal and effective apertures.
+void LensInfoType(const ArrayElements& a, exif::TagRecord& row) {
+    const uint32_t series = Byte<0>(a) & 0x0F, number = Byte<2>(a) * 256 + Byte<3>(a);
+    if (!LookupPentaxLens(series, number, row.value, sizeof row.value)) SetValuef(row, "Unknown (%u %u)", series, number);
+}
+void AutoAperture(const ArrayElements& a, exif::TagRecord& row) {
+    exif::SetRowValue(row, Byte<4>(a) & 1 ? "Off" : "On");
+}
+void LensMinAperture(const ArrayElements& a, exif::TagRecord& row) {
+    constexpr unsigned kStops[] = {22, 32, 45, 16};
+    SetValuef(row, "%u", kStops[(Byte<4>(a) >> 1) & 3]);
+}
+void LensFStops(const ArrayElements& a, exif::TagRecord& row) {
+    SetNumber(row, 5 + (((Byte<4>(a) >> 4) & 7) ^ 7) / 2.0);
+}
+constexpr ValueText kMinFocusTexts[] = {
+    {0, "0.13-0.19 m"}, {1, "0.20-0.24 m"}, {2, "0.25-0.28 m"}, {3, "0.28-0.30 m"}, {4, "0.35-0.38 m"},
+    {5, "0.40-0.45 m"}, {6, "0.49-0.50 m"}, {7, "0.6 m"},       {8, "0.7 m"},       {9, "0.8-0.9 m"},
+    {10, "1.0 m"},      {11, "1.1-1.2 m"},  {12, "1.4-1.5 m"},  {13, "1.5 m"},      {14, "2.0 m"},
+    {15, "2.0-2.1 m"},  {16, "2.1 m"},      {17, "2.2-2.9 m"},  {18, "3.0 m"},      {19, "4-5 m"},
+    {20, "5.6 m"},
+};
+constexpr Enumeration kMinFocus = Enum(kMinFocusTexts, Sign::kUnsigned, "%u");
+void MinFocusDistance(const ArrayElements& a, exif::TagRecord& row) { FormatEnumeratedElement(kMinFocus, Byte<7>(a) >> 3, row); }
+// The eight ranges from very close (7) to very far (3), in the lens's own order.
+constexpr ValueText kFocusRangeTexts[] = {
+    {7, "0 (very close)"}, {6, "1 (close)"}, {4, "2"}, {5, "3"}, {1, "4"}, {0, "5"}, {2, "6 (far)"}, {3, "7 (very far)"},
+};
+constexpr Enumeration kFocusRange = Enum(kFocusRangeTexts, Sign::kUnsigned, "%u");
+void FocusRangeIndex(const ArrayElements& a, exif::TagRecord& row) { FormatEnumeratedElement(kFocusRange, Byte<7>(a) & 7, row); }
+// Tenths of a millimetre times 4 to the power of the low two bits, less two.
+void LensFocalLength(const ArrayElements& a, exif::TagRecord& row) {
+    const uint32_t v = Byte<13>(a);
+    SetValuef(row, "%.1f mm", 10.0 * (v >> 2) * std::pow(4.0, static_cast<int>(v & 3) - 2));
+}
+void NominalMaxAperture(const ArrayElements& a, exif::TagRecord& row) {
+    SetValuef(row, "%.1f", std::exp2((Byte<14>(a) >> 4) / 4.0));
+}
+void NominalMinAperture(const ArrayElements& a, exif::TagRecord& row) {
+    SetValuef(row, "%.0f", std::exp2(((Byte<14>(a) & 0x0F) + 10) / 4.0));
+}
+// 1/32 stops above 1; 0 and 1 mean not known (shown as the bare number).
+void LensMaxAperture(const ArrayElements& a, exif::TagRecord& row) {
+    const uint32_t v = Byte<18>(a) & 0x7F;
+    if (v <= 1) return SetValuef(row, "%u", v);
+    SetValuef(row, "%.1f", std::exp2((v - 1) / 32.0));
+}
+constexpr ArrayRow kLensRows[] = {
+    {3, "Lens Type", LensInfoType},
+    {4, "Auto Aperture", AutoAperture},
+    {4, "Min Aperture", LensMinAperture},
+    {4, "Lens F Stops", LensFStops},
+    {7, "Min Focus Distance", MinFocusDistance},
+    {7, "Focus Range Index", FocusRangeIndex},
+    {13, "Lens Focal Length", LensFocalLength},
+    {14, "Nominal Max Aperture", NominalMaxAperture},
+    {14, "Nominal Min Aperture", NominalMinAperture},
+    {18, "Max Aperture", LensMaxAperture},
+};
+
 // Flash (the 27-byte form of the K10D generation).
 constexpr ValueText kFlashStatusTexts[] = {
     {0x00, "Off"}, {0x01, "Off (1)"}, {0x02, "External, Did not fire"}, {0x06, "External, Fired"},
@@ -830,6 +892,8 @@ constexpr uint32_t kFourStepBatteryModels[] = {0x12994, 0x12aa2, 0x12b1a, 0x12b6
                                                0x12b9c, 0x12ba2, 0x12cfa};
 constexpr uint32_t kGripModels[] = {0x12c1e, 0x12cd2};
 constexpr uint32_t kUnknownBatteryModels[] = {0x12b9d, 0x12d72, 0x12d73};
+// The *ist and K100D generation lay their lens block out otherwise.
+constexpr uint32_t kOlderLensModels[] = {0x12994, 0x12aa2, 0x12b1a, 0x12b60, 0x12b7e, 0x12b9c, 0x12b9d, 0x12ba2};
 constexpr uint32_t kManyAfPointModels[] = {0x12fc0, 0x13092, 0x1309c, 0x13240, 0x13254};
 
 template <size_t N>
@@ -867,6 +931,12 @@ Rows BlockRows(const tiff::Entry& entry, const PassState& state, BlockLayout& la
     switch (entry.tag) {
         case 0x005c: return entry.count == 4 ? RowsOf(kShakeReductionRows) : Rows{};
         case 0x0206: return entry.count <= 20 ? RowsOf(kAeRows) : Rows{};
+        case 0x0207: {
+            // Other lengths are the layouts of the 645D, K-r, K-5 and later bodies.
+            const bool otherLayout = entry.count == 80 || entry.count == 90 || entry.count == 91 ||
+                                     entry.count == 128 || entry.count == 168;
+            return otherLayout || Among(kOlderLensModels, state.model) ? Rows{} : RowsOf(kLensRows);
+        }
         case 0x0208: return entry.count == 27 ? RowsOf(kFlashRows) : Rows{};
         case 0x0215: layout = kNoteLongs; return RowsOf(kCameraRows);
         case 0x0216: return BatteryRows(state.model);
