@@ -1,6 +1,6 @@
 // Seeds for fuzz_makernotes: Pentax notes with the plain tags of the main
 // directory and every setting block the decoder reads (shake reduction,
-// shutter count, auto exposure, lens, flash, camera, battery, AF), and Minolta
+// shutter count, auto exposure, lens, flash, camera, battery, AF, colour), and Minolta
 // notes with the Dynax 7D and 5D settings and the plain tags, in both orders.
 #include <string>
 
@@ -40,6 +40,7 @@ Bytes PentaxBlocksNote(ByteOrder order) {
     note.OutOfLine(0x215, fixture::kLong, 5, camera);
     note.OutOfLine(0x216, fixture::kUndefined, 6, {2, 0x41, 173, 168, 5, 1});
     note.OutOfLine(0x21f, fixture::kUndefined, 12, Counting(12, 3));
+    note.OutOfLine(0x222, fixture::kUndefined, 18, Counting(18, 29));
     return note.Build(fixture::kNoteOffset);
 }
 

@@ -878,6 +878,14 @@ constexpr ArrayRow kBatteryRows[] = {
     {0, "Power Source", PowerSource},
 };
 
+// Colour: the white-balance fine tuning, signed steps.
+void WbShiftAb(const ArrayElements& a, exif::TagRecord& row) { SetValuef(row, "%d", SignedByte<16>(a)); }
+void WbShiftGm(const ArrayElements& a, exif::TagRecord& row) { SetValuef(row, "%d", SignedByte<17>(a)); }
+constexpr ArrayRow kColorRows[] = {
+    {16, "WB Shift AB", WbShiftAb},
+    {17, "WB Shift GM", WbShiftGm},
+};
+
 struct Rows {
     const ArrayRow* rows;
     size_t size;
@@ -941,6 +949,7 @@ Rows BlockRows(const tiff::Entry& entry, const PassState& state, BlockLayout& la
         case 0x0215: layout = kNoteLongs; return RowsOf(kCameraRows);
         case 0x0216: return BatteryRows(state.model);
         case 0x021f: return Among(kManyAfPointModels, state.model) ? RowsOf(kAfRowsWithoutPoints) : RowsOf(kAfRows);
+        case 0x0222: return RowsOf(kColorRows);
         default: return Rows{};
     }
 }
