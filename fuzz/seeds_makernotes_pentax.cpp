@@ -1,7 +1,8 @@
 // Seeds for fuzz_makernotes: Pentax notes with the plain tags of the main
-// directory and every setting block the decoder reads (shake reduction,
-// shutter count, auto exposure, lens, flash, camera, battery, AF, colour), and Minolta
-// notes with the Dynax 7D and 5D settings and the plain tags, in both orders.
+// directory and every block the decoder reads (shake reduction, shutter
+// count, settings, auto exposure, lens, flash, camera, battery, AF, colour),
+// and Minolta notes with the Dynax 7D and 5D settings and the plain tags,
+// in both orders.
 #include <string>
 
 #include "fixture/makernote_fixture.h"
@@ -32,6 +33,7 @@ Bytes PentaxBlocksNote(ByteOrder order) {
     note.Field(0x32, fixture::kUndefined, 4, {0, 0, 0, 4}).Field(0x34, fixture::kByte, 4, {1, 2, 4, 0x30});
     note.Field(0x47, 6 /* SBYTE */, 1, {0xF4, 0, 0, 0}).Long(0x4d, 0xFFFFFF00).Short(0x50, 48000);
     note.Field(0x5c, fixture::kByte, 4, {0x41, 7, 255, 21}).Field(0x5d, fixture::kUndefined, 4, {0xF4, 0x26, 0xED, 0x8D});
+    note.OutOfLine(0x205, fixture::kUndefined, 23, Counting(23, 13));
     note.OutOfLine(0x206, fixture::kUndefined, 16, Counting(16, 17));
     note.OutOfLine(0x207, fixture::kUndefined, 69, Counting(69, 11));
     note.OutOfLine(0x208, fixture::kUndefined, 27, Counting(27, 9));

@@ -878,6 +878,75 @@ constexpr ArrayRow kBatteryRows[] = {
     {0, "Power Source", PowerSource},
 };
 
+// Settings of the DSLRs (big-endian; the K-01 and later write a longer
+// block laid out otherwise): exposure program, flash, metering and focus
+// settings, drive and bracketing.
+constexpr ValueText kPictureMode2Texts[] = {
+    {0, "Scene Mode"},   {1, "Auto PICT"},        {2, "Program AE"},        {3, "Green Mode"},
+    {4, "Shutter Speed Priority"},                {5, "Aperture Priority"}, {6, "Program Tv Shift"},
+    {7, "Program Av Shift"}, {8, "Manual"},       {9, "Bulb"},
+    {10, "Aperture Priority, Off-Auto-Aperture"}, {11, "Manual, Off-Auto-Aperture"},
+    {12, "Bulb, Off-Auto-Aperture"},              {13, "Shutter & Aperture Priority AE"},
+    {15, "Sensitivity Priority AE"},              {16, "Flash X-Sync Speed AE"},
+};
+constexpr ValueText kProgramLineTexts[] = {{0, "Normal"}, {1, "Hi Speed"}, {2, "Depth"}, {3, "MTF"}};
+constexpr ValueText kEvStepsTexts[] = {{0, "1/2 EV Steps"}, {1, "1/3 EV Steps"}};
+constexpr ValueText kFlashOptionsTexts[] = {
+    {0, "Normal"},    {1, "Red-eye reduction"}, {2, "Auto"},      {3, "Auto, Red-eye reduction"},
+    {5, "Wireless (Master)"}, {6, "Wireless (Control)"}, {8, "Slow-sync"},
+    {9, "Slow-sync, Red-eye reduction"},         {10, "Trailing-curtain Sync"},
+};
+constexpr ValueText kFocusMode2Texts[] = {{0, "Manual"}, {1, "AF-S"}, {2, "AF-C"}, {3, "AF-A"}};
+constexpr ValueText kBracketStepTexts[] = {
+    {3, "0.3"}, {4, "0.5"}, {5, "0.7"}, {8, "1.0"}, {11, "1.3"}, {12, "1.5"}, {13, "1.7"}, {16, "2.0"},
+};
+constexpr Enumeration kPictureMode2 = Enum(kPictureMode2Texts, Sign::kUnsigned, "%u");
+constexpr Enumeration kProgramLine = Enum(kProgramLineTexts, Sign::kUnsigned, "%u");
+constexpr Enumeration kEvSteps = Enum(kEvStepsTexts, Sign::kUnsigned, "%u");
+constexpr Enumeration kFlashOptions = Enum(kFlashOptionsTexts, Sign::kUnsigned, "%u");
+constexpr Enumeration kFocusMode2 = Enum(kFocusMode2Texts, Sign::kUnsigned, "%u");
+constexpr Enumeration kBracketStep = Enum(kBracketStepTexts, Sign::kUnsigned, "%u");
+
+// A bit mask by its bit names, with its own text for no bit set.
+template <size_t N>
+void SetMask(exif::TagRecord& row, uint32_t mask, const char* none, const ValueText (&bits)[N]) {
+    if (mask == 0) return exif::SetRowValue(row, none);
+    SetBits(row, mask, bits, N);
+}
+constexpr ValueText kMetering2Bits[] = {{0, "Center-weighted average"}, {1, "Spot"}};
+constexpr ValueText kAfPointModeBits[] = {{0, "Select"}, {1, "Fixed Center"}};
+constexpr ValueText kElevenPointBits[] = {
+    {0, "Upper-left"}, {1, "Top"},       {2, "Upper-right"}, {3, "Left"},   {4, "Mid-left"},  {5, "Center"},
+    {6, "Mid-right"},  {7, "Right"},     {8, "Lower-left"},  {9, "Bottom"}, {10, "Lower-right"},
+};
+constexpr ValueText kDrive2Bits[] = {
+    {0, "Continuous"},        {1, "Continuous (Lo)"}, {2, "Self-timer (12 s)"}, {3, "Self-timer (2 s)"},
+    {4, "Remote Control (3 s delay)"},                {5, "Remote Control"},    {6, "Exposure Bracket"},
+    {7, "Multiple Exposure"},
+};
+void ProgramLine(const ArrayElements& a, exif::TagRecord& row) { FormatEnumeratedElement(kProgramLine, Byte<1>(a) & 3, row); }
+void EvSteps(const ArrayElements& a, exif::TagRecord& row) { FormatEnumeratedElement(kEvSteps, Byte<1>(a) >> 5 & 1, row); }
+void FlashOptions(const ArrayElements& a, exif::TagRecord& row) { FormatEnumeratedElement(kFlashOptions, Byte<2>(a) >> 4, row); }
+void Metering2(const ArrayElements& a, exif::TagRecord& row) { SetMask(row, Byte<2>(a) & 15, "Multi-segment", kMetering2Bits); }
+void AfPointMode(const ArrayElements& a, exif::TagRecord& row) { SetMask(row, Byte<3>(a) >> 4, "Auto", kAfPointModeBits); }
+void FocusMode2(const ArrayElements& a, exif::TagRecord& row) { FormatEnumeratedElement(kFocusMode2, Byte<3>(a) & 15, row); }
+void AfPointSelected2(const ArrayElements& a, exif::TagRecord& row) {
+    SetMask(row, Byte<4>(a) << 8 | Byte<5>(a), "Auto", kElevenPointBits);
+}
+void DriveMode2(const ArrayElements& a, exif::TagRecord& row) { SetMask(row, Byte<7>(a), "Single-frame", kDrive2Bits); }
+constexpr ArrayRow kSettingsRows[] = {
+    {0, "Picture Mode 2", EnumElement<kPictureMode2, 0>},
+    {1, "Program Line", ProgramLine},
+    {1, "EV Steps", EvSteps},
+    {2, "Flash Options", FlashOptions},
+    {2, "Metering Mode 2", Metering2},
+    {3, "AF Point Mode", AfPointMode},
+    {3, "Focus Mode 2", FocusMode2},
+    {5, "AF Point Selected 2", AfPointSelected2},
+    {7, "Drive Mode 2", DriveMode2},
+    {8, "Exposure Bracket Step Size", EnumElement<kBracketStep, 8>},
+};
+
 // Colour: the white-balance fine tuning, signed steps.
 void WbShiftAb(const ArrayElements& a, exif::TagRecord& row) { SetValuef(row, "%d", SignedByte<16>(a)); }
 void WbShiftGm(const ArrayElements& a, exif::TagRecord& row) { SetValuef(row, "%d", SignedByte<17>(a)); }
@@ -938,6 +1007,7 @@ Rows BlockRows(const tiff::Entry& entry, const PassState& state, BlockLayout& la
     layout = kBytes;
     switch (entry.tag) {
         case 0x005c: return entry.count == 4 ? RowsOf(kShakeReductionRows) : Rows{};
+        case 0x0205: return entry.count < 25 ? RowsOf(kSettingsRows) : Rows{};
         case 0x0206: return entry.count <= 20 ? RowsOf(kAeRows) : Rows{};
         case 0x0207: {
             // Other lengths are the layouts of the 645D, K-r, K-5 and later bodies.
