@@ -1,7 +1,10 @@
 // Pentax and Ricoh maker notes, behind a 6-byte "AOC\0" + byte-order header
 // or an 8-byte "PENTAX \0" + byte-order header; offsets from the TIFF header.
-// The tags named here are SHORTs (or a few bytes) held in the value field,
-// read in the EXIF block's byte order like everything else in the note.
+// The plain tags are mostly SHORTs, LONGs or a few bytes held in the value
+// field, read in the EXIF block's byte order like everything else in the
+// note; a second pass reads the blocks of settings some tags hold (shake
+// reduction, camera settings, exposure, lens, flash, camera, battery, AF,
+// colour) and the values that need other tags first (the shutter count).
 //
 // Ricoh's own note forms ("RICOH\0" or "Ricoh\0" and a directory at note + 8,
 // or the "Rv..." text of the oldest cameras) reach this decoder too, as their
@@ -424,7 +427,7 @@ void Signed(const MakerEntry& e) { SetValuef(e.row(), "%d", e.Signed16()); }
 
 // A light value in 1/1024 steps, signed, in a SHORT or a LONG.
 void EffectiveLv(const MakerEntry& e) {
-    const double lv = e.entry().type == 4 ? static_cast<int32_t>(e.entry().valueField) : e.Signed16();
+    const double lv = e.entry().type == tiff::kLong ? static_cast<int32_t>(e.entry().valueField) : e.Signed16();
     SetValuef(e.row(), "%.1f", lv / 1024.0);
 }
 
@@ -510,7 +513,7 @@ constexpr ValueText kAfPointsInFocusTexts[] = {
 constexpr Enumeration kAfPointsInFocus = Enum(kAfPointsInFocusTexts, Sign::kUnsigned, "%u");
 
 void AfPointsInFocus(const MakerEntry& e) {
-    if (e.entry().type != 3) return FormatGenericValue(e);
+    if (e.entry().type != tiff::kShort) return FormatGenericValue(e);
     const char* text = EnumerationText(kAfPointsInFocus, e.Unsigned16());
     text ? exif::SetRowValue(e.row(), text) : SetValuef(e.row(), "%u", e.Unsigned16());
 }
@@ -1064,7 +1067,7 @@ void ShutterCount(const tiff::Entry& entry, const PassState& state, exif::TagRec
 // Stored as 53190 minus the temperature; 0 when not recorded.
 void ColorTemperature(const tiff::Entry& entry, int bigEndian, exif::TagRecordTable& table, uint32_t* rowCount) {
     const uint16_t v = tiff::GetU16(entry.fieldBytes, bigEndian);
-    if (entry.type != 3 || v == 0) return;
+    if (entry.type != tiff::kShort || v == 0) return;
     AppendRow(table, rowCount, entry, "Color Temperature", nullptr, nullptr);
     SetValuef(table.rows[*rowCount - 1], "%d", 53190 - v);
 }
