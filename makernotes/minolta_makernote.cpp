@@ -452,7 +452,7 @@ constexpr ArrayRow kSettings7d[] = {
 // Speeds and apertures in eighths of a stop.
 void ExposureTime5d(const ArrayElements& a, exif::TagRecord& row) {
     const double seconds = std::exp2((48.0 - static_cast<double>(a.At(0x35))) / 8.0);
-    if (seconds > 0 && seconds < 0.25001) return SetValuef(row, "1/%d", static_cast<int>(0.5 + 1.0 / seconds));
+    if (seconds > 0 && seconds < 0.25001) return SetValuef(row, "1/%.0f", std::floor(0.5 + 1.0 / seconds));
     SetValuef(row, "%.15g", std::round(seconds * 10) / 10);
 }
 void FNumber5d(const ArrayElements& a, exif::TagRecord& row) {

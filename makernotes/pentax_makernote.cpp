@@ -295,7 +295,7 @@ void SetNumber(exif::TagRecord& row, double v) { SetValuef(row, "%.15g", v); }
 // An exposure time in seconds: short times as a fraction, long ones in
 // tenths with a whole number shown plain.
 void SetExposureTime(exif::TagRecord& row, double seconds) {
-    if (seconds > 0 && seconds < 0.25001) return SetValuef(row, "1/%d", static_cast<int>(0.5 + 1.0 / seconds));
+    if (seconds > 0 && seconds < 0.25001) return SetValuef(row, "1/%.0f", std::floor(0.5 + 1.0 / seconds));
     char text[32];
     std::snprintf(text, sizeof text, "%.1f", seconds);
     std::string out = text;

@@ -102,4 +102,10 @@ TEST(MinoltaDslrSettings, The7dAnd5dLayoutsAreBigEndianInFilesOfEitherOrder) {
     }
 }
 
+TEST(MinoltaDslrSettings, AVeryShortExposureTimeIsAFractionAndNoOverflow) {
+    // Found by fuzzing: a speed code far above any camera's overflowed an int.
+    EXPECT_EQ(RowTexts(DslrNote(kBE, 0x114, Shorts(0x36, {{0x35, 304}}))).back(),
+              "Exposure Time=1/4294967296");
+}
+
 }  // namespace
