@@ -643,7 +643,7 @@ void AeTime(const ArrayElements& a, exif::TagRecord& row) { SetExposureTime(row,
 template <size_t Index>
 void AeAperture(const ArrayElements& a, exif::TagRecord& row) { SetValuef(row, "%.1f", ApertureValue(Byte<Index>(a))); }
 void AeIso(const ArrayElements& a, exif::TagRecord& row) {
-    SetValuef(row, "%d", static_cast<int>(100.0 * std::exp2((Byte<2>(a) - 32.0) / 8.0) + 0.5));
+    SetValuef(row, "%.0f", std::floor(100.0 * std::exp2((Byte<2>(a) - 32.0) / 8.0) + 0.5));
 }
 void AeXv(const ArrayElements& a, exif::TagRecord& row) { SetNumber(row, (Byte<3>(a) - 64.0) / 8.0); }
 void AeBxv(const ArrayElements& a, exif::TagRecord& row) { SetNumber(row, SignedByte<4>(a) / 8.0); }

@@ -75,6 +75,15 @@ TEST(PentaxBlocks, ReadInTheNotesOrderOrBigEndianAsTheCameraWritesThem) {
     EXPECT_EQ(RowTexts(d).back(), "AF Predictor=-2");
 }
 
+TEST(PentaxBlocks, AnIsoCodeFarBeyondAnyCamerasNoLongerOverflows) {
+    // Found by fuzzing: the speed of the highest code overflowed an int.
+    Bytes ae(16, 64);
+    ae[2] = 255;
+    MakerNoteBuilder note(kLE);
+    note.Header(std::string("AOC\0MM", 6)).OutOfLine(0x206, fixture::kUndefined, 16, ae);
+    EXPECT_EQ(RowTexts(DispatchNote(kLE, "PENTAX", note.Build(fixture::kNoteOffset))).at(2), "AE ISO=24615639849");
+}
+
 // ------------------------------------------------------------ Minolta
 
 Decoded DslrNote(ByteOrder order, uint16_t tag, const Bytes& settings) {
