@@ -33,6 +33,7 @@ Bytes PentaxBlocksNote(ByteOrder order) {
     note.Field(0x32, fixture::kUndefined, 4, {0, 0, 0, 4}).Field(0x34, fixture::kByte, 4, {1, 2, 4, 0x30});
     note.Field(0x47, 6 /* SBYTE */, 1, {0xF4, 0, 0, 0}).Long(0x4d, 0xFFFFFF00).Short(0x50, 48000);
     note.Field(0x5c, fixture::kByte, 4, {0x41, 7, 255, 21}).Field(0x5d, fixture::kUndefined, 4, {0xF4, 0x26, 0xED, 0x8D});
+    note.Field(0x60, fixture::kUndefined, 4, {3, 0, 50, 50}).Field(0x76, fixture::kByte, 2, {10, 3, 0, 0});
     note.OutOfLine(0x205, fixture::kUndefined, 23, Counting(23, 13));
     note.OutOfLine(0x206, fixture::kUndefined, 16, Counting(16, 17));
     note.OutOfLine(0x207, fixture::kUndefined, 69, Counting(69, 11));

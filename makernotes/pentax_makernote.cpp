@@ -518,6 +518,14 @@ void AfPointsInFocus(const MakerEntry& e) {
     text ? exif::SetRowValue(e.row(), text) : SetValuef(e.row(), "%u", e.Unsigned16());
 }
 
+// The most faces the camera looks for, then how many it found.
+void FaceDetect(const MakerEntry& e) {
+    const uint8_t most = FieldByte(e, 0);
+    std::string out = most ? "On (" + std::to_string(most) + " faces max)" : "Off";
+    if (e.entry().count >= 2) out += "; " + std::to_string(FieldByte(e, 1)) + " faces detected";
+    exif::SetRowValue(e.row(), out);
+}
+
 constexpr MakerTag kPentaxTags[] = {
     {0, "Pentax Version", Version},
     {1, "Pentax Model Type", Unsigned},
@@ -564,6 +572,7 @@ constexpr MakerTag kPentaxTags[] = {
     {52, "Drive Mode", DriveMode},                 // 0034
     {53, "Sensor Size", SensorSize},               // 0035
     {55, "Color Space", kColorSpace},              // 0037
+    {56, "Image Area Offset", FormatGenericValue}, // 0038
     {57, "Raw Image Size", SizePair},              // 0039
     {62, "Preview Image Borders", FormatGenericValue},  // 003E
     {63, "Lens Type", LensType},                   // 003F
@@ -574,6 +583,7 @@ constexpr MakerTag kPentaxTags[] = {
     {73, "Noise Reduction", kOffOn},               // 0049
     {77, "Flash Exposure Compensation", FlashExposureComp},  // 004D
     {79, "Image Tone", kImageTone},                // 004F
+    {118, "Face Detect", FaceDetect},              // 0076
 };
 static_assert(TagsAscend(kPentaxTags), "Pentax tags ascend");
 // A SHORT is the field's first two bytes, in the note's (the EXIF) order.
@@ -950,6 +960,13 @@ constexpr ArrayRow kSettingsRows[] = {
     {8, "Exposure Bracket Step Size", EnumElement<kBracketStep, 8>},
 };
 
+// Faces: how many, and the centre of the main one in percent of the frame.
+void FacePosition(const ArrayElements& a, exif::TagRecord& row) { SetValuef(row, "%u %u", Byte<2>(a), Byte<3>(a)); }
+constexpr ArrayRow kFaceRows[] = {
+    {0, "Faces Detected", NumberElement<0>},
+    {3, "Face Position", FacePosition},
+};
+
 // Colour: the white-balance fine tuning, signed steps.
 void WbShiftAb(const ArrayElements& a, exif::TagRecord& row) { SetValuef(row, "%d", SignedByte<16>(a)); }
 void WbShiftGm(const ArrayElements& a, exif::TagRecord& row) { SetValuef(row, "%d", SignedByte<17>(a)); }
@@ -1010,6 +1027,7 @@ Rows BlockRows(const tiff::Entry& entry, const PassState& state, BlockLayout& la
     layout = kBytes;
     switch (entry.tag) {
         case 0x005c: return entry.count == 4 ? RowsOf(kShakeReductionRows) : Rows{};
+        case 0x0060: return RowsOf(kFaceRows);
         case 0x0205: return entry.count < 25 ? RowsOf(kSettingsRows) : Rows{};
         case 0x0206: return entry.count <= 20 ? RowsOf(kAeRows) : Rows{};
         case 0x0207: {

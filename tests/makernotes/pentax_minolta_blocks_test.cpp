@@ -36,6 +36,7 @@ void PentaxBlocks(MakerNoteBuilder& n) {
     n.Short(0x50, 0).Short(0x50, 53190 - 5200);                           // none recorded, then 5200 K
     n.Field(0x5c, fixture::kByte, 2, {1, 1, 0, 0});                       // the two-byte form: not read
     n.Field(0x5d, fixture::kUndefined, 4, {0xF4, 0x26, 0xED, 0x8D});      // scrambled with date and time
+    n.Field(0x60, fixture::kUndefined, 4, {2, 0, 40, 60}).Field(0x76, fixture::kByte, 2, {10, 2, 0, 0});
     n.OutOfLine(0x206, fixture::kUndefined, 24, Bytes(24, 0x40));         // a longer layout: not read
     n.OutOfLine(0x215, fixture::kLong, 5, Longs({0x12e76, 20101231, 8, 1, 4242}, n.order()));
     n.Field(0x216, fixture::kUndefined, 4, {0x02, 0x54, 0, 0});
@@ -53,8 +54,11 @@ TEST(PentaxBlocks, ReadInTheNotesOrderOrBigEndianAsTheCameraWritesThem) {
     const Texts want{"Pentax Model ID=K-5",
                      "Date=2008:03:02",
                      "Time=12:01:23",
+                     "Face Detect=On (10 faces max); 2 faces detected",
                      "Color Temperature=5200",
                      "Shutter Count=1648",
+                     "Faces Detected=2",
+                     "Face Position=40 60",
                      "Pentax Model ID=K-5",
                      "Manufacture Date=2010:12:31",
                      "Production Code=8.1 (camera has been serviced)",
@@ -69,10 +73,10 @@ TEST(PentaxBlocks, ReadInTheNotesOrderOrBigEndianAsTheCameraWritesThem) {
         SCOPED_TRACE(order == kBE ? "BE" : "LE");
         EXPECT_EQ(RowTexts(PentaxNote(order)), want);
     }
-    // 243 filler + Make + 11 entries stays below 256; the blocks stop at 256.
-    const Decoded d = PentaxNote(kBE, 243);
+    // 241 filler + Make + 13 entries stays below 256; the blocks stop at 256.
+    const Decoded d = PentaxNote(kBE, 241);
     ASSERT_EQ(d.count, 256u);
-    EXPECT_EQ(RowTexts(d).back(), "AF Predictor=-2");
+    EXPECT_EQ(RowTexts(d).back(), "Body Battery State=Full");
 }
 
 TEST(PentaxBlocks, AnIsoCodeFarBeyondAnyCamerasNoLongerOverflows) {
