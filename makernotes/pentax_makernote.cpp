@@ -1,16 +1,23 @@
 // Pentax and Ricoh maker notes, behind a 6-byte "AOC\0" + byte-order header
 // or an 8-byte "PENTAX \0" + byte-order header; offsets from the TIFF header.
-// The tags named here are SHORTs (or a few bytes) held in the value field,
-// read in the EXIF block's byte order like everything else in the note.
+// The plain tags are mostly SHORTs, LONGs or a few bytes held in the value
+// field, read in the EXIF block's byte order like everything else in the
+// note; a second pass reads the blocks of settings some tags hold (shake
+// reduction, camera settings, exposure, lens, flash, camera, battery, AF,
+// colour) and the values that need other tags first (the shutter count).
 //
 // Ricoh's own note forms ("RICOH\0" or "Ricoh\0" and a directory at note + 8,
 // or the "Rv..." text of the oldest cameras) reach this decoder too, as their
 // Make says RICOH. Read at note + 6 they give an entry count of 0 (the two
 // zero bytes after the name) or, from text, one of 8224 or more, which the
 // row limit refuses: either way no rows.
+#include <cmath>
+#include <cstdio>
+#include <cstring>
 #include <string>
 
 #include "lens_tables.h"
+#include "makernote_array.h"
 #include "makernote_decoders.h"
 
 namespace makernotes {
@@ -280,26 +287,829 @@ void LensType(const MakerEntry& e) {
                   static_cast<int>(NonZeroOr32(b1)), static_cast<int>(b0));
 }
 
+// ------------------------------------------------------------ more plain tags
+
+// Perl-like number text: up to 15 significant digits, no trailing zeros.
+void SetNumber(exif::TagRecord& row, double v) { SetValuef(row, "%.15g", v); }
+
+// An exposure time in seconds: short times as a fraction, long ones in
+// tenths with a whole number shown plain.
+void SetExposureTime(exif::TagRecord& row, double seconds) {
+    if (seconds > 0 && seconds < 0.25001) return SetValuef(row, "1/%.0f", std::floor(0.5 + 1.0 / seconds));
+    char text[32];
+    std::snprintf(text, sizeof text, "%.1f", seconds);
+    std::string out = text;
+    if (out.size() > 2 && out.compare(out.size() - 2, 2, ".0") == 0) out.resize(out.size() - 2);
+    exif::SetRowValue(row, out);
+}
+
+// An EV amount with its sign, or a plain 0.
+void SetSignedEv(exif::TagRecord& row, double ev) {
+    if (ev == 0) return exif::SetRowValue(row, "0");
+    SetValuef(row, "%+.1f", ev);
+}
+
+// The byte at index i of a value held in the field (count 4 or less).
+uint8_t FieldByte(const MakerEntry& e, size_t i) { return i < e.entry().count ? e.entry().fieldBytes[i] : 0; }
+
+void Version(const MakerEntry& e) {
+    std::string out;
+    for (size_t i = 0; i < 4 && i < e.entry().count; ++i) {
+        if (i) out += '.';
+        out += std::to_string(FieldByte(e, i));
+    }
+    exif::SetRowValue(e.row(), out);
+}
+
+// Two SHORTs in the field: width and height.
+void SizePair(const MakerEntry& e) { SetValuef(e.row(), "%ux%u", e.Unsigned16(), SecondShort(e)); }
+
+void UnsignedLong(const MakerEntry& e) { SetValuef(e.row(), "%u", e.entry().valueField); }
+
+constexpr ValueText kModelTexts[] = {
+    {0x12994, "*ist D"},  {0x12aa2, "*ist DS"}, {0x12b1a, "*ist DL"}, {0x12b60, "*ist DS2"},
+    {0x12b7e, "*ist DL2"}, {0x12b9c, "K100D"},  {0x12b9d, "K110D"},   {0x12ba2, "K100D Super"},
+    {0x12c1e, "K10D"},    {0x12cd2, "K20D"},    {0x12cfa, "K200D"},   {0x12d72, "K2000"},
+    {0x12d73, "K-m"},     {0x12db8, "K-7"},     {0x12dfe, "K-x"},     {0x12e08, "645D"},
+    {0x12e6c, "K-r"},     {0x12e76, "K-5"},     {0x12ef8, "K-01"},    {0x12f52, "K-30"},
+    {0x12f70, "K-5 II"},  {0x12f71, "K-5 II s"}, {0x12fb6, "K-50"},   {0x12fc0, "K-3"},
+    {0x12fca, "K-500"},   {0x13010, "645Z"},    {0x1301a, "K-S1"},    {0x13024, "K-S2"},
+    {0x13092, "K-1"},     {0x1309c, "K-3 II"},  {0x1320e, "GR III"},  {0x13222, "K-70"},
+    {0x1322c, "KP"},      {0x13240, "K-1 Mark II"}, {0x13254, "K-3 Mark III"},
+};
+constexpr Enumeration kModel = Enum(kModelTexts, Sign::kUnsigned, "%u");
+
+void SetModel(exif::TagRecord& row, uint32_t id) {
+    const char* text = EnumerationText(kModel, id);
+    text ? exif::SetRowValue(row, text) : SetValuef(row, "%u", id);
+}
+void ModelId(const MakerEntry& e) { SetModel(e.row(), e.entry().valueField); }
+
+// Year (16 bits, big-endian whatever the note's order), month, day.
+void Date(const MakerEntry& e) {
+    SetValuef(e.row(), "%04u:%02u:%02u", FieldByte(e, 0) * 256u + FieldByte(e, 1), FieldByte(e, 2), FieldByte(e, 3));
+}
+void Time(const MakerEntry& e) { SetValuef(e.row(), "%02u:%02u:%02u", FieldByte(e, 0), FieldByte(e, 1), FieldByte(e, 2)); }
+
+// Hundred-thousandths of a second; all ones in Bulb.
+void ExposureTime(const MakerEntry& e) {
+    const double seconds = e.entry().valueField * 1e-5;
+    if (seconds > 42949) return exif::SetRowValue(e.row(), "Unknown (Bulb)");
+    SetExposureTime(e.row(), seconds);
+}
+
+void FNumber(const MakerEntry& e) { SetValuef(e.row(), "%.1f", e.Unsigned16() / 10.0); }
+
+// Tenths of a stop with 50 meaning none.
+void TenthsFrom50(const MakerEntry& e) { SetSignedEv(e.row(), (e.Unsigned16() - 50) / 10.0); }
+
+constexpr ValueText kMeteringTexts[] = {{0, "Multi-segment"}, {1, "Center-weighted average"}, {2, "Spot"}};
+constexpr Enumeration kMetering = Enum(kMeteringTexts, Sign::kUnsigned, "%u");
+
+// The step in thirds (1..9) or as 10 + halves, or flagged as a count of
+// halves (0x1000) or thirds (0x2000); then the extended bracket, if any.
+constexpr ValueText kExtendedBracketTexts[] = {
+    {1, "WB-BA"}, {2, "WB-GM"}, {3, "Saturation"}, {4, "Sharpness"}, {5, "Contrast"}, {6, "Hue"}, {7, "HighLowKey"},
+};
+constexpr Enumeration kExtendedBracket = Enum(kExtendedBracketTexts, Sign::kUnsigned, "");
+
+void AutoBracketing(const MakerEntry& e) {
+    const uint16_t step = e.Unsigned16();
+    std::string out;
+    if (step == 0) out = "0";
+    else if (step & 0x1000 && step >= 20) out = std::to_string(step - 0x1000) + "/2";
+    else if (step & 0x2000 && step >= 20) out = std::to_string(step - 0x2000) + "/3";
+    else if (step < 20) {
+        char text[16];
+        std::snprintf(text, sizeof text, "%.1f", step < 10 ? step / 3.0 : step - 9.5);
+        out = text;
+    } else out = std::to_string(step);
+    if (e.entry().count >= 2) {
+        const uint16_t extended = SecondShort(e);
+        out += " EV, ";
+        if (extended == 0) {
+            out += "No Extended Bracket";
+        } else {
+            const char* name = EnumerationText(kExtendedBracket, extended >> 8);
+            out += name ? name : "Unknown(" + std::to_string(extended >> 8) + ")";
+            out += "+" + std::to_string(extended & 0xFF);
+        }
+    }
+    exif::SetRowValue(e.row(), out);
+}
+
+constexpr ValueText kWhiteBalanceModeTexts[] = {
+    {1, "Auto (Daylight)"},   {2, "Auto (Shade)"},    {3, "Auto (Flash)"}, {4, "Auto (Tungsten)"},
+    {6, "Auto (Daylight Fluorescent)"},               {7, "Auto (Day White Fluorescent)"},
+    {8, "Auto (White Fluorescent)"},                  {10, "Auto (Cloudy)"},
+    {65534, "Unknown"},       {65535, "User-Selected"},
+};
+constexpr Enumeration kWhiteBalanceMode = Enum(kWhiteBalanceModeTexts, Sign::kUnsigned, "%u");
+
+void Per256(const MakerEntry& e) { SetNumber(e.row(), e.Unsigned16() / 256.0); }
+void Per100(const MakerEntry& e) { SetNumber(e.row(), e.Unsigned16() / 100.0); }
+void FocalLength(const MakerEntry& e) { SetValuef(e.row(), "%.1f mm", e.entry().valueField / 100.0); }
+
+constexpr ValueText kNoYesTexts[] = {{0, "No"}, {1, "Yes"}};
+constexpr ValueText kOffOnTexts[] = {{0, "Off"}, {1, "On"}};
+constexpr Enumeration kNoYes = Enum(kNoYesTexts, Sign::kUnsigned, "%u");
+constexpr Enumeration kOffOn = Enum(kOffOnTexts, Sign::kUnsigned, "%u");
+
+// Each byte stored with all its bits flipped: major, minor and two more.
+void Firmware(const MakerEntry& e) {
+    if (e.entry().count != 4) return FormatGenericValue(e);
+    const auto b = [&](size_t i) { return static_cast<unsigned>(FieldByte(e, i) ^ 0xFF); };
+    SetValuef(e.row(), "%u.%02u.%02u.%02u", b(0), b(1), b(2), b(3));
+}
+
+void Unsigned(const MakerEntry& e) { SetValuef(e.row(), "%u", e.Unsigned16()); }
+void Signed(const MakerEntry& e) { SetValuef(e.row(), "%d", e.Signed16()); }
+
+// A light value in 1/1024 steps, signed, in a SHORT or a LONG.
+void EffectiveLv(const MakerEntry& e) {
+    const double lv = e.entry().type == tiff::kLong ? static_cast<int32_t>(e.entry().valueField) : e.Signed16();
+    SetValuef(e.row(), "%.1f", lv / 1024.0);
+}
+
+// Four bytes, read as one key (first byte highest); shorter values pad with zeros.
+constexpr ValueText kImageEditingTexts[] = {
+    {0x00000000, "None"},             {0x00000004, "Digital Filter"},   {0x01000000, "Resized"},
+    {0x02000000, "Cropped"},          {0x04000000, "Digital Filter 4"}, {0x06000000, "Digital Filter 6"},
+    {0x08000000, "Red-eye Correction"}, {0x10000000, "Frame Synthesis?"},
+};
+constexpr Enumeration kImageEditing = Enum(kImageEditingTexts, Sign::kUnsigned, "");
+
+void ImageEditing(const MakerEntry& e) {
+    const int64_t key = (int64_t{FieldByte(e, 0)} << 24) | (FieldByte(e, 1) << 16) | (FieldByte(e, 2) << 8) | FieldByte(e, 3);
+    if (const char* text = EnumerationText(kImageEditing, key)) return exif::SetRowValue(e.row(), text);
+    FormatGenericValue(e);
+}
+
+// Four bytes: frames, timer, trigger, exposure kind; each its own table.
+constexpr ValueText kDriveFrameTexts[] = {
+    {0, "Single-frame"}, {1, "Continuous"}, {2, "Continuous (Lo)"}, {3, "Burst"}, {4, "Continuous (Medium)"},
+    {255, "Video"},
+};
+constexpr ValueText kDriveTimerTexts[] = {
+    {0, "No Timer"}, {1, "Self-timer (12 s)"}, {2, "Self-timer (2 s)"}, {15, "Video"}, {16, "Mirror Lock-up"},
+    {255, "n/a"},
+};
+constexpr ValueText kDriveTriggerTexts[] = {
+    {0, "Shutter Button"}, {1, "Remote Control (3 s delay)"}, {2, "Remote Control"}, {4, "Remote Continuous Shooting"},
+};
+constexpr ValueText kDriveExposureTexts[] = {
+    {0x00, "Single Exposure"},     {0x01, "Multiple Exposure"},        {0x02, "Composite Average"},
+    {0x03, "Composite Additive"},  {0x04, "Composite Bright"},         {0x08, "Interval Shooting"},
+    {0x0a, "Interval Composite Average"}, {0x0b, "Interval Composite Additive"},
+    {0x0c, "Interval Composite Bright"},  {0x0f, "Interval Movie"},    {0x10, "HDR"},
+    {0x20, "HDR Strong 1"},        {0x30, "HDR Strong 2"},             {0x40, "HDR Strong 3"},
+    {0x50, "HDR Manual"},          {0xe0, "HDR Auto"},                 {0xff, "Video"},
+};
+constexpr Enumeration kDriveParts[] = {
+    Enum(kDriveFrameTexts, Sign::kUnsigned, "%u"), Enum(kDriveTimerTexts, Sign::kUnsigned, "%u"),
+    Enum(kDriveTriggerTexts, Sign::kUnsigned, "%u"), Enum(kDriveExposureTexts, Sign::kUnsigned, "%u"),
+};
+
+void DriveMode(const MakerEntry& e) {
+    std::string out;
+    for (size_t i = 0; i < 4 && i < e.entry().count; ++i) {
+        const uint8_t v = FieldByte(e, i);
+        const char* text = EnumerationText(kDriveParts[i], v);
+        if (i) out += "; ";
+        out += text ? text : std::to_string(v);
+    }
+    exif::SetRowValue(e.row(), out);
+}
+
+// Width and height including the masked pixels, in 1/500 mm.
+void SensorSize(const MakerEntry& e) {
+    SetValuef(e.row(), "%.3f x %.3f mm", e.Unsigned16() / 500.0, SecondShort(e) / 500.0);
+}
+
+constexpr ValueText kColorSpaceTexts[] = {{0, "sRGB"}, {1, "Adobe RGB"}};
+constexpr Enumeration kColorSpace = Enum(kColorSpaceTexts, Sign::kUnsigned, "%u");
+
+void Temperature(const MakerEntry& e) { SetValuef(e.row(), "%d C", static_cast<int8_t>(FieldByte(e, 0))); }
+
+// One SLONG in 1/256 EV, or (newer cameras) two signed bytes in 1/6 EV.
+void FlashExposureComp(const MakerEntry& e) {
+    if (e.entry().count >= 2) return SetSignedEv(e.row(), static_cast<int8_t>(FieldByte(e, 0)) / 6.0);
+    SetSignedEv(e.row(), static_cast<int32_t>(e.entry().valueField) / 256.0);
+}
+
+constexpr ValueText kImageToneTexts[] = {
+    {0, "Natural"},       {1, "Bright"},   {2, "Portrait"},      {3, "Landscape"},
+    {4, "Vibrant"},       {5, "Monochrome"}, {6, "Muted"},       {7, "Reversal Film"},
+    {8, "Bleach Bypass"}, {9, "Radiant"},  {10, "Cross Processing"}, {11, "Flat"},
+};
+constexpr Enumeration kImageTone = Enum(kImageToneTexts, Sign::kUnsigned, "%u");
+
+// The older compacts' points in focus (the K-3 writes a LONG bit mask here).
+constexpr ValueText kAfPointsInFocusTexts[] = {
+    {0, "Fixed Center or Multiple"}, {1, "Top-left"},    {2, "Top-center"},    {3, "Top-right"},
+    {4, "Left"},                     {5, "Center"},      {6, "Right"},         {7, "Bottom-left"},
+    {8, "Bottom-center"},            {9, "Bottom-right"}, {65535, "None"},
+};
+constexpr Enumeration kAfPointsInFocus = Enum(kAfPointsInFocusTexts, Sign::kUnsigned, "%u");
+
+void AfPointsInFocus(const MakerEntry& e) {
+    if (e.entry().type != tiff::kShort) return FormatGenericValue(e);
+    const char* text = EnumerationText(kAfPointsInFocus, e.Unsigned16());
+    text ? exif::SetRowValue(e.row(), text) : SetValuef(e.row(), "%u", e.Unsigned16());
+}
+
+// The most faces the camera looks for, then how many it found.
+void FaceDetect(const MakerEntry& e) {
+    const uint8_t most = FieldByte(e, 0);
+    std::string out = most ? "On (" + std::to_string(most) + " faces max)" : "Off";
+    if (e.entry().count >= 2) out += "; " + std::to_string(FieldByte(e, 1)) + " faces detected";
+    exif::SetRowValue(e.row(), out);
+}
+
 constexpr MakerTag kPentaxTags[] = {
+    {0, "Pentax Version", Version},
+    {1, "Pentax Model Type", Unsigned},
+    {2, "Preview Image Size", SizePair},
+    {3, "Preview Image Length", UnsignedLong},
+    {5, "Pentax Model ID", ModelId},
+    {6, "Date", Date},
+    {7, "Time", Time},
     {8, "Quality", kQuality},
     {9, "Image Size", ImageSize},
-    {11, "Picture Mode", kPictureMode},       // 000B
-    {12, "Flash Mode", FlashMode},            // 000C
-    {13, "Focus Mode", kFocusMode},           // 000D
-    {14, "AF Point", kAfPoint},               // 000E
-    {20, "ISO", Iso},                         // 0014
-    {25, "White Balance", kWhiteBalance},     // 0019
-    {31, "Saturation", kLevel},               // 001F
-    {32, "Contrast", kLevel},                 // 0020
-    {33, "Sharpness", kSharpness},            // 0021
-    {34, "World Time Location", kWorldTime},  // 0022
-    {35, "Home Town City", kCity},            // 0023
-    {36, "Destination City", kCity},          // 0024
-    {51, "Picture Mode", PictureMode},        // 0033
-    {63, "Lens Type", LensType},              // 003F
+    {11, "Picture Mode", kPictureMode},            // 000B
+    {12, "Flash Mode", FlashMode},                 // 000C
+    {13, "Focus Mode", kFocusMode},                // 000D
+    {14, "AF Point", kAfPoint},                    // 000E
+    {15, "AF Points In Focus", AfPointsInFocus},   // 000F
+    {16, "Focus Position", Unsigned},              // 0010
+    {18, "Exposure Time", ExposureTime},           // 0012
+    {19, "F Number", FNumber},                     // 0013
+    {20, "ISO", Iso},                              // 0014
+    {21, "Light Reading", Signed},                 // 0015
+    {22, "Exposure Compensation", TenthsFrom50},   // 0016
+    {23, "Metering Mode", kMetering},              // 0017
+    {24, "Auto Bracketing", AutoBracketing},       // 0018
+    {25, "White Balance", kWhiteBalance},          // 0019
+    {26, "White Balance Mode", kWhiteBalanceMode}, // 001A
+    {27, "Blue Balance", Per256},                  // 001B
+    {28, "Red Balance", Per256},                   // 001C
+    {29, "Focal Length", FocalLength},             // 001D
+    {30, "Digital Zoom", Per100},                  // 001E
+    {31, "Saturation", kLevel},                    // 001F
+    {32, "Contrast", kLevel},                      // 0020
+    {33, "Sharpness", kSharpness},                 // 0021
+    {34, "World Time Location", kWorldTime},       // 0022
+    {35, "Home Town City", kCity},                 // 0023
+    {36, "Destination City", kCity},               // 0024
+    {37, "Home Town DST", kNoYes},                 // 0025
+    {38, "Destination DST", kNoYes},               // 0026
+    {39, "DSP Firmware Version", Firmware},        // 0027
+    {40, "CPU Firmware Version", Firmware},        // 0028
+    {41, "Frame Number", UnsignedLong},            // 0029
+    {45, "Effective LV", EffectiveLv},             // 002D
+    {50, "Image Editing", ImageEditing},           // 0032
+    {51, "Picture Mode", PictureMode},             // 0033
+    {52, "Drive Mode", DriveMode},                 // 0034
+    {53, "Sensor Size", SensorSize},               // 0035
+    {55, "Color Space", kColorSpace},              // 0037
+    {56, "Image Area Offset", FormatGenericValue}, // 0038
+    {57, "Raw Image Size", SizePair},              // 0039
+    {62, "Preview Image Borders", FormatGenericValue},  // 003E
+    {63, "Lens Type", LensType},                   // 003F
+    {64, "Sensitivity Adjust", TenthsFrom50},      // 0040
+    {65, "Image Edit Count", Unsigned},            // 0041
+    {71, "Camera Temperature", Temperature},       // 0047
+    {72, "AE Lock", kOffOn},                       // 0048
+    {73, "Noise Reduction", kOffOn},               // 0049
+    {77, "Flash Exposure Compensation", FlashExposureComp},  // 004D
+    {79, "Image Tone", kImageTone},                // 004F
+    {118, "Face Detect", FaceDetect},              // 0076
 };
+static_assert(TagsAscend(kPentaxTags), "Pentax tags ascend");
 // A SHORT is the field's first two bytes, in the note's (the EXIF) order.
 constexpr MakerTable kPentax = Table(kPentaxTags, ValueRule::kLeadingShort);
+
+// ------------------------------------------------------------ binary blocks
+//
+// Some tags hold a block of settings, one or more bytes each; they are read
+// in a second pass, after the plain tags, one row per setting. Each block is
+// recognised by its tag and, where a tag has several layouts, its count.
+
+// Elements of a block as bytes (or LONGs), each an array element.
+constexpr size_t kBlockBytesLimit = 32;
+
+template <size_t Index>
+uint32_t Byte(const ArrayElements& a) { return static_cast<uint32_t>(a.At(Index)); }
+template <size_t Index>
+int32_t SignedByte(const ArrayElements& a) { return static_cast<int8_t>(a.At(Index) & 0xFF); }
+
+// Names of the bits set in a mask, ", " between them; unnamed bits as "[n]".
+void SetBits(exif::TagRecord& row, uint32_t mask, const ValueText* bits, size_t size) {
+    std::string out;
+    for (uint32_t bit = 0; bit < 32; ++bit) {
+        if (!(mask >> bit & 1)) continue;
+        if (!out.empty()) out += ", ";
+        const char* name = nullptr;
+        for (size_t i = 0; i < size; ++i)
+            if (bits[i].value == static_cast<int32_t>(bit)) name = bits[i].text;
+        out += name ? name : "[" + std::to_string(bit) + "]";
+    }
+    exif::SetRowValue(row, out);
+}
+
+// Shake reduction: result flags, mode, half-press time, focal length.
+constexpr ValueText kSrResultBits[] = {{0, "Stabilized"}, {6, "Not ready"}};
+void SrResult(const ArrayElements& a, exif::TagRecord& row) {
+    if (Byte<0>(a) == 0) return exif::SetRowValue(row, "Not stabilized");
+    SetBits(row, Byte<0>(a), kSrResultBits, sizeof kSrResultBits / sizeof *kSrResultBits);
+}
+constexpr ValueText kShakeReductionTexts[] = {
+    {0, "Off"},     {1, "On"},          {4, "Off (4)"},        {5, "On but Disabled"}, {6, "On (Video)"},
+    {7, "On (7)"},  {15, "On (15)"},    {39, "On (mode 2)"},   {135, "On (135)"},      {167, "On (mode 1)"},
+};
+constexpr Enumeration kShakeReduction = Enum(kShakeReductionTexts, Sign::kUnsigned, "%u");
+// Sixtieths of a second; the byte's top means that long or longer.
+void SrHalfPressTime(const ArrayElements& a, exif::TagRecord& row) {
+    SetValuef(row, "%.2f s%s", Byte<2>(a) / 60.0, Byte<2>(a) > 254 ? " or longer" : "");
+}
+// Half millimetres; an odd value counts in steps of 4 mm instead.
+void SrFocalLength(const ArrayElements& a, exif::TagRecord& row) {
+    const uint32_t v = Byte<3>(a);
+    SetValuef(row, "%g mm", v & 1 ? v * 4.0 : v / 2.0);
+}
+constexpr ArrayRow kShakeReductionRows[] = {
+    {0, "SR Result", SrResult},
+    {1, "Shake Reduction", EnumElement<kShakeReduction, 1>},
+    {2, "SR Half Press Time", SrHalfPressTime},
+    {3, "SR Focal Length", SrFocalLength},
+};
+
+// Auto exposure, in the camera's logarithmic steps.
+double ExposureSeconds(uint32_t v) { return 24.0 * std::exp2(-(static_cast<double>(v) - 32.0) / 8.0); }
+double ApertureValue(uint32_t v) { return std::exp2((static_cast<double>(v) - 68.0) / 16.0); }
+
+template <size_t Index>
+void AeTime(const ArrayElements& a, exif::TagRecord& row) { SetExposureTime(row, ExposureSeconds(Byte<Index>(a))); }
+template <size_t Index>
+void AeAperture(const ArrayElements& a, exif::TagRecord& row) { SetValuef(row, "%.1f", ApertureValue(Byte<Index>(a))); }
+void AeIso(const ArrayElements& a, exif::TagRecord& row) {
+    SetValuef(row, "%.0f", std::floor(100.0 * std::exp2((Byte<2>(a) - 32.0) / 8.0) + 0.5));
+}
+void AeXv(const ArrayElements& a, exif::TagRecord& row) { SetNumber(row, (Byte<3>(a) - 64.0) / 8.0); }
+void AeBxv(const ArrayElements& a, exif::TagRecord& row) { SetNumber(row, SignedByte<4>(a) / 8.0); }
+constexpr ValueText kAeProgramTexts[] = {
+    {0, "M, P or TAv"},       {1, "Av, B or X"},          {2, "Tv"},                {3, "Sv or Green Mode"},
+    {8, "Hi-speed Program"},  {11, "Hi-speed Program (P-Shift)"}, {16, "DOF Program"},
+    {19, "DOF Program (P-Shift)"}, {24, "MTF Program"},   {27, "MTF Program (P-Shift)"},
+    {35, "Standard"},         {43, "Portrait"},           {51, "Landscape"},        {59, "Macro"},
+    {67, "Sport"},            {75, "Night Scene Portrait"}, {83, "No Flash"},       {91, "Night Scene"},
+    {99, "Surf & Snow"},      {104, "Night Snap"},        {107, "Text"},            {115, "Sunset"},
+    {123, "Kids"},            {131, "Pet"},               {139, "Candlelight"},     {144, "SCN"},
+    {147, "Museum"},          {160, "Program"},           {184, "Shallow DOF Program"}, {216, "HDR"},
+};
+constexpr Enumeration kAeProgram = Enum(kAeProgramTexts, Sign::kUnsigned, "%u");
+void AeApertureSteps(const ArrayElements& a, exif::TagRecord& row) {
+    Byte<8>(a) == 255 ? exif::SetRowValue(row, "n/a") : SetValuef(row, "%u", Byte<8>(a));
+}
+void AeMinAperture(const ArrayElements& a, exif::TagRecord& row) { SetValuef(row, "%.0f", ApertureValue(Byte<11>(a))); }
+constexpr ValueText kAeMeteringBits[] = {{4, "Center-weighted average"}, {5, "Spot"}};
+void AeMetering(const ArrayElements& a, exif::TagRecord& row) {
+    if (Byte<12>(a) == 0) return exif::SetRowValue(row, "Multi-segment");
+    SetBits(row, Byte<12>(a), kAeMeteringBits, sizeof kAeMeteringBits / sizeof *kAeMeteringBits);
+}
+// Eighths of a stop, where 3 and 5 eighths stand for one and two thirds.
+void FlashCompSet(const ArrayElements& a, exif::TagRecord& row) {
+    double v = SignedByte<14>(a);
+    if (static_cast<int>(v) & 1) {
+        const double sign = v < 0 ? -1 : 1;
+        const int frac = static_cast<int>(v * sign) & 7;
+        if (frac == 3) v += sign * (8.0 / 3 - frac);
+        else if (frac == 5) v += sign * (16.0 / 3 - frac);
+    }
+    SetSignedEv(row, v / 8);
+}
+// The layout of up to 20 bytes; longer ones move the fields after byte 7.
+constexpr ArrayRow kAeRows[] = {
+    {0, "AE Exposure Time", AeTime<0>},
+    {1, "AE Aperture", AeAperture<1>},
+    {2, "AE ISO", AeIso},
+    {3, "AE Xv", AeXv},
+    {4, "AE Bracket Xv", AeBxv},
+    {5, "AE Min Exposure Time", AeTime<5>},
+    {6, "AE Program Mode", EnumElement<kAeProgram, 6>},
+    {8, "AE Aperture Steps", AeApertureSteps},
+    {9, "AE Max Aperture", AeAperture<9>},
+    {10, "AE Max Aperture 2", AeAperture<10>},
+    {11, "AE Min Aperture", AeMinAperture},
+    {12, "AE Metering Mode", AeMetering},
+    {14, "Flash Exposure Comp Set", FlashCompSet},
+};
+
+// Lens: the lens's series and number as the body read them, then its data
+// block (from byte 4): aperture coupling, focus distances, focal length,
+// nominal and effective apertures.
+void LensInfoType(const ArrayElements& a, exif::TagRecord& row) {
+    const uint32_t series = Byte<0>(a) & 0x0F, number = Byte<2>(a) * 256 + Byte<3>(a);
+    if (!LookupPentaxLens(series, number, row.value, sizeof row.value)) SetValuef(row, "Unknown (%u %u)", series, number);
+}
+void AutoAperture(const ArrayElements& a, exif::TagRecord& row) {
+    exif::SetRowValue(row, Byte<4>(a) & 1 ? "Off" : "On");
+}
+void LensMinAperture(const ArrayElements& a, exif::TagRecord& row) {
+    constexpr unsigned kStops[] = {22, 32, 45, 16};
+    SetValuef(row, "%u", kStops[(Byte<4>(a) >> 1) & 3]);
+}
+void LensFStops(const ArrayElements& a, exif::TagRecord& row) {
+    SetNumber(row, 5 + (((Byte<4>(a) >> 4) & 7) ^ 7) / 2.0);
+}
+constexpr ValueText kMinFocusTexts[] = {
+    {0, "0.13-0.19 m"}, {1, "0.20-0.24 m"}, {2, "0.25-0.28 m"}, {3, "0.28-0.30 m"}, {4, "0.35-0.38 m"},
+    {5, "0.40-0.45 m"}, {6, "0.49-0.50 m"}, {7, "0.6 m"},       {8, "0.7 m"},       {9, "0.8-0.9 m"},
+    {10, "1.0 m"},      {11, "1.1-1.2 m"},  {12, "1.4-1.5 m"},  {13, "1.5 m"},      {14, "2.0 m"},
+    {15, "2.0-2.1 m"},  {16, "2.1 m"},      {17, "2.2-2.9 m"},  {18, "3.0 m"},      {19, "4-5 m"},
+    {20, "5.6 m"},
+};
+constexpr Enumeration kMinFocus = Enum(kMinFocusTexts, Sign::kUnsigned, "%u");
+void MinFocusDistance(const ArrayElements& a, exif::TagRecord& row) { FormatEnumeratedElement(kMinFocus, Byte<7>(a) >> 3, row); }
+// The eight ranges from very close (7) to very far (3), in the lens's own order.
+constexpr ValueText kFocusRangeTexts[] = {
+    {7, "0 (very close)"}, {6, "1 (close)"}, {4, "2"}, {5, "3"}, {1, "4"}, {0, "5"}, {2, "6 (far)"}, {3, "7 (very far)"},
+};
+constexpr Enumeration kFocusRange = Enum(kFocusRangeTexts, Sign::kUnsigned, "%u");
+void FocusRangeIndex(const ArrayElements& a, exif::TagRecord& row) { FormatEnumeratedElement(kFocusRange, Byte<7>(a) & 7, row); }
+// Tenths of a millimetre times 4 to the power of the low two bits, less two.
+void LensFocalLength(const ArrayElements& a, exif::TagRecord& row) {
+    const uint32_t v = Byte<13>(a);
+    SetValuef(row, "%.1f mm", 10.0 * (v >> 2) * std::pow(4.0, static_cast<int>(v & 3) - 2));
+}
+void NominalMaxAperture(const ArrayElements& a, exif::TagRecord& row) {
+    SetValuef(row, "%.1f", std::exp2((Byte<14>(a) >> 4) / 4.0));
+}
+void NominalMinAperture(const ArrayElements& a, exif::TagRecord& row) {
+    SetValuef(row, "%.0f", std::exp2(((Byte<14>(a) & 0x0F) + 10) / 4.0));
+}
+// 1/32 stops above 1; 0 and 1 mean not known (shown as the bare number).
+void LensMaxAperture(const ArrayElements& a, exif::TagRecord& row) {
+    const uint32_t v = Byte<18>(a) & 0x7F;
+    if (v <= 1) return SetValuef(row, "%u", v);
+    SetValuef(row, "%.1f", std::exp2((v - 1) / 32.0));
+}
+constexpr ArrayRow kLensRows[] = {
+    {3, "Lens Type", LensInfoType},
+    {4, "Auto Aperture", AutoAperture},
+    {4, "Min Aperture", LensMinAperture},
+    {4, "Lens F Stops", LensFStops},
+    {7, "Min Focus Distance", MinFocusDistance},
+    {7, "Focus Range Index", FocusRangeIndex},
+    {13, "Lens Focal Length", LensFocalLength},
+    {14, "Nominal Max Aperture", NominalMaxAperture},
+    {14, "Nominal Min Aperture", NominalMinAperture},
+    {18, "Max Aperture", LensMaxAperture},
+};
+
+// Flash (the 27-byte form of the K10D generation).
+constexpr ValueText kFlashStatusTexts[] = {
+    {0x00, "Off"}, {0x01, "Off (1)"}, {0x02, "External, Did not fire"}, {0x06, "External, Fired"},
+    {0x08, "Internal, Did not fire (0x08)"}, {0x09, "Internal, Did not fire"}, {0x0d, "Internal, Fired"},
+};
+constexpr ValueText kInternalFlashTexts[] = {
+    {0x00, "n/a - Off-Auto-Aperture"},     {0x86, "Fired, Wireless (Control)"}, {0x95, "Fired, Wireless (Master)"},
+    {0xc0, "Fired"},                       {0xc1, "Fired, Red-eye reduction"},  {0xc2, "Fired, Auto"},
+    {0xc3, "Fired, Auto, Red-eye reduction"},
+    {0xc6, "Fired, Wireless (Control), Fired normally not as control"},
+    {0xc8, "Fired, Slow-sync"},            {0xc9, "Fired, Slow-sync, Red-eye reduction"},
+    {0xca, "Fired, Trailing-curtain Sync"}, {0xf0, "Did not fire, Normal"},
+    {0xf1, "Did not fire, Red-eye reduction"}, {0xf2, "Did not fire, Auto"},
+    {0xf3, "Did not fire, Auto, Red-eye reduction"}, {0xf4, "Did not fire, (Unknown 0xf4)"},
+    {0xf5, "Did not fire, Wireless (Master)"}, {0xf6, "Did not fire, Wireless (Control)"},
+    {0xf8, "Did not fire, Slow-sync"},     {0xf9, "Did not fire, Slow-sync, Red-eye reduction"},
+    {0xfa, "Did not fire, Trailing-curtain Sync"},
+};
+constexpr ValueText kExternalFlashTexts[] = {
+    {0x00, "n/a - Off-Auto-Aperture"}, {0x3f, "Off"},              {0x40, "On, Auto"},
+    {0xbf, "On, Flash Problem"},       {0xc0, "On, Manual"},       {0xc4, "On, P-TTL Auto"},
+    {0xc5, "On, Contrast-control Sync"}, {0xc6, "On, High-speed Sync"}, {0xcc, "On, Wireless"},
+    {0xcd, "On, Wireless, High-speed Sync"}, {0xf0, "Not Connected"},
+};
+constexpr Enumeration kFlashStatus = Enum(kFlashStatusTexts, Sign::kUnsigned, "%u");
+constexpr Enumeration kInternalFlash = Enum(kInternalFlashTexts, Sign::kUnsigned, "%u");
+constexpr Enumeration kExternalFlash = Enum(kExternalFlashTexts, Sign::kUnsigned, "%u");
+constexpr ArrayRow kFlashRows[] = {
+    {0, "Flash Status", EnumElement<kFlashStatus, 0>},
+    {1, "Internal Flash Mode", EnumElement<kInternalFlash, 1>},
+    {2, "External Flash Mode", EnumElement<kExternalFlash, 2>},
+    {3, "Internal Flash Strength", NumberElement<3>},
+};
+
+// Camera: five LONGs in the note's order.
+void CameraModel(const ArrayElements& a, exif::TagRecord& row) { SetModel(row, static_cast<uint32_t>(a.At(0))); }
+// Written as the decimal digits yyyymmdd (early bodies: ymmdd of the 2000s).
+void ManufactureDate(const ArrayElements& a, exif::TagRecord& row) {
+    const int64_t v = a.At(1);
+    if (v >= 10000000 && v <= 99999999) return SetValuef(row, "%04d:%02d:%02d", int(v / 10000), int(v / 100 % 100), int(v % 100));
+    if (v >= 10000 && v <= 99999) return SetValuef(row, "200%d:%02d:%02d", int(v / 10000), int(v / 100 % 100), int(v % 100));
+    SetValuef(row, "Unknown (%lld)", static_cast<long long>(v));
+}
+void ProductionCode(const ArrayElements& a, exif::TagRecord& row) {
+    SetValuef(row, "%lld.%lld%s", static_cast<long long>(a.At(2)), static_cast<long long>(a.At(3)),
+              a.At(2) == 8 ? " (camera has been serviced)" : "");
+}
+constexpr ArrayRow kCameraRows[] = {
+    {0, "Pentax Model ID", CameraModel},
+    {1, "Manufacture Date", ManufactureDate},
+    {3, "Production Code", ProductionCode},
+    {4, "Internal Serial Number", NumberElement<4>},
+};
+
+// Auto focus, big-endian.
+void AfPredictor(const ArrayElements& a, exif::TagRecord& row) {
+    SetValuef(row, "%d", static_cast<int16_t>(Byte<4>(a) << 8 | Byte<5>(a)));
+}
+void AfIntegrationTime(const ArrayElements& a, exif::TagRecord& row) { SetValuef(row, "%u ms", Byte<7>(a) * 2); }
+constexpr ValueText kAfPointsTexts[] = {
+    {0, "None"},                {1, "Lower-left, Bottom"},  {2, "Bottom"},              {3, "Lower-right, Bottom"},
+    {4, "Mid-left, Center"},    {5, "Center (horizontal)"}, {6, "Mid-right, Center"},   {7, "Upper-left, Top"},
+    {8, "Top"},                 {9, "Upper-right, Top"},    {10, "Right"},              {11, "Lower-left, Mid-left"},
+    {12, "Upper-left, Mid-left"}, {13, "Bottom, Center"},   {14, "Top, Center"},        {15, "Lower-right, Mid-right"},
+    {16, "Upper-right, Mid-right"}, {17, "Left"},           {18, "Mid-left"},           {19, "Center (vertical)"},
+    {20, "Mid-right"},
+};
+constexpr Enumeration kAfPoints = Enum(kAfPointsTexts, Sign::kUnsigned, "%u");
+constexpr ArrayRow kAfRows[] = {
+    {5, "AF Predictor", AfPredictor},
+    {6, "AF Defocus", NumberElement<6>},
+    {7, "AF Integration Time", AfIntegrationTime},
+    {11, "AF Points In Focus", EnumElement<kAfPoints, 11>},
+};
+// The cameras with more AF points number them otherwise (K-1, K-3 and their successors).
+constexpr ArrayRow kAfRowsWithoutPoints[] = {
+    {5, "AF Predictor", AfPredictor},
+    {6, "AF Defocus", NumberElement<6>},
+    {7, "AF Integration Time", AfIntegrationTime},
+};
+
+// Battery, big-endian: the source, then the body and grip states (their
+// scale depends on the camera).
+constexpr ValueText kPowerSourceTexts[] = {
+    {1, "Camera Battery"}, {2, "Body Battery"}, {3, "Grip Battery"}, {4, "External Power Supply"},
+};
+constexpr ValueText kFourStepTexts[] = {{1, "Empty or Missing"}, {2, "Almost Empty"}, {3, "Running Low"}, {4, "Full"}};
+constexpr ValueText kFiveStepTexts[] = {
+    {1, "Empty or Missing"}, {2, "Almost Empty"}, {3, "Running Low"}, {4, "Close to Full"}, {5, "Full"},
+};
+constexpr Enumeration kPowerSource = Enum(kPowerSourceTexts, Sign::kUnsigned, "%u");
+constexpr Enumeration kFourStep = Enum(kFourStepTexts, Sign::kUnsigned, "%u");
+constexpr Enumeration kFiveStep = Enum(kFiveStepTexts, Sign::kUnsigned, "%u");
+void PowerSource(const ArrayElements& a, exif::TagRecord& row) { FormatEnumeratedElement(kPowerSource, Byte<0>(a) & 0x0F, row); }
+void BodyFourStep(const ArrayElements& a, exif::TagRecord& row) { FormatEnumeratedElement(kFourStep, Byte<1>(a) >> 4, row); }
+void BodyFiveStep(const ArrayElements& a, exif::TagRecord& row) { FormatEnumeratedElement(kFiveStep, Byte<1>(a) >> 4, row); }
+void GripFourStep(const ArrayElements& a, exif::TagRecord& row) { FormatEnumeratedElement(kFourStep, Byte<1>(a) & 0x0F, row); }
+// Body A/D readings, roughly calibrated for the K10D's battery.
+void BatteryAd(exif::TagRecord& row, uint32_t v, double empty, double span) {
+    SetValuef(row, "%u (%.1fV, %d%%)", v, v * 8.18 / 186, static_cast<int>((v - empty) * 100 / span));
+}
+void BodyNoLoad(const ArrayElements& a, exif::TagRecord& row) { BatteryAd(row, Byte<2>(a), 155, 35); }
+void BodyLoad(const ArrayElements& a, exif::TagRecord& row) { BatteryAd(row, Byte<3>(a), 152, 34); }
+// K10D and K20D: a grip, and readings with a scale.
+constexpr ArrayRow kBatteryWithGripRows[] = {
+    {0, "Power Source", PowerSource},
+    {1, "Body Battery State", BodyFourStep},
+    {1, "Grip Battery State", GripFourStep},
+    {2, "Body Battery A/D No Load", BodyNoLoad},
+    {3, "Body Battery A/D Load", BodyLoad},
+};
+// The *ist D, K100D and K200D: a four-step body state.
+constexpr ArrayRow kBatteryFourStepRows[] = {
+    {0, "Power Source", PowerSource},
+    {1, "Body Battery State", BodyFourStep},
+};
+constexpr ArrayRow kBatteryFiveStepRows[] = {
+    {0, "Power Source", PowerSource},
+    {1, "Body Battery State", BodyFiveStep},
+};
+constexpr ArrayRow kBatteryRows[] = {
+    {0, "Power Source", PowerSource},
+};
+
+// Settings of the DSLRs (big-endian; the K-01 and later write a longer
+// block laid out otherwise): exposure program, flash, metering and focus
+// settings, drive and bracketing.
+constexpr ValueText kPictureMode2Texts[] = {
+    {0, "Scene Mode"},   {1, "Auto PICT"},        {2, "Program AE"},        {3, "Green Mode"},
+    {4, "Shutter Speed Priority"},                {5, "Aperture Priority"}, {6, "Program Tv Shift"},
+    {7, "Program Av Shift"}, {8, "Manual"},       {9, "Bulb"},
+    {10, "Aperture Priority, Off-Auto-Aperture"}, {11, "Manual, Off-Auto-Aperture"},
+    {12, "Bulb, Off-Auto-Aperture"},              {13, "Shutter & Aperture Priority AE"},
+    {15, "Sensitivity Priority AE"},              {16, "Flash X-Sync Speed AE"},
+};
+constexpr ValueText kProgramLineTexts[] = {{0, "Normal"}, {1, "Hi Speed"}, {2, "Depth"}, {3, "MTF"}};
+constexpr ValueText kEvStepsTexts[] = {{0, "1/2 EV Steps"}, {1, "1/3 EV Steps"}};
+constexpr ValueText kFlashOptionsTexts[] = {
+    {0, "Normal"},    {1, "Red-eye reduction"}, {2, "Auto"},      {3, "Auto, Red-eye reduction"},
+    {5, "Wireless (Master)"}, {6, "Wireless (Control)"}, {8, "Slow-sync"},
+    {9, "Slow-sync, Red-eye reduction"},         {10, "Trailing-curtain Sync"},
+};
+constexpr ValueText kFocusMode2Texts[] = {{0, "Manual"}, {1, "AF-S"}, {2, "AF-C"}, {3, "AF-A"}};
+constexpr ValueText kBracketStepTexts[] = {
+    {3, "0.3"}, {4, "0.5"}, {5, "0.7"}, {8, "1.0"}, {11, "1.3"}, {12, "1.5"}, {13, "1.7"}, {16, "2.0"},
+};
+constexpr Enumeration kPictureMode2 = Enum(kPictureMode2Texts, Sign::kUnsigned, "%u");
+constexpr Enumeration kProgramLine = Enum(kProgramLineTexts, Sign::kUnsigned, "%u");
+constexpr Enumeration kEvSteps = Enum(kEvStepsTexts, Sign::kUnsigned, "%u");
+constexpr Enumeration kFlashOptions = Enum(kFlashOptionsTexts, Sign::kUnsigned, "%u");
+constexpr Enumeration kFocusMode2 = Enum(kFocusMode2Texts, Sign::kUnsigned, "%u");
+constexpr Enumeration kBracketStep = Enum(kBracketStepTexts, Sign::kUnsigned, "%u");
+
+// A bit mask by its bit names, with its own text for no bit set.
+template <size_t N>
+void SetMask(exif::TagRecord& row, uint32_t mask, const char* none, const ValueText (&bits)[N]) {
+    if (mask == 0) return exif::SetRowValue(row, none);
+    SetBits(row, mask, bits, N);
+}
+constexpr ValueText kMetering2Bits[] = {{0, "Center-weighted average"}, {1, "Spot"}};
+constexpr ValueText kAfPointModeBits[] = {{0, "Select"}, {1, "Fixed Center"}};
+constexpr ValueText kElevenPointBits[] = {
+    {0, "Upper-left"}, {1, "Top"},       {2, "Upper-right"}, {3, "Left"},   {4, "Mid-left"},  {5, "Center"},
+    {6, "Mid-right"},  {7, "Right"},     {8, "Lower-left"},  {9, "Bottom"}, {10, "Lower-right"},
+};
+constexpr ValueText kDrive2Bits[] = {
+    {0, "Continuous"},        {1, "Continuous (Lo)"}, {2, "Self-timer (12 s)"}, {3, "Self-timer (2 s)"},
+    {4, "Remote Control (3 s delay)"},                {5, "Remote Control"},    {6, "Exposure Bracket"},
+    {7, "Multiple Exposure"},
+};
+void ProgramLine(const ArrayElements& a, exif::TagRecord& row) { FormatEnumeratedElement(kProgramLine, Byte<1>(a) & 3, row); }
+void EvSteps(const ArrayElements& a, exif::TagRecord& row) { FormatEnumeratedElement(kEvSteps, Byte<1>(a) >> 5 & 1, row); }
+void FlashOptions(const ArrayElements& a, exif::TagRecord& row) { FormatEnumeratedElement(kFlashOptions, Byte<2>(a) >> 4, row); }
+void Metering2(const ArrayElements& a, exif::TagRecord& row) { SetMask(row, Byte<2>(a) & 15, "Multi-segment", kMetering2Bits); }
+void AfPointMode(const ArrayElements& a, exif::TagRecord& row) { SetMask(row, Byte<3>(a) >> 4, "Auto", kAfPointModeBits); }
+void FocusMode2(const ArrayElements& a, exif::TagRecord& row) { FormatEnumeratedElement(kFocusMode2, Byte<3>(a) & 15, row); }
+void AfPointSelected2(const ArrayElements& a, exif::TagRecord& row) {
+    SetMask(row, Byte<4>(a) << 8 | Byte<5>(a), "Auto", kElevenPointBits);
+}
+void DriveMode2(const ArrayElements& a, exif::TagRecord& row) { SetMask(row, Byte<7>(a), "Single-frame", kDrive2Bits); }
+constexpr ArrayRow kSettingsRows[] = {
+    {0, "Picture Mode 2", EnumElement<kPictureMode2, 0>},
+    {1, "Program Line", ProgramLine},
+    {1, "EV Steps", EvSteps},
+    {2, "Flash Options", FlashOptions},
+    {2, "Metering Mode 2", Metering2},
+    {3, "AF Point Mode", AfPointMode},
+    {3, "Focus Mode 2", FocusMode2},
+    {5, "AF Point Selected 2", AfPointSelected2},
+    {7, "Drive Mode 2", DriveMode2},
+    {8, "Exposure Bracket Step Size", EnumElement<kBracketStep, 8>},
+};
+
+// Faces: how many, and the centre of the main one in percent of the frame.
+void FacePosition(const ArrayElements& a, exif::TagRecord& row) { SetValuef(row, "%u %u", Byte<2>(a), Byte<3>(a)); }
+constexpr ArrayRow kFaceRows[] = {
+    {0, "Faces Detected", NumberElement<0>},
+    {3, "Face Position", FacePosition},
+};
+
+// Colour: the white-balance fine tuning, signed steps.
+void WbShiftAb(const ArrayElements& a, exif::TagRecord& row) { SetValuef(row, "%d", SignedByte<16>(a)); }
+void WbShiftGm(const ArrayElements& a, exif::TagRecord& row) { SetValuef(row, "%d", SignedByte<17>(a)); }
+constexpr ArrayRow kColorRows[] = {
+    {16, "WB Shift AB", WbShiftAb},
+    {17, "WB Shift GM", WbShiftGm},
+};
+
+struct Rows {
+    const ArrayRow* rows;
+    size_t size;
+};
+template <size_t N>
+constexpr Rows RowsOf(const ArrayRow (&rows)[N]) {
+    return {rows, N};
+}
+
+// The camera, as far as the blocks tell their layouts apart by it.
+constexpr uint32_t kFourStepBatteryModels[] = {0x12994, 0x12aa2, 0x12b1a, 0x12b60, 0x12b7e,
+                                               0x12b9c, 0x12ba2, 0x12cfa};
+constexpr uint32_t kGripModels[] = {0x12c1e, 0x12cd2};
+constexpr uint32_t kUnknownBatteryModels[] = {0x12b9d, 0x12d72, 0x12d73};
+// The *ist and K100D generation lay their lens block out otherwise.
+constexpr uint32_t kOlderLensModels[] = {0x12994, 0x12aa2, 0x12b1a, 0x12b60, 0x12b7e, 0x12b9c, 0x12b9d, 0x12ba2};
+constexpr uint32_t kManyAfPointModels[] = {0x12fc0, 0x13092, 0x1309c, 0x13240, 0x13254};
+
+template <size_t N>
+bool Among(const uint32_t (&models)[N], uint32_t model) {
+    for (uint32_t m : models)
+        if (m == model) return true;
+    return false;
+}
+
+Rows BatteryRows(uint32_t model) {
+    if (Among(kGripModels, model)) return RowsOf(kBatteryWithGripRows);
+    if (Among(kFourStepBatteryModels, model)) return RowsOf(kBatteryFourStepRows);
+    if (Among(kUnknownBatteryModels, model) || model == 0) return RowsOf(kBatteryRows);
+    return RowsOf(kBatteryFiveStepRows);
+}
+
+// What the second pass keeps of the plain tags it has passed.
+struct PassState {
+    uint32_t model = 0;
+    uint8_t date[4] = {}, time[4] = {};
+    bool hasDate = false, hasTime = false;
+};
+
+struct BlockLayout {
+    uint32_t elementSize;  // 1, or 4 for LONGs
+    ElementOrder order;
+};
+constexpr BlockLayout kBytes = {1, ElementOrder::kNote};
+constexpr BlockLayout kNoteLongs = {4, ElementOrder::kNote};
+
+// The rows of a block tag, by its count and the camera; none for a layout
+// that is not read.
+Rows BlockRows(const tiff::Entry& entry, const PassState& state, BlockLayout& layout) {
+    layout = kBytes;
+    switch (entry.tag) {
+        case 0x005c: return entry.count == 4 ? RowsOf(kShakeReductionRows) : Rows{};
+        case 0x0060: return RowsOf(kFaceRows);
+        case 0x0205: return entry.count < 25 ? RowsOf(kSettingsRows) : Rows{};
+        case 0x0206: return entry.count <= 20 ? RowsOf(kAeRows) : Rows{};
+        case 0x0207: {
+            // Other lengths are the layouts of the 645D, K-r, K-5 and later bodies.
+            const bool otherLayout = entry.count == 80 || entry.count == 90 || entry.count == 91 ||
+                                     entry.count == 128 || entry.count == 168;
+            return otherLayout || Among(kOlderLensModels, state.model) ? Rows{} : RowsOf(kLensRows);
+        }
+        case 0x0208: return entry.count == 27 ? RowsOf(kFlashRows) : Rows{};
+        case 0x0215: layout = kNoteLongs; return RowsOf(kCameraRows);
+        case 0x0216: return BatteryRows(state.model);
+        case 0x021f: return Among(kManyAfPointModels, state.model) ? RowsOf(kAfRowsWithoutPoints) : RowsOf(kAfRows);
+        case 0x0222: return RowsOf(kColorRows);
+        default: return Rows{};
+    }
+}
+
+void AppendRow(exif::TagRecordTable& table, uint32_t* rowCount, const tiff::Entry& entry, const char* name,
+               const ArrayElements* elements, const ArrayRow* format) {
+    exif::TagRecord& row = exif::TakeRow(table, *rowCount);
+    exif::BeginRow(row, entry.tag, entry);
+    exif::SetRowName(row, name);
+    if (format) format->format(*elements, row);
+    ++*rowCount;
+}
+
+void DecodeBlock(platform::File& file, uint32_t offsetBase, int bigEndian, const tiff::Entry& entry,
+                 const PassState& state, exif::TagRecordTable& table, uint32_t* rowCount) {
+    BlockLayout layout;
+    const Rows rows = BlockRows(entry, state, layout);
+    if (!rows.size || entry.count > 0xFFFF) return;
+    uint8_t bytes[kBlockBytesLimit] = {};
+    const exif::EntryContext context{file, offsetBase, bigEndian, entry, exif::TakeRow(table, *rowCount)};
+    const size_t got = exif::ReadRawBlock(context, bytes, sizeof bytes);
+    const int order = layout.order == ElementOrder::kBigEndian ? 1 : bigEndian;
+    int64_t values[kBlockBytesLimit] = {};
+    const size_t size = got / layout.elementSize;
+    for (size_t i = 0; i < size; ++i)
+        values[i] = layout.elementSize == 4 ? int64_t{tiff::GetU32(bytes + 4 * i, order)} : bytes[i];
+    const ArrayElements elements{values, size};
+    for (size_t i = 0; i < rows.size && *rowCount < kMakerNoteRowLimit; ++i)
+        if (elements.Has(rows.rows[i].needs)) AppendRow(table, rowCount, entry, rows.rows[i].name, &elements, &rows.rows[i]);
+}
+
+// The count is stored scrambled with the note's date and time (when both
+// are there, it reads back by the same exclusive or).
+void ShutterCount(const tiff::Entry& entry, const PassState& state, exif::TagRecordTable& table, uint32_t* rowCount) {
+    if (entry.count != 4 || !state.hasDate || !state.hasTime) return;
+    const uint32_t date = tiff::GetU32(state.date, 1), time = tiff::GetU32(state.time, 1);
+    const uint32_t count = tiff::GetU32(entry.fieldBytes, 1) ^ date ^ ~time;
+    AppendRow(table, rowCount, entry, "Shutter Count", nullptr, nullptr);
+    SetValuef(table.rows[*rowCount - 1], "%u", count);
+}
+
+// Stored as 53190 minus the temperature; 0 when not recorded.
+void ColorTemperature(const tiff::Entry& entry, int bigEndian, exif::TagRecordTable& table, uint32_t* rowCount) {
+    const uint16_t v = tiff::GetU16(entry.fieldBytes, bigEndian);
+    if (entry.type != tiff::kShort || v == 0) return;
+    AppendRow(table, rowCount, entry, "Color Temperature", nullptr, nullptr);
+    SetValuef(table.rows[*rowCount - 1], "%d", 53190 - v);
+}
+
+void DecodeBlocks(platform::File& file, int64_t directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                  uint32_t rowsBefore, uint32_t* rowCount, int bigEndian) {
+    PassState state;
+    RevisitDirectory(file, directory, bigEndian, rowsBefore, rowCount, [&](const tiff::Entry& entry, uint32_t) {
+        switch (entry.tag) {
+            case 0x0005: state.model = entry.valueField; return;
+            case 0x0006:
+                state.hasDate = entry.count == 4;
+                std::memcpy(state.date, entry.fieldBytes, 4);
+                return;
+            case 0x0007:
+                state.hasTime = entry.count >= 3;
+                std::memcpy(state.time, entry.fieldBytes, 3);
+                return;
+            case 0x0050: return ColorTemperature(entry, bigEndian, table, rowCount);
+            case 0x005d: return ShutterCount(entry, state, table, rowCount);
+            default: return DecodeBlock(file, offsetBase, bigEndian, entry, state, table, rowCount);
+        }
+    });
+}
 
 bool IsByteOrderMark(uint16_t word) { return word == 0x4949 || word == 0x4D4D; }
 
@@ -317,7 +1127,10 @@ void DecodePentaxMakerNote(platform::File& file, uint32_t offsetBase, exif::TagR
     uint8_t words[4] = {};
     file.Read(words, sizeof words);
     if (!IsByteOrderMark(tiff::GetU16(words + 2, bigEndian))) file.Seek(-4, platform::SeekFrom::kCurrent);
+    const int64_t directory = file.Tell();
+    const uint32_t rowsBefore = *rowCount;
     DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kPentax);
+    DecodeBlocks(file, directory, offsetBase, table, rowsBefore, rowCount, bigEndian);
 }
 
 }  // namespace makernotes

@@ -32,7 +32,7 @@ TEST(PentaxNote, BothHeaderFormsInBothOrdersReadInTheExifOrder) {
         fixture::Bytes twoShorts;
         fixture::PutU16(twoShorts, 1, n.order());
         fixture::PutU16(twoShorts, 63, n.order());
-        n.Short(1, 0).Short(8, 1).Field(12, fixture::kShort, 2, twoShorts).Field(51, fixture::kByte, 3, {5, 0, 1});
+        n.Short(17, 0).Short(8, 1).Field(12, fixture::kShort, 2, twoShorts).Field(51, fixture::kByte, 3, {5, 0, 1});
     };
     for (ByteOrder order : {kLE, kBE}) {
         for (const std::string& header : {kAocMM, std::string("AOC\0II", 6), std::string("PENTAX \0MM", 10),
@@ -86,7 +86,8 @@ fixture::Bytes Settings(size_t elements) {
         {1, 3},   {2, 1},     {3, 0x1810000}, {4, 3},  {5, 2},  {6, 1},  {7, 2},
         {8, 48},  {9, 40},    {10, 48},       {11, 1}, {12, 2}, {13, 9}, {18, 10590},
         {19, 2000}, {20, 1},  {21, 0x07D20601}, {22, 0x000C251B}, {23, 36}, {33, 1},
-        {36, 4},  {40, 2},    {48, 1},        {49, 1},
+        {36, 4},  {40, 2},    {48, 1},        {49, 1},     {28, 384}, {31, 5}, {35, 4},
+        {37, 4},  {44, 52},   {47, 9},        {63, 1},
     };
     for (const auto& s : set)
         if (s.first < elements) v[s.first] = s.second;
@@ -95,28 +96,37 @@ fixture::Bytes Settings(size_t elements) {
     return out;
 }
 
-// The plain rows, then the 24 setting rows; elements 0 to 11 give the first 11.
+// The plain rows, then the setting rows; elements 0 to 11 give the first 11,
+// and only an array of 64 elements reaches the last.
 const Texts kMinoltaRows{"Version=MLT0", "Scene Mode=Portrait", "Color Mode=Natural", "Image Quality=Fine",
                          "Exposure Mode=Manual", "Flash Mode=Red-eye reduction", "White Balance=Daylight +1",
                          "Image Size=640x480", "Quality=Fine", "Drive Mode=Continuous", "Metering Mode=Spot",
                          "ISO=100", "Exposure Time=2.0", "F Number=F 5.7", "Macro Mode=On", "Digital Zoom=2x",
-                         "Exposure Compensation=+1.0 EV", "Focal Length=41.4 mm", "Focus Distance=2.00 m",
-                         "Flash Fired=Yes", "Date=2002:06:01", "Time=12:37:27", "Max Aperture=F 3.4",
-                         "Sharpness=Normal", "ISO Setting=Auto", "Color Mode=Vivid color", "Focus Mode=MF",
-                         "Focus Area=Spot focus"};
+                         "Exposure Compensation=+1.0 EV", "Bracket Step=1/3 EV", "Interval Length=0",
+                         "Interval Number=0", "Focal Length=41.4 mm", "Focus Distance=2.00 m", "Flash Fired=Yes",
+                         "Date=2002:06:01", "Time=12:37:27", "Max Aperture=F 3.4", "File Number Memory=Off",
+                         "Last File Number=0", "Color Balance Red=1.5", "Color Balance Green=0",
+                         "Color Balance Blue=0", "Saturation=+2", "Contrast=-3", "Sharpness=Normal",
+                         "Subject Program=None", "Flash Exposure Compensation=-2/3", "ISO Setting=Auto",
+                         "Model=DiMAGE 7i", "Interval Mode=Still Image", "Folder Name=Standard Form",
+                         "Color Mode=Vivid color", "Color Filter=-3", "BW Filter=0", "Internal Flash=No",
+                         "Brightness=0.5", "Spot Focus Point X=0", "Spot Focus Point Y=0",
+                         "Wide Focus Zone=Unknown (9)", "Focus Mode=MF", "Focus Area=Spot Focus",
+                         "DEC Position=Exposure", "Flash Metering=Pre-flash TTL"};
+const Texts kMinoltaRowsOf56(kMinoltaRows.begin(), kMinoltaRows.end() - 1);
 
 Decoded Minolta(ByteOrder order, const fixture::Bytes& settings, uint16_t tag = 3, uint32_t filler = 0) {
     return Note(order, "Minolta Co., Ltd.", "", [&](MakerNoteBuilder& n) {
         n.Field(0, fixture::kUndefined, 4, fixture::ToBytes("MLT0"));
         n.OutOfLine(tag, fixture::kUndefined, static_cast<uint32_t>(settings.size()), settings);
-        n.Long(0x100, 1).Long(0x101, 9).Long(0x102, 2).Long(0x40, 1234);  // 0040 is never named
+        n.Long(0x100, 1).Long(0x101, 9).Long(0x102, 2).Long(0x50, 1234);  // 0050 is never named
     }, filler);
 }
 
 TEST(MinoltaNote, SettingsAreBigEndianWhateverTheExifOrderAndMayBeShortOrLong) {
-    EXPECT_EQ(RowTexts(Minolta(kLE, Settings(56))), kMinoltaRows);
-    EXPECT_EQ(RowTexts(Minolta(kBE, Settings(56), 1)), kMinoltaRows);  // the older cameras' tag
-    // Elements 0 to 11 only; 300 elements, more than are read.
+    EXPECT_EQ(RowTexts(Minolta(kLE, Settings(56))), kMinoltaRowsOf56);
+    EXPECT_EQ(RowTexts(Minolta(kBE, Settings(56), 1)), kMinoltaRowsOf56);  // the older cameras' tag
+    // Elements 0 to 11 only; 300 elements, more than are read (64).
     EXPECT_EQ(RowTexts(Minolta(kLE, Settings(12))), Texts(kMinoltaRows.begin(), kMinoltaRows.begin() + 15));
     EXPECT_EQ(RowTexts(Minolta(kBE, Settings(300))), kMinoltaRows);
 }
