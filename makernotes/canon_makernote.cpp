@@ -127,7 +127,8 @@ double CanonEv(int64_t raw) {
 // decimal (".0" left off).
 bool ExposureTime(exif::TagRecord& row, double seconds) {
     if (seconds > 0 && seconds < 0.25001) {
-        SetValuef(row, "1/%d", static_cast<int>(0.5 + 1 / seconds));
+        // The shortest times a hostile code gives do not fit an int.
+        SetValuef(row, "1/%.0f", std::floor(0.5 + 1 / seconds));
         return true;
     }
     char text[32];

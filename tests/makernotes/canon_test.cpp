@@ -81,6 +81,14 @@ TEST(CanonNote, HostileRecordsStayInsideWhatTheyDeclareAndTheRowLimit) {
                          "Canon Image Width=8", "Canon Image Height=6", "AF Image Width=8", "AF Image Height=6"};
     EXPECT_EQ(RowTexts(Canon(kLE, "Canon EOS R", n)), expected);
 
+    // The shortest exposure time the code can give (a regression: its
+    // reciprocal overflowed an int).
+    MakerNoteBuilder fast(kLE);
+    fast.OutOfLine(4, fixture::kShort, 6, Shorts(kLE, {12, 0, 0, 0, 0, 0x7FFF}));
+    const Texts shot = RowTexts(Canon(kLE, "Canon EOS 5D", fast));
+    ASSERT_EQ(shot.size(), 3u);  // auto ISO, measured EV, the time
+    EXPECT_EQ(shot[2].rfind("Target Exposure Time=1/17591", 0), 0u) << shot[2];
+
     // A shot-info record of a count no file holds reads what is there and
     // stops at the row limit with the rest.
     MakerNoteBuilder big(kLE);
