@@ -77,6 +77,11 @@ struct CanonNote {
     int64_t focusDistanceUpper = 0;  // of the record being read
 
     bool ModelHas(const char* word) const { return model.find(word) != std::string::npos; }
+    bool IsCompact() const { return ModelHas("PowerShot") || ModelHas("IXUS") || ModelHas("IXY"); }
+    // The 20D and 350D record some settings in units of their own.
+    bool CountsLike350D() const {
+        return ModelHas("20D") || ModelHas("350D") || ModelHas("REBEL XT") || ModelHas("Kiss Digital N");
+    }
     bool ModelEnds(const char* word) const {
         const size_t n = std::strlen(word);
         return model.size() >= n && model.compare(model.size() - n, n, word) == 0;
@@ -491,8 +496,7 @@ bool MeasuredEv(const Record& r, size_t i, exif::TagRecord& row) {
 
 bool TargetExposureTime(const Record& r, size_t i, exif::TagRecord& row) {
     const int64_t v = r.At(i);
-    const bool camera = r.note.ModelHas("EOS") || r.note.ModelHas("PowerShot") || r.note.ModelHas("IXUS") ||
-                        r.note.ModelHas("IXY");
+    const bool camera = r.note.ModelHas("EOS") || r.note.IsCompact();
     if (v <= -1000 || (v == 0 && !camera)) return false;
     return ExposureTime(row, std::exp2(-CanonEv(v)));
 }
@@ -516,8 +520,7 @@ bool ShotExposureTime(const Record& r, size_t i, exif::TagRecord& row) {
     if (r.At(i) == 0) return false;
     double seconds = std::exp2(-CanonEv(r.At(i)));
     // These bodies count in other units.
-    if (r.note.ModelHas("20D") || r.note.ModelHas("350D") || r.note.ModelHas("REBEL XT") ||
-        r.note.ModelHas("Kiss Digital N"))
+    if (r.note.CountsLike350D())
         seconds = seconds * 1000 / 32;
     return ExposureTime(row, seconds);
 }
@@ -531,8 +534,7 @@ bool NonNegativeTenths(const Record& r, size_t i, exif::TagRecord& row) { return
 bool AutoRotate(const Record& r, size_t i, exif::TagRecord& row) { return r.At(i) >= 0 && Enumerated<kAutoRotate>(r, i, row); }
 
 bool FlashOutput(const Record& r, size_t i, exif::TagRecord& row) {
-    const bool compact = r.note.ModelHas("PowerShot") || r.note.ModelHas("IXUS") || r.note.ModelHas("IXY");
-    return (compact || r.At(i) != 0) && Plain(r, i, row);
+    return (r.note.IsCompact() || r.At(i) != 0) && Plain(r, i, row);
 }
 
 constexpr Field kShotInfo[] = {
@@ -588,7 +590,7 @@ bool PackedFileNumber(const Record& r, size_t, exif::TagRecord& row) {
     const uint32_t first = r.U16(1), second = r.U16(2);
     const uint32_t v = n.bigEndian ? first << 16 | second : second << 16 | first;
     uint32_t folder, frame;
-    if (n.ModelHas("20D") || n.ModelHas("350D") || n.ModelHas("REBEL XT") || n.ModelHas("Kiss Digital N")) {
+    if (n.CountsLike350D()) {
         folder = (v & 0xFFC0) >> 6;
         frame = ((v >> 16) & 0xFF) + ((v & 0x3F) << 8);
     } else if (n.ModelHas("30D") || n.ModelHas("400D") || n.ModelHas("REBEL XTi") || n.ModelHas("Kiss Digital X")) {
@@ -666,7 +668,7 @@ constexpr Enumeration kPictureStyle = Enum(kPictureStyleTexts, Sign::kUnsigned, 
 bool ProcessingSharpness(const Record& r, size_t i, exif::TagRecord& row) {
     // Not what these bodies record here.
     const CanonNote& n = r.note;
-    if (n.ModelHas("20D") || n.ModelHas("350D") || n.ModelHas("REBEL XT") || n.ModelHas("Kiss Digital N")) return false;
+    if (n.CountsLike350D()) return false;
     return Plain(r, i, row);
 }
 
