@@ -1,7 +1,8 @@
 // Seeds for fuzz_makernotes: Canon notes with every record the decoder reads
 // (settings, focal length, shot info, panorama, both AF forms, file info,
 // crop, aspect, processing, measured colour, sensor, picture styles, AF
-// micro-adjustment) and the tags read whole, in both byte orders.
+// micro-adjustment, time, camera info) and the tags read whole, in both byte
+// orders.
 #include <initializer_list>
 #include <string>
 
@@ -41,6 +42,8 @@ Bytes Note(ByteOrder o, bool newerAf) {
                     Shorts(o, {48, 2, 3, 3, 600, 400, 600, 400, 9, 9, 9, 8, 8, 8, -5, 0, 5, 1, 0, -1, 4, 5, 0, 0}));
     else
         n.OutOfLine(0x12, fixture::kShort, 16, Shorts(o, {3, 3, 600, 400, 600, 400, 9, 8, -5, 0, 5, 1, 0, -1, 6, 0}));
+    n.OutOfLine(0x0D, fixture::kUndefined, 0x182, Ramp(o, 0xC1, 0x0101));
+    n.OutOfLine(0x35, fixture::kSLong, 4, Ramp(o, 4, 20, 4));
     n.OutOfLine(0x28, fixture::kByte, 16, Ramp(o, 8, 0x1F1F)).OutOfLine(0x38, fixture::kUndefined, 76, Ramp(o, 38, 0x4C4C));
     n.OutOfLine(0x93, fixture::kShort, 26, Ramp(o, 26, 3)).OutOfLine(0x98, fixture::kShort, 4, Ramp(o, 4, 1));
     n.OutOfLine(0x9A, fixture::kLong, 5, Ramp(o, 5, 100, 4)).OutOfLine(0xA0, fixture::kShort, 14, Ramp(o, 14, 11));

@@ -771,6 +771,35 @@ constexpr Field kAfMicroAdj[] = {
     {2, "AF Micro Adjustment Value", MicroAdjValue},
 };
 
+// ---- time (tag 0x0035)
+
+bool TimeZone(const Record& r, size_t i, exif::TagRecord& row) {
+    const int64_t minutes = r.At(i) < 0 ? -r.At(i) : r.At(i);
+    SetValuef(row, "%c%02lld:%02lld", r.At(i) < 0 ? '-' : '+', static_cast<long long>(minutes / 60),
+              static_cast<long long>(minutes % 60));
+    return true;
+}
+
+// The home city the body is set to, by its number in the camera's list.
+constexpr ValueText kCityTexts[] = {
+    {0, "n/a"}, {1, "Chatham Islands"}, {2, "Wellington"}, {3, "Solomon Islands"}, {4, "Sydney"},
+    {5, "Adelaide"}, {6, "Tokyo"}, {7, "Hong Kong"}, {8, "Bangkok"}, {9, "Yangon"}, {10, "Dhaka"},
+    {11, "Kathmandu"}, {12, "Delhi"}, {13, "Karachi"}, {14, "Kabul"}, {15, "Dubai"}, {16, "Tehran"},
+    {17, "Moscow"}, {18, "Cairo"}, {19, "Paris"}, {20, "London"}, {21, "Azores"},
+    {22, "Fernando de Noronha"}, {23, "Sao Paulo"}, {24, "Newfoundland"}, {25, "Santiago"},
+    {26, "Caracas"}, {27, "New York"}, {28, "Chicago"}, {29, "Denver"}, {30, "Los Angeles"},
+    {31, "Anchorage"}, {32, "Honolulu"}, {33, "Samoa"}, {32766, "(not set)"},
+};
+constexpr ValueText kDaylightTexts[] = {{0, "Off"}, {60, "On"}};
+constexpr Enumeration kCity = Enum(kCityTexts, Sign::kSigned, "%d");
+constexpr Enumeration kDaylight = Enum(kDaylightTexts, Sign::kSigned, "%d");
+
+constexpr Field kTimeInfo[] = {
+    {1, "Time Zone", TimeZone},
+    {2, "Time Zone City", Enumerated<kCity>},
+    {3, "Daylight Savings", Enumerated<kDaylight>},
+};
+
 // ------------------------------------------------------------ record tags
 
 enum : uint16_t { kShortType = 3, kLongType = 4, kSLongType = 9, kUndefinedType = 7 };
@@ -795,6 +824,7 @@ constexpr RecordTag kRecords[] = {
     Fields(0x0002, 2, false, kFocalLength),
     Fields(0x0004, 2, true, kShotInfo),
     Fields(0x0005, 2, true, kPanoramaFields),
+    Fields(0x0035, 4, true, kTimeInfo),
     Fields(0x0093, 2, true, kFileInfo),
     Fields(0x0098, 2, false, kCropInfo),
     Fields(0x009A, 4, false, kAspectInfo),
@@ -939,6 +969,75 @@ void DecodeAfInfo(const Record& r, bool newer, RowWriter& rows) {
     if (newer && r.note.ModelHas("EOS") && PointList(r, at + words, words, text)) rows.Add("AF Points Selected", text);
 }
 
+// ---- camera info (tag 0x000D): a block of bytes laid out per body
+
+enum class InfoKind { kOrientation, kLensBigEndian, kCountPlusOne, kCountMinusOne };
+
+struct InfoField {
+    uint16_t offset;
+    InfoKind kind;
+    const char* name;
+};
+
+struct BodyInfo {
+    const char* modelEnd;  // the Model text ends so
+    const InfoField* fields;
+    size_t size;
+};
+
+constexpr InfoField k1DMark3Info[] = {
+    {0x030, InfoKind::kOrientation, "Camera Orientation"},
+    {0x111, InfoKind::kLensBigEndian, "Lens Type"},
+    {0x172, InfoKind::kCountPlusOne, "File Index"},
+    {0x176, InfoKind::kCountPlusOne, "Shutter Count"},
+    {0x17E, InfoKind::kCountMinusOne, "Directory Index"},
+};
+
+constexpr BodyInfo kBodyInfos[] = {
+    {"1D Mark III", k1DMark3Info, sizeof k1DMark3Info / sizeof k1DMark3Info[0]},
+    {"1Ds Mark III", k1DMark3Info, sizeof k1DMark3Info / sizeof k1DMark3Info[0]},
+};
+
+// The bytes read of a camera-info block: every field named lies below.
+constexpr size_t kCameraInfoReadLimit = 0x200;
+
+constexpr ValueText kOrientationTexts[] = {{0, "Horizontal (normal)"}, {1, "Rotate 90 CW"}, {2, "Rotate 270 CW"}};
+constexpr Enumeration kOrientation = Enum(kOrientationTexts, Sign::kUnsigned, "%d");
+
+void DecodeCameraInfo(const uint8_t* bytes, size_t got, const CanonNote& note, RowWriter& rows) {
+    for (const BodyInfo& body : kBodyInfos) {
+        if (!note.ModelEnds(body.modelEnd)) continue;
+        for (size_t f = 0; f < body.size; ++f) {
+            const InfoField& field = body.fields[f];
+            const uint8_t* at = bytes + field.offset;
+            const uint32_t size =
+                field.kind == InfoKind::kOrientation ? 1 : field.kind == InfoKind::kLensBigEndian ? 2 : 4;
+            if (field.offset + size > got) continue;
+            switch (field.kind) {
+                case InfoKind::kOrientation: {
+                    const char* text = EnumerationText(kOrientation, at[0]);
+                    rows.Add(field.name, text ? text : std::to_string(at[0]));
+                    break;
+                }
+                case InfoKind::kLensBigEndian: {
+                    // Big-endian whatever the note's order.
+                    const uint16_t lens = tiff::GetU16(at, 1);
+                    const char* name = CanonLensName(lens);
+                    if (lens) rows.Add(field.name, name ? name : std::to_string(lens));
+                    break;
+                }
+                case InfoKind::kCountPlusOne:
+                    rows.Add(field.name, std::to_string(uint64_t{tiff::GetU32(at, note.bigEndian)} + 1));
+                    break;
+                case InfoKind::kCountMinusOne:
+                    rows.Add(field.name, std::to_string(int64_t{tiff::GetU32(at, note.bigEndian)} - 1));
+                    break;
+            }
+        }
+        return;
+    }
+}
+
 // ---- tags read whole
 
 // The serial number, shown as the body shows it: six digits on the EOS-1D
@@ -994,6 +1093,13 @@ void DecodeSecondPass(platform::File& file, int64_t directory, uint32_t offsetBa
             const size_t got = exif::ReadRawBlock(context, bytes, want);
             if (entry.tag == 0x0028) return ImageUniqueId(bytes, got, rows);
             return BatteryType(bytes, entry.count == 76 ? got : 0, rows);
+        }
+        if (entry.tag == 0x000D) {
+            if (tiff::TypeSize(entry.type) != 1) return;
+            uint8_t bytes[kCameraInfoReadLimit] = {};
+            const exif::EntryContext context{file, offsetBase, bigEndian, entry, exif::TakeRow(table, *rowCount)};
+            const size_t got = exif::ReadRawBlock(context, bytes, std::min<size_t>(entry.count, sizeof bytes));
+            return DecodeCameraInfo(bytes, got, note, rows);
         }
         if (entry.tag == 0x0012 || entry.tag == 0x0026) {
             if (entry.type != kShortType) return;

@@ -89,6 +89,16 @@ TEST(CanonNote, HostileRecordsStayInsideWhatTheyDeclareAndTheRowLimit) {
     ASSERT_EQ(shot.size(), 3u);  // auto ISO, measured EV, the time
     EXPECT_EQ(shot[2].rfind("Target Exposure Time=1/17591", 0), 0u) << shot[2];
 
+    // A camera-info block that ends inside its last field: that field gives
+    // no row. The lens type is big-endian in either note.
+    MakerNoteBuilder info(kLE);
+    Bytes block(0x17E + 2, 0);
+    block[0x30] = 1, block[0x111] = 0x00, block[0x112] = 0xF6, block[0x176] = 41;
+    info.OutOfLine(0x0D, fixture::kUndefined, static_cast<uint32_t>(block.size()), block);
+    const Texts infoRows{"Camera Orientation=Rotate 90 CW", "Lens Type=Canon EF 16-35mm f/2.8L II USM",
+                         "File Index=1", "Shutter Count=42"};
+    EXPECT_EQ(RowTexts(Canon(kLE, "Canon EOS-1D Mark III", info)), infoRows);
+
     // A shot-info record of a count no file holds reads what is there and
     // stops at the row limit with the rest.
     MakerNoteBuilder big(kLE);
