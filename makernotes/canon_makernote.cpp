@@ -64,10 +64,6 @@ constexpr MakerTable kCanon = Table(kCanonTags, ValueRule::kLeadingShort, /*stop
 
 // ------------------------------------------------------------ records
 
-// Elements of one record that are read: the AF records of the newest bodies
-// run to some 600, and nothing named lies beyond.
-constexpr size_t kRecordElementsLimit = 1024;
-
 // What the second pass knows about the note and the camera: the Model text,
 // and settings that later records depend on.
 struct CanonNote {
@@ -298,6 +294,9 @@ constexpr ValueText kManualFlashTexts[] = {
     {0, "n/a"}, {0x500, "Full"}, {0x502, "Medium"}, {0x504, "Low"}, {0x7FFF, "n/a"},
 };
 constexpr ValueText kSrawTexts[] = {{0, "n/a"}, {1, "sRAW1 (mRAW)"}, {2, "sRAW2 (sRAW)"}};
+
+static_assert(ValuesUnique(kEasyModeTexts) && ValuesUnique(kImageSizeTexts) && ValuesUnique(kFocusModeTexts),
+              "each value once");
 
 constexpr Enumeration kMacroMode = Enum(kMacroModeTexts, Sign::kSigned, "%d");
 constexpr Enumeration kQuality = Enum(kQualityTexts, Sign::kSigned, "%d");
@@ -661,6 +660,7 @@ constexpr ValueText kPictureStyleTexts[] = {
     {0x85, "Faithful"}, {0x86, "Monochrome"}, {0x87, "Auto"}, {0x88, "Fine Detail"},
     {0xFF, "n/a"}, {0xFFFF, "n/a"},
 };
+static_assert(ValuesUnique(kPictureStyleTexts) && ValuesUnique(kWhiteBalanceTexts), "each value once");
 constexpr Enumeration kToneCurve = Enum(kToneCurveTexts, Sign::kSigned, "%d");
 constexpr Enumeration kSharpnessFrequency = Enum(kSharpnessFrequencyTexts, Sign::kSigned, "%d");
 constexpr Enumeration kPictureStyle = Enum(kPictureStyleTexts, Sign::kUnsigned, "%d");
@@ -791,6 +791,7 @@ constexpr ValueText kCityTexts[] = {
     {31, "Anchorage"}, {32, "Honolulu"}, {33, "Samoa"}, {32766, "(not set)"},
 };
 constexpr ValueText kDaylightTexts[] = {{0, "Off"}, {60, "On"}};
+static_assert(ValuesUnique(kCityTexts), "each value once");
 constexpr Enumeration kCity = Enum(kCityTexts, Sign::kSigned, "%d");
 constexpr Enumeration kDaylight = Enum(kDaylightTexts, Sign::kSigned, "%d");
 
@@ -872,7 +873,7 @@ private:
 size_t ReadElements(platform::File& file, uint32_t offsetBase, int bigEndian, const tiff::Entry& entry,
                     exif::TagRecordTable& table, uint32_t rowCount, uint32_t elementSize, bool isSigned,
                     int64_t* out, size_t limit) {
-    uint8_t bytes[kRecordElementsLimit * 4];
+    uint8_t bytes[kCanonRecordElementsLimit * 4];
     const uint32_t typeSize = tiff::TypeSize(entry.type);
     if (typeSize == 0 || (elementSize != 2 && elementSize != 4)) return 0;
     const uint64_t declared = uint64_t{entry.count} * typeSize;
@@ -998,9 +999,6 @@ constexpr BodyInfo kBodyInfos[] = {
     {"1Ds Mark III", k1DMark3Info, sizeof k1DMark3Info / sizeof k1DMark3Info[0]},
 };
 
-// The bytes read of a camera-info block: every field named lies below.
-constexpr size_t kCameraInfoReadLimit = 0x200;
-
 constexpr ValueText kOrientationTexts[] = {{0, "Horizontal (normal)"}, {1, "Rotate 90 CW"}, {2, "Rotate 270 CW"}};
 constexpr Enumeration kOrientation = Enum(kOrientationTexts, Sign::kUnsigned, "%d");
 
@@ -1081,7 +1079,7 @@ void DecodeSecondPass(platform::File& file, int64_t directory, uint32_t offsetBa
     CanonNote note;
     note.model = ModelText(table, rowsBefore);
     note.bigEndian = bigEndian;
-    int64_t values[kRecordElementsLimit];
+    int64_t values[kCanonRecordElementsLimit];
     RevisitDirectory(file, directory, bigEndian, rowsBefore, rowCount, [&](const tiff::Entry& entry, uint32_t) {
         RowWriter rows(table, rowCount, entry);
         if (entry.tag == 0x000C && entry.type == kLongType) return SerialNumber(entry, note, rows);
@@ -1096,7 +1094,7 @@ void DecodeSecondPass(platform::File& file, int64_t directory, uint32_t offsetBa
         }
         if (entry.tag == 0x000D) {
             if (tiff::TypeSize(entry.type) != 1) return;
-            uint8_t bytes[kCameraInfoReadLimit] = {};
+            uint8_t bytes[kCanonCameraInfoReadLimit] = {};
             const exif::EntryContext context{file, offsetBase, bigEndian, entry, exif::TakeRow(table, *rowCount)};
             const size_t got = exif::ReadRawBlock(context, bytes, std::min<size_t>(entry.count, sizeof bytes));
             return DecodeCameraInfo(bytes, got, note, rows);
@@ -1104,7 +1102,7 @@ void DecodeSecondPass(platform::File& file, int64_t directory, uint32_t offsetBa
         if (entry.tag == 0x0012 || entry.tag == 0x0026) {
             if (entry.type != kShortType) return;
             const size_t n = ReadElements(file, offsetBase, bigEndian, entry, table, *rowCount, 2, false, values,
-                                          kRecordElementsLimit);
+                                          kCanonRecordElementsLimit);
             return DecodeAfInfo(Record{values, n, note}, entry.tag == 0x0026, rows);
         }
         for (const RecordTag& record : kRecords) {
@@ -1112,7 +1110,7 @@ void DecodeSecondPass(platform::File& file, int64_t directory, uint32_t offsetBa
             const uint32_t typeSize = tiff::TypeSize(entry.type);
             if (typeSize != record.elementSize && entry.type != kUndefinedType) return;
             const size_t n = ReadElements(file, offsetBase, bigEndian, entry, table, *rowCount, record.elementSize,
-                                          record.isSigned, values, kRecordElementsLimit);
+                                          record.isSigned, values, kCanonRecordElementsLimit);
             const Record r{values, n, note};
             // The focal lengths count in the units the settings give; 0 means 1.
             if (entry.tag == 0x0001 && n > 25 && r.At(25) > 0) note.focalUnits = r.At(25);

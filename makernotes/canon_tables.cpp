@@ -143,6 +143,15 @@ constexpr Named kLenses[] = {
     {65535, "n/a"},
 };
 
+template <size_t N>
+constexpr bool IdsUnique(const Named (&rows)[N]) {
+    for (size_t i = 0; i < N; ++i)
+        for (size_t j = i + 1; j < N; ++j)
+            if (rows[i].id == rows[j].id) return false;
+    return true;
+}
+static_assert(IdsUnique(kModels) && IdsUnique(kLenses), "each ID once");
+
 }  // namespace
 
 const char* CanonModelName(uint32_t modelId) { return Lookup(kModels, modelId); }
