@@ -35,4 +35,11 @@ constexpr uint32_t kGenericRationalsLimit = 8;
 // lie below this (Minolta's last at 49), and what lies beyond is never fetched.
 constexpr size_t kArrayElementsLimit = 64;
 
+// Elements of a Canon record that are read: the AF records of the newest
+// bodies run to some 600 elements, and nothing named lies beyond.
+constexpr size_t kCanonRecordElementsLimit = 1024;
+// Bytes of a Canon camera-info block that are read: every field named lies
+// below.
+constexpr size_t kCanonCameraInfoReadLimit = 0x200;
+
 }  // namespace makernotes
