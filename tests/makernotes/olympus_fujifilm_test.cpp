@@ -138,7 +138,7 @@ TEST(OlympusNote, HostileSubDirectoryEntriesGiveNoRows) {
     };
     for (const auto& c : cases) {
         MakerNoteBuilder n(kLE);
-        n.Header(kOldForm).Short(0x0202, 0).Ascii(0x0203, "x").Field(0x2010, c.type, c.count, Words(kLE, 4, {c.offset}));
+        n.Header(kOldForm).Short(0x0202, 0).Ascii(0x0208, "x").Field(0x2010, c.type, c.count, Words(kLE, 4, {c.offset}));
         Bytes note = n.Build(fixture::kNoteOffset);
         note.resize(kSound - fixture::kNoteOffset, 0);
         fixture::Append(note, {1, 0, 0x01, 0x01, 2, 0, 3, 0, 0, 0, 'a', 'b', 0, 0, 0, 0, 0, 0});
