@@ -129,6 +129,7 @@ constexpr Enumeration kShutterType = Enum(kShutterTypeTexts, Sign::kUnsigned, "%
 constexpr Enumeration kSceneRecognition = Enum(kSceneRecognitionTexts, Sign::kUnsigned, "%d");
 constexpr Enumeration kImageGeneration = Enum(kImageGenerationTexts, Sign::kUnsigned, "%d");
 constexpr Enumeration kNumber = Number(Sign::kUnsigned, "%u");
+constexpr Enumeration kPercent = Number(Sign::kUnsigned, "%u%%");
 
 // ------------------------------------------------------------ values out of line
 //
@@ -248,7 +249,7 @@ constexpr MakerTag kFujifilmTags[] = {
     {0x1405, "Max Focal Length", Quotient},
     {0x1406, "Max Aperture At Min Focal", Quotient},
     {0x1407, "Max Aperture At Max Focal", Quotient},
-    {0x140b, "Auto Dynamic Range", kNumber},
+    {0x140b, "Auto Dynamic Range", kPercent},
     {0x1422, "Image Stabilization", ImageStabilization},
     {0x1425, "Scene Recognition", kSceneRecognition},
     {0x1431, "Rating", kNumber},

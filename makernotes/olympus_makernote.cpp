@@ -164,6 +164,10 @@ void SettingWithRange(const MakerEntry& e) {
 
 // ------------------------------------------------------------ main directory
 
+constexpr ValueText kNoYesTexts[] = {{0, "No"}, {1, "Yes"}};
+constexpr Enumeration kNoYes = Enum(kNoYesTexts, Sign::kUnsigned, "%d");
+constexpr ValueText kOffOnTexts[] = {{0, "Off"}, {1, "On"}};
+constexpr Enumeration kOffOn = Enum(kOffOnTexts, Sign::kUnsigned, "%d");
 constexpr ValueText kMacroTexts[] = {{0, "Off"}, {1, "On"}, {2, "Super macro"}};
 constexpr Enumeration kMacro = Enum(kMacroTexts, Sign::kUnsigned, "%d");
 constexpr ValueText kBlackAndWhiteTexts[] = {{0, "Off"}, {1, "On"}, {6, "(none)"}};
@@ -233,6 +237,37 @@ void Balance(const MakerEntry& e) {
     if (ReadElements(e, &v, 1) == 1) SetValuef(e.row(), "%.10g", static_cast<double>(v) / 256);
 }
 
+constexpr ValueText kOneTouchWbTexts[] = {{0, "Off"}, {1, "On"}, {2, "On (Preset)"}};
+constexpr Enumeration kOneTouchWb = Enum(kOneTouchWbTexts, Sign::kUnsigned, "%d");
+constexpr ValueText kMainSceneModeTexts[] = {
+    {0, "Normal"}, {1, "Standard"}, {2, "Auto"}, {3, "Intelligent Auto"}, {4, "Portrait"},
+    {5, "Landscape+Portrait"}, {6, "Landscape"}, {7, "Night Scene"}, {8, "Night+Portrait"}, {9, "Sport"},
+    {10, "Self Portrait"}, {11, "Indoor"}, {12, "Beach & Snow"}, {13, "Beach"}, {14, "Snow"}, {16, "Sunset"},
+    {17, "Cuisine"}, {18, "Documents"}, {19, "Candle"}, {20, "Fireworks"}, {21, "Available Light"}, {22, "Vivid"},
+    {25, "Museum"}, {26, "Behind Glass"}, {27, "Auction"}, {32, "Face Portrait"}, {33, "Pet"}, {34, "Smile Shot"},
+    {35, "Quick Shutter"}, {100, "Panorama"}, {101, "Magic Filter"}, {103, "HDR"},
+};
+constexpr Enumeration kMainSceneMode = Enum(kMainSceneModeTexts, Sign::kUnsigned, "%d");
+constexpr ValueText kFocusRangeTexts[] = {{0, "Normal"}, {1, "Macro"}};
+constexpr Enumeration kFocusRange = Enum(kFocusRangeTexts, Sign::kUnsigned, "%d");
+constexpr ValueText kScanModeTexts[] = {{0, "Interlaced"}, {1, "Progressive"}};
+constexpr Enumeration kScanMode = Enum(kScanModeTexts, Sign::kUnsigned, "%d");
+
+// One or two SHORTs: the white-balance kind (1 auto, 2 a preset
+// temperature, 3 one-touch) and its setting.
+constexpr ValueText kWbModeTexts[] = {
+    {0x0100, "Auto"}, {0x0102, "Auto (2)"}, {0x0104, "Auto (4)"}, {0x0202, "3000 Kelvin"}, {0x0203, "3700 Kelvin"},
+    {0x0204, "4000 Kelvin"}, {0x0205, "4500 Kelvin"}, {0x0206, "5500 Kelvin"}, {0x0207, "6500 Kelvin"},
+    {0x0208, "7500 Kelvin"}, {0x0300, "One-touch"},
+};
+void WbMode(const MakerEntry& e) {
+    int64_t v[2] = {};
+    const size_t n = ReadElements(e, v, 2);
+    if (n == 0 || v[0] > 0xFF || v[1] > 0xFF) return SignedNumbers(e);
+    if (const char* text = TextOf(kWbModeTexts, v[0] << 8 | v[1])) return exif::SetRowValue(e.row(), text);
+    SignedNumbers(e);
+}
+
 constexpr MakerTag kOlympusTags[] = {
     {0x0104, "Body Firmware Version", FirmwareVersion},
     {0x0200, "Special Mode", SpecialMode},
@@ -244,16 +279,25 @@ constexpr MakerTag kOlympusTags[] = {
     {0x0206, "Lens Distortion Parameters", SignedNumbers},
     {0x0207, "Camera Type", CameraType},
     {0x0209, "Camera ID", FormatGenericValue},
+    {0x0300, "Pre-Capture Frames", FormatGenericValue},
+    {0x0302, "One Touch WB", Enumerated<kOneTouchWb>},
+    {0x0403, "Scene Mode", Enumerated<kMainSceneMode>},
     {0x0404, "Serial Number", FormatGenericValue},
+    {0x0405, "Firmware", FormatGenericValue},
     {0x1004, "Flash Mode", Enumerated<kOldFlashMode>},
     {0x1005, "Flash Device", Enumerated<kFlashDevice>},
-    {0x1007, "Sensor Temperature", Celsius},
+    {0x1006, "Exposure Compensation", Quotient<kPlain>},
+    {0x100a, "Focus Range", Enumerated<kFocusRange>},
     {0x100b, "Focus Mode", Enumerated<kAutoManual>},
+    {0x100d, "Zoom Step Count", FormatGenericValue},
+    {0x100e, "Focus Step Count", FormatGenericValue},
     {0x100f, "Sharpness", Enumerated<kOldSharpness>},
     {0x1011, "Color Matrix", SignedNumbers},
     {0x1012, "Black Level", FormatGenericValue},
+    {0x1015, "White Balance Mode", WbMode},
     {0x1017, "Red Balance", Balance},
     {0x1018, "Blue Balance", Balance},
+    {0x1023, "Flash Exposure Compensation", Quotient<kPlain>},
     {0x1029, "Contrast", Enumerated<kOldContrast>},
     {0x102a, "Sharpness Factor", FormatGenericValue},
     {0x102b, "Color Control", FormatGenericValue},
@@ -261,6 +305,12 @@ constexpr MakerTag kOlympusTags[] = {
     {0x102d, "Coring Filter", FormatGenericValue},
     {0x102e, "Image Width", FormatGenericValue},
     {0x102f, "Image Height", FormatGenericValue},
+    {0x1035, "Preview Image Valid", Enumerated<kNoYes>},
+    {0x1037, "Preview Image Length", FormatGenericValue},
+    {0x1039, "CCD Scan Mode", Enumerated<kScanMode>},
+    {0x103a, "Noise Reduction", Enumerated<kOffOn>},
+    {0x103b, "Focus Step Infinity", FormatGenericValue},
+    {0x103c, "Focus Step Near", FormatGenericValue},
 };
 constexpr MakerTable kOlympus = Table(kOlympusTags, ValueRule::kLeadingShort);
 
@@ -355,10 +405,6 @@ void FocusMode(const MakerEntry& e) {
     exif::SetRowValue(e.row(), text);
 }
 
-constexpr ValueText kNoYesTexts[] = {{0, "No"}, {1, "Yes"}};
-constexpr Enumeration kNoYes = Enum(kNoYesTexts, Sign::kUnsigned, "%d");
-constexpr ValueText kOffOnTexts[] = {{0, "Off"}, {1, "On"}};
-constexpr Enumeration kOffOn = Enum(kOffOnTexts, Sign::kUnsigned, "%d");
 constexpr ValueText kExposureModeTexts[] = {
     {1, "Manual"}, {2, "Program"}, {3, "Aperture-priority AE"}, {4, "Shutter speed priority AE"}, {5, "Program-shift"},
 };
@@ -729,6 +775,16 @@ void FocusDistance(const MakerEntry& e) {
     SetValuef(e.row(), "%g m", num / 1000.0);
 }
 
+// A block whose first four bytes are zero when stabilisation was off;
+// otherwise bit 0 of byte 44 tells the two modes apart.
+constexpr size_t kStabilisationModeByte = 44;
+void StabilisationBlock(const MakerEntry& e) {
+    uint8_t b[kStabilisationModeByte + 1] = {};
+    const size_t got = exif::ReadRawBlock(e.context, b, sizeof b);
+    if (got >= 4 && !(b[0] | b[1] | b[2] | b[3])) return exif::SetRowValue(e.row(), "Off");
+    if (got == sizeof b) exif::SetRowValue(e.row(), b[kStabilisationModeByte] & 1 ? "On, Mode 1" : "On, Mode 2");
+}
+
 constexpr ValueText kBounceTexts[] = {{0, "Bounce or Off"}, {1, "Direct"}};
 constexpr Enumeration kBounce = Enum(kBounceTexts, Sign::kUnsigned, "%d");
 
@@ -746,6 +802,7 @@ constexpr MakerTag kFocusInfoTags[] = {
     {0x1205, "External Flash Zoom", Quotient<kPlain>},
     {0x1208, "Internal Flash", Enumerated<kOffOn>},
     {0x1500, "Sensor Temperature", Celsius},
+    {0x1600, "Image Stabilization", StabilisationBlock},
 };
 constexpr MakerTable kFocusInfo = Table(kFocusInfoTags, ValueRule::kLeadingShort);
 
@@ -850,7 +907,8 @@ static_assert(ValuesUnique(kMacroTexts) && ValuesUnique(kQualityFromZeroTexts) &
                   ValuesUnique(kShootingModeTexts) && ValuesUnique(kPanoramaTexts) && ValuesUnique(kFocusModeTexts) &&
                   ValuesUnique(kWhiteBalanceTexts) && ValuesUnique(kArtFilterTexts) && ValuesUnique(kSceneModeTexts) &&
                   ValuesUnique(kFlashRemoteTexts) && ValuesUnique(kFlashModelTexts) && ValuesUnique(kPictureModeTexts) &&
-                  ValuesUnique(kMeteringModeTexts) && ValuesUnique(kEditStatusTexts) && ValuesUnique(kAfPointTexts),
+                  ValuesUnique(kMeteringModeTexts) && ValuesUnique(kEditStatusTexts) && ValuesUnique(kAfPointTexts) &&
+                  ValuesUnique(kMainSceneModeTexts) && ValuesUnique(kWbModeTexts),
               "enumeration values");
 
 }  // namespace
