@@ -25,11 +25,11 @@ constexpr ValueText kSharpnessTexts[] = {
     {0x84, "+1 (medium hard)"}, {0x8000, "Film simulation"}, {0xFFFF, "n/a"},
 };
 constexpr ValueText kWhiteBalanceTexts[] = {
-    {0x000, "Auto"}, {0x001, "Auto (white priority)"}, {0x002, "Auto (ambience priority)"},
+    {0x000, "Auto"}, {0x001, "Auto (white priority)"}, {0x002, "Auto (ambiance priority)"},
     {0x100, "Daylight"}, {0x200, "Cloudy"}, {0x300, "Daylight fluorescent"}, {0x301, "Day white fluorescent"},
     {0x302, "White fluorescent"}, {0x303, "Warm white fluorescent"}, {0x304, "Living room warm white fluorescent"},
-    {0x400, "Incandescent"}, {0x500, "Flash"}, {0x600, "Underwater"}, {0xF00, "Custom"}, {0xF01, "Custom 2"},
-    {0xF02, "Custom 3"}, {0xF03, "Custom 4"}, {0xF04, "Custom 5"}, {0xFF0, "Kelvin"},
+    {0x400, "Incandescent"}, {0x500, "Flash"}, {0x600, "Underwater"}, {0xF00, "Custom"}, {0xF01, "Custom2"},
+    {0xF02, "Custom3"}, {0xF03, "Custom4"}, {0xF04, "Custom5"}, {0xFF0, "Kelvin"},
 };
 constexpr ValueText kSaturationTexts[] = {
     {0x000, "0 (normal)"}, {0x080, "+1 (medium high)"}, {0x100, "+2 (high)"}, {0x0C0, "+3 (very high)"},
@@ -45,9 +45,14 @@ constexpr ValueText kToneTexts[] = {
 };
 constexpr ValueText kFlashModeTexts[] = {
     {0, "Auto"}, {1, "On"}, {2, "Off"}, {3, "Red-eye reduction"}, {4, "External"}, {16, "Commander"},
-    {0x8000, "Not attached"}, {0x8120, "TTL"}, {0x8320, "TTL auto, did not fire"}, {0x9840, "Manual"},
+    {0x8000, "Not attached"}, {0x8120, "TTL"}, {0x8320, "TTL auto - did not fire"}, {0x9840, "Manual"},
     {0x9860, "Flash commander"}, {0x9880, "Multi-flash"}, {0xA920, "1st curtain (front)"},
-    {0xC920, "2nd curtain (rear)"}, {0xE920, "High speed sync (HSS)"},
+    {0xAA20, "TTL slow - 1st curtain (front)"}, {0xAB20, "TTL auto - 1st curtain (front)"},
+    {0xAD20, "TTL - red-eye flash - 1st curtain (front)"}, {0xAE20, "TTL slow - red-eye flash - 1st curtain (front)"},
+    {0xAF20, "TTL auto - red-eye flash - 1st curtain (front)"}, {0xC920, "2nd curtain (rear)"},
+    {0xCA20, "TTL slow - 2nd curtain (rear)"}, {0xCB20, "TTL auto - 2nd curtain (rear)"},
+    {0xCD20, "TTL - red-eye flash - 2nd curtain (rear)"}, {0xCE20, "TTL slow - red-eye flash - 2nd curtain (rear)"},
+    {0xCF20, "TTL auto - red-eye flash - 2nd curtain (rear)"}, {0xE920, "High speed sync (HSS)"},
 };
 constexpr ValueText kOffOnTexts[] = {{0, "Off"}, {1, "On"}};
 constexpr ValueText kFocusModeTexts[] = {{0, "Auto"}, {1, "Manual"}, {0xFFFF, "Movie"}};
@@ -67,15 +72,15 @@ constexpr ValueText kExposureWarningTexts[] = {{0, "Good"}, {1, "Bad exposure"}}
 constexpr ValueText kDynamicRangeTexts[] = {{1, "Standard"}, {3, "Wide"}};
 constexpr ValueText kFilmModeTexts[] = {
     {0x000, "F0/Standard (Provia)"}, {0x100, "F1/Studio portrait"},
-    {0x110, "F1a/Studio portrait, more saturation"}, {0x120, "F1b/Studio portrait, smooth skin (Astia)"},
-    {0x130, "F1c/Studio portrait, more sharpness"}, {0x200, "F2/Fujichrome (Velvia)"},
+    {0x110, "F1a/Studio portrait enhanced saturation"}, {0x120, "F1b/Studio portrait smooth skin tone (Astia)"},
+    {0x130, "F1c/Studio portrait increased sharpness"}, {0x200, "F2/Fujichrome (Velvia)"},
     {0x300, "F3/Studio portrait Ex"}, {0x400, "F4/Velvia"}, {0x500, "Pro Neg. Std"}, {0x501, "Pro Neg. Hi"},
     {0x600, "Classic Chrome"}, {0x700, "Eterna"}, {0x800, "Classic Negative"}, {0x900, "Bleach Bypass"},
     {0xA00, "Nostalgic Neg"},
 };
 constexpr ValueText kDynamicRangeSettingTexts[] = {
-    {0x000, "Auto"}, {0x001, "Manual"}, {0x100, "Standard (100%)"}, {0x200, "Wide 1 (230%)"},
-    {0x201, "Wide 2 (400%)"}, {0x8000, "Film simulation"},
+    {0x000, "Auto"}, {0x001, "Manual"}, {0x100, "Standard (100%)"}, {0x200, "Wide1 (230%)"},
+    {0x201, "Wide2 (400%)"}, {0x8000, "Film simulation"},
 };
 
 constexpr ValueText kContrast2Texts[] = {{0x000, "Normal"}, {0x100, "High"}, {0x300, "Low"}};
