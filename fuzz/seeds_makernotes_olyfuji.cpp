@@ -48,6 +48,7 @@ Bytes CameraSettings(ByteOrder o, uint32_t at) {
     n.OutOfLine(0x0203, fixture::kSRational, 1, Longs(o, {0xFFFFFFFD, 3}));
     n.Field(0x0301, fixture::kShort, 2, Shorts(o, {2, 0x24}));
     n.OutOfLine(0x0304, fixture::kLong, 3, Longs(o, {0x79798585, 0x10203040, 0}));
+    n.OutOfLine(0x0305, fixture::kSRational, 5, Longs(o, {0, 0, 1, 2, 1, 4, 3, 4, 0xFFFFFFFF, 2}));
     n.Short(0x0400, 0x15).Short(0x0403, 18).Short(0x0501, 5300);
     n.OutOfLine(0x0503, fixture::kShort, 3, Shorts(o, {0xFFFF, 0xFFFE, 2}));
     n.OutOfLine(0x050a, fixture::kShort, 1, Shorts(o, {0xF})).OutOfLine(0x050f, fixture::kShort, 4, Shorts(o, {1, 0xFFFF, 1, 1}));
@@ -79,7 +80,8 @@ Bytes ImageProcessing(ByteOrder o, uint32_t at) {
 Bytes FocusInfo(ByteOrder o, uint32_t at) {
     MakerNoteBuilder n(o);
     n.OutOfLine(0x0305, fixture::kRational, 1, Longs(o, {705, 1})).Short(0x0308, 3);
-    n.Field(0x1201, fixture::kShort, 2, Shorts(o, {1, 0})).Short(0x1500, 0xFFF6);
+    n.Field(0x1201, fixture::kShort, 2, Shorts(o, {1, 0})).Field(0x1209, fixture::kShort, 2, Shorts(o, {1, 4}));
+    n.Short(0x1500, 0xFFF6).OutOfLine(0x1600, fixture::kUndefined, 48, Bytes(48, 1));
     return n.Build(at);
 }
 

@@ -225,12 +225,6 @@ constexpr Enumeration kOldSharpness = Enum(kOldSharpnessTexts, Sign::kUnsigned, 
 constexpr ValueText kOldContrastTexts[] = {{0, "High"}, {1, "Normal"}, {2, "Low"}};
 constexpr Enumeration kOldContrast = Enum(kOldContrastTexts, Sign::kUnsigned, "%d");
 
-// A temperature in degrees Celsius, as a signed number.
-void Celsius(const MakerEntry& e) {
-    int64_t v = 0;
-    if (ReadElements(e, &v, 1, /*signed16=*/true) == 1) SetValuef(e.row(), "%lld C", static_cast<long long>(v));
-}
-
 // A colour's white-balance multiplier: the first SHORT over 256.
 void Balance(const MakerEntry& e) {
     int64_t v = 0;
@@ -443,6 +437,22 @@ void AfAreas(const MakerEntry& e) {
     exif::SetRowValue(e.row(), text.empty() ? "none" : text);
 }
 
+// Five SRATIONALs: an unused one, then the corners of the selected AF
+// area as fractions of the frame, shown in percent; "n/a" when unset.
+constexpr size_t kAfPointRationals = 5;
+void AfPointSelected(const MakerEntry& e) {
+    uint8_t b[kAfPointRationals * 8] = {};
+    if (e.entry().type != tiff::kSRational || exif::ReadRawBlock(e.context, b, sizeof b) != sizeof b) return;
+    double corner[4] = {};
+    for (size_t i = 1; i < kAfPointRationals; ++i) {
+        const auto num = static_cast<int32_t>(tiff::GetU32(b + 8 * i, e.context.bigEndian));
+        const auto den = static_cast<int32_t>(tiff::GetU32(b + 8 * i + 4, e.context.bigEndian));
+        if (den == 0) return exif::SetRowValue(e.row(), "n/a");
+        corner[i - 1] = std::trunc(100.0 * num / den) + 0.0;  // whole percent, never "-0"
+    }
+    SetValuef(e.row(), "(%.0f%%,%.0f%%) (%.0f%%,%.0f%%)", corner[0], corner[1], corner[2], corner[3]);
+}
+
 constexpr BitName kFlashModeBitNames[] = {
     {0, "On"}, {1, "Fill-in"}, {2, "Red-eye"}, {3, "Slow-sync"}, {4, "Forced On"}, {5, "2nd Curtain"},
 };
@@ -604,6 +614,7 @@ constexpr MakerTag kCameraSettingsTags[] = {
     {0x0302, "Focus Process", Enumerated<kFocusProcess>},
     {0x0303, "AF Search", Enumerated<kAfSearch>},
     {0x0304, "AF Areas", AfAreas},
+    {0x0305, "AF Point Selected", AfPointSelected},
     {0x0306, "AF Fine Tune", Enumerated<kOffOn>},
     {0x0307, "AF Fine Tune Adjustment", SignedNumbers},
     {0x0400, "Flash Mode", Flags<kFlashModeBits>},
@@ -785,6 +796,26 @@ void StabilisationBlock(const MakerEntry& e) {
     if (got == sizeof b) exif::SetRowValue(e.row(), b[kStabilisationModeByte] & 1 ? "On, Mode 1" : "On, Mode 2");
 }
 
+// The sensor temperature: degrees Celsius as stored on the cameras that
+// store degrees (and wherever the entry holds more than one number), else a
+// sensor reading that falls as the temperature rises (0 and -32768: none).
+void SensorTemperature(const MakerEntry& e) {
+    int64_t v = 0;
+    if (ReadElements(e, &v, 1, /*signed16=*/true) != 1) return;
+    if (e.note.degreesStored || e.entry().count != 1) return SetValuef(e.row(), "%lld C", static_cast<long long>(v));
+    if (v != 0 && v != INT16_MIN) SetValuef(e.row(), "%.1f C", 84 - 3 * static_cast<double>(v) / 26);
+}
+
+// Two SHORTs: whether the flash was set by hand, and its strength as the
+// denominator of a fraction of full power.
+void ManualFlash(const MakerEntry& e) {
+    int64_t v[2] = {};
+    if (ReadElements(e, v, 2) != 2) return;
+    if (v[0] == 0) return exif::SetRowValue(e.row(), "Off");
+    if (v[1] == 1) return exif::SetRowValue(e.row(), "On (Full strength)");
+    SetValuef(e.row(), "On (1/%lld strength)", static_cast<long long>(v[1]));
+}
+
 constexpr ValueText kBounceTexts[] = {{0, "Bounce or Off"}, {1, "Direct"}};
 constexpr Enumeration kBounce = Enum(kBounceTexts, Sign::kUnsigned, "%d");
 
@@ -801,7 +832,9 @@ constexpr MakerTag kFocusInfoTags[] = {
     {0x1204, "External Flash Bounce", Enumerated<kBounce>},
     {0x1205, "External Flash Zoom", Quotient<kPlain>},
     {0x1208, "Internal Flash", Enumerated<kOffOn>},
-    {0x1500, "Sensor Temperature", Celsius},
+    {0x1209, "Manual Flash", ManualFlash},
+    {0x120a, "Macro LED", Enumerated<kOffOn>},
+    {0x1500, "Sensor Temperature", SensorTemperature},
     {0x1600, "Image Stabilization", StabilisationBlock},
 };
 constexpr MakerTable kFocusInfo = Table(kFocusInfoTags, ValueRule::kLeadingShort);
@@ -872,7 +905,8 @@ void DecodeSubDirectories(platform::File& file, int64_t directory, uint32_t offs
 // What the camera type (0207) of the directory at the file position says
 // about the values: whether quality counts from 0, and whether the camera
 // has the three AF points of the early bodies (every type but the "S0"
-// codes of the later interchangeable-lens bodies). The position is kept.
+// codes of the later interchangeable-lens bodies), and how it stores the
+// sensor temperature. The position is kept.
 void ReadCameraType(platform::File& file, uint32_t offsetBase, int bigEndian, NoteContext& note) {
     char type[8] = {};
     tiff::Entry entry;
@@ -887,6 +921,8 @@ void ReadCameraType(platform::File& file, uint32_t offsetBase, int bigEndian, No
                     !(std::strncmp(type, "SX151", 5) == 0 && (type[5] == '\0' || type[5] == ' '));
     note.qualityFromZero = sx || std::strncmp(type, "D4322", 5) == 0;
     note.threePointAf = type[0] != '\0' && std::strncmp(type, "S0", 2) != 0;
+    // The E-1 and the E-M5.
+    note.degreesStored = std::strncmp(type, "D4040", 5) == 0 || std::strncmp(type, "S0036", 5) == 0;
 }
 
 bool EqualsIgnoringCase(const char* a, const char* b) {

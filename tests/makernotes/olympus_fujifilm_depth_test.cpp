@@ -44,12 +44,13 @@ TEST(OlympusNote, SubDirectoryValuesOfABigEndianNote) {
 
     MakerNoteBuilder settings(kBE);
     settings.OutOfLine(0x0304, fixture::kLong, 3, Longs(kBE, {0x79798585, 0x10203040, 0}));
+    settings.OutOfLine(0x0305, fixture::kSRational, 5, Longs(kBE, {0, 0, 1, 2, 1, 4, 3, 4, -1, 2}));
     settings.Short(0x0400, 0x15).OutOfLine(0x0503, fixture::kShort, 3, Shorts({-1, -2, 2}));
     settings.OutOfLine(0x050f, fixture::kShort, 4, Shorts({1, -1, 1, 1})).Field(0x0600, fixture::kShort, 2, Shorts({2, 3}));
     settings.OutOfLine(0x0901, fixture::kSLong, 2, Longs(kBE, {-10, -32}));
     EXPECT_EQ(note(0x2020, settings),
               (Texts{"Camera Type=E-1", "AF Areas=Center (121,121)-(133,133), (16,32)-(48,64)",
-                     "Flash Mode=On, Red-eye, Forced On", "Custom Saturation=-1 (min -2, max 2)",
+                     "AF Point Selected=(50%,25%) (75%,-50%)",                     "Flash Mode=On, Red-eye, Forced On", "Custom Saturation=-1 (min -2, max 2)",
                      "Gradation=High Key; Auto-Override", "Drive Mode=Exposure Bracketing, Shot 3",
                      "Manometer Reading=-1 m, -3.2 ft"}));
 
@@ -60,9 +61,10 @@ TEST(OlympusNote, SubDirectoryValuesOfABigEndianNote) {
     // The focus distance is the numerator in millimetres, whatever the
     // denominator; the three-point AF names come from the camera type.
     MakerNoteBuilder focus(kBE);
-    focus.OutOfLine(0x0305, fixture::kRational, 1, Longs(kBE, {705, 10})).Short(0x0308, 3).Short(0x1500, -10);
+    focus.OutOfLine(0x0305, fixture::kRational, 1, Longs(kBE, {705, 10})).Short(0x0308, 3);
+    focus.Field(0x1209, fixture::kShort, 2, Shorts({1, 4})).Short(0x1500, -10);
     EXPECT_EQ(note(0x2050, focus), (Texts{"Camera Type=E-1", "Focus Distance=0.705 m", "AF Point=Center (vertical)",
-                                          "Sensor Temperature=-10 C"}));
+                                          "Manual Flash=On (1/4 strength)", "Sensor Temperature=-10 C"}));
 }
 
 TEST(FujifilmNote, LongerValuesReadLittleEndianInABigEndianFile) {
