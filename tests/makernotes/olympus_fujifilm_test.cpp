@@ -55,7 +55,7 @@ void SettingsEntries(MakerNoteBuilder& n) {
 const Texts kAllRows{
     "Special Mode=Panorama, sequence 5, panorama right to left", "Quality=SHQ (fine)", "Macro=Super macro",
     "Digital Zoom=1.5", "Camera Type=SX558", "Camera ID=OLYMPUS DIGITAL CAMERA",
-    "Serial Number=143008611", "Body Firmware Version=1.300", "Lens Type=0 05 10",
+    "Serial Number=143008611", "Body Firmware Version=1.300", "Lens Type=Olympus M.Zuiko Digital ED 14-42mm F3.5-5.6 L",
     "Lens Serial Number=050105886", "Lens Model=OLYMPUS M.12-40mm F2.8",
     "Focus Mode=Continuous AF; C-AF, Face detect", "White Balance=5300K (fine weather)", "Art Filter=Pop art",
 };
