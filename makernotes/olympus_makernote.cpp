@@ -50,13 +50,12 @@ size_t ReadElements(const MakerEntry& e, int64_t* out, size_t max, bool signed16
     uint8_t bytes[kElementsLimit * 4] = {};
     const uint64_t want = std::min<uint64_t>(uint64_t{e.entry().count}, max) * size;
     const size_t got = exif::ReadRawBlock(e.context, bytes, static_cast<size_t>(want)) / size;
-    const bool sign = type == tiff::kSByte || type == tiff::kSShort || type == tiff::kSLong || signed16;
     for (size_t i = 0; i < got; ++i) {
         const uint8_t* b = bytes + i * size;
-        if (size == 1) out[i] = sign ? int64_t{static_cast<int8_t>(b[0])} : int64_t{b[0]};
+        if (size == 1) out[i] = type == tiff::kSByte ? int64_t{static_cast<int8_t>(b[0])} : int64_t{b[0]};
         else if (size == 2) {
             const uint16_t v = tiff::GetU16(b, e.context.bigEndian);
-            out[i] = sign ? int64_t{static_cast<int16_t>(v)} : int64_t{v};
+            out[i] = type == tiff::kSShort || signed16 ? int64_t{static_cast<int16_t>(v)} : int64_t{v};
         } else {
             const uint32_t v = tiff::GetU32(b, e.context.bigEndian);
             out[i] = type == tiff::kSLong ? int64_t{static_cast<int32_t>(v)} : int64_t{v};
