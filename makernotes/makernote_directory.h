@@ -77,6 +77,8 @@ const char* EnumerationText(const Enumeration& e, int64_t value);
 struct NoteContext {
     bool qualityFromZero = false;  // Olympus: the Quality values count from 0
     uint8_t lensType = 0;          // Nikon: tag 0083's flags, the last byte of a lens key
+    bool threePointAf = false;     // Olympus: the camera has the three AF points of the early bodies
+    bool degreesStored = false;    // Olympus: the sensor temperature is stored in degrees, not as a reading
 };
 
 // What a tag's format is given: the entry (fields in host order, the value

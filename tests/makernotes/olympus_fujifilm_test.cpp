@@ -55,7 +55,7 @@ void SettingsEntries(MakerNoteBuilder& n) {
 const Texts kAllRows{
     "Special Mode=Panorama, sequence 5, panorama right to left", "Quality=SHQ (fine)", "Macro=Super macro",
     "Digital Zoom=1.5", "Camera Type=SX558", "Camera ID=OLYMPUS DIGITAL CAMERA",
-    "Serial Number=143008611", "Body Firmware Version=1.300", "Lens Type=0 05 10",
+    "Serial Number=143008611", "Body Firmware Version=1.300", "Lens Type=Olympus M.Zuiko Digital ED 14-42mm F3.5-5.6 L",
     "Lens Serial Number=050105886", "Lens Model=OLYMPUS M.12-40mm F2.8",
     "Focus Mode=Continuous AF; C-AF, Face detect", "White Balance=5300K (fine weather)", "Art Filter=Pop art",
 };
@@ -138,7 +138,7 @@ TEST(OlympusNote, HostileSubDirectoryEntriesGiveNoRows) {
     };
     for (const auto& c : cases) {
         MakerNoteBuilder n(kLE);
-        n.Header(kOldForm).Short(0x0202, 0).Ascii(0x0203, "x").Field(0x2010, c.type, c.count, Words(kLE, 4, {c.offset}));
+        n.Header(kOldForm).Short(0x0202, 0).Ascii(0x0208, "x").Field(0x2010, c.type, c.count, Words(kLE, 4, {c.offset}));
         Bytes note = n.Build(fixture::kNoteOffset);
         note.resize(kSound - fixture::kNoteOffset, 0);
         fixture::Append(note, {1, 0, 0x01, 0x01, 2, 0, 3, 0, 0, 0, 'a', 'b', 0, 0, 0, 0, 0, 0});
