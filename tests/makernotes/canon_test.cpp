@@ -21,15 +21,7 @@ Bytes Shorts(ByteOrder order, std::initializer_list<int> values) {
 
 // The note of a body whose Model row reads `model`.
 Decoded Canon(ByteOrder order, const char* model, const MakerNoteBuilder& note, uint32_t filler = 0) {
-    Decoded d = TableWithMake("Canon", filler);
-    exif::TagRecord& row = d.table->rows[d.count++];
-    row.tag = 272;
-    std::strcpy(row.value, model);
-    d.first = d.count;
-    WithNoteFile(order, note.Build(fixture::kNoteOffset), [&](platform::File& file) {
-        makernotes::DispatchMakerNote(file, 0, *d.table, &d.count, IsBig(order), fixture::kNoteOffset, false);
-    });
-    return d;
+    return DispatchNote(order, "Canon", note.Build(fixture::kNoteOffset), filler, model);
 }
 
 TEST(CanonNote, RecordsReadInTheNotesByteOrder) {

@@ -24,17 +24,7 @@ Decoded NikonDecoded(ByteOrder fileOrder, ByteOrder noteOrder, const std::string
     MakerNoteBuilder note(noteOrder);
     note.Header(noteOrder == kLE ? kEmbeddedLE : kEmbeddedBE);
     fill(note);
-    Decoded d = TableWithMake("NIKON CORPORATION", filler);
-    exif::TagRecord& row = d.table->rows[d.count++];
-    row.tag = 272;
-    std::strcpy(row.name, "Model");
-    std::strncpy(row.value, model.c_str(), 255);
-    d.first = d.count;
-    WithNoteFile(fileOrder, note.Build(-10), [&](platform::File& file) {
-        exif::DispatchMakerNote(file, 0, *d.table, &d.count, IsBig(fileOrder), fixture::kNoteOffset, false,
-                                makernotes::StandardMakerNoteRules());
-    });
-    return d;
+    return DispatchNote(fileOrder, "NIKON CORPORATION", note.Build(-10), filler, model);
 }
 
 Texts Nikon(ByteOrder fileOrder, ByteOrder noteOrder, const std::function<void(MakerNoteBuilder&)>& fill,

@@ -76,9 +76,18 @@ void WithNoteFile(ByteOrder order, const Bytes& note, Run run) {  // the note in
 
 inline int IsBig(ByteOrder order) { return order == ByteOrder::kBig; }
 
-// The whole hand-over, as the walker makes it.
-inline Decoded DispatchNote(ByteOrder order, const std::string& make, const Bytes& note, uint32_t filler = 0) {
+// The whole hand-over, as the walker makes it; with a model, a Model row
+// follows the Make row (decoders that tell bodies apart read it).
+inline Decoded DispatchNote(ByteOrder order, const std::string& make, const Bytes& note, uint32_t filler = 0,
+                            const std::string& model = "") {
     Decoded d = TableWithMake(make, filler);
+    if (!model.empty()) {
+        exif::TagRecord& row = d.table->rows[d.count++];
+        row.tag = 272;
+        std::strcpy(row.name, "Model");
+        std::strncpy(row.value, model.c_str(), 255);
+        d.first = d.count;
+    }
     WithNoteFile(order, note, [&](platform::File& file) {
         exif::DispatchMakerNote(file, 0, *d.table, &d.count, IsBig(order), fixture::kNoteOffset, false,
                                 makernotes::StandardMakerNoteRules());
