@@ -10,6 +10,7 @@
 #include "placeholders.h"
 #include "platform/platform.h"
 #include "jpeg/file_rewrite.h"
+#include "tiff/input.h"
 
 namespace comment {
 namespace {
@@ -88,7 +89,12 @@ int WriteOne(std::u16string_view fileName, const CommentJob& job, int counter, b
 }  // namespace
 
 void LocateComment(std::u16string_view fileName, uint32_t& oldOffset, uint32_t& oldLength) {
-    iptc::LoadMetadataSegment(fileName, oldLength, oldOffset, iptc::kComMarker, true, nullptr, false);
+    oldOffset = oldLength = 0;
+    if (auto file = tiff::Input::Open(fileName)) LocateComment(*file, oldOffset, oldLength);
+}
+
+void LocateComment(platform::File& input, uint32_t& oldOffset, uint32_t& oldLength) {
+    iptc::LoadMetadataSegment(input, oldLength, oldOffset, iptc::kComMarker, true, nullptr, false);
 }
 
 int WriteJpegComment(std::u16string_view fileName, uint32_t oldOffset, uint32_t oldLength,

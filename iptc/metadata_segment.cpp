@@ -4,6 +4,7 @@
 
 #include "iptc_limits.h"
 #include "platform/platform.h"
+#include "tiff/input.h"
 
 namespace iptc {
 namespace {
@@ -91,30 +92,37 @@ std::vector<uint8_t> LoadMetadataSegment(std::u16string_view fileName, uint32_t&
     length = 0;
     offset = 0;
     if (isTiff) *isTiff = 0;
-    auto file = platform::OpenFile(fileName, platform::FileMode::kRead);
+    auto file = tiff::Input::Open(fileName);
     if (!file) return {};
+    return LoadMetadataSegment(*file, length, offset, marker, sizeOnly, isTiff, xmpOnly);
+}
 
+std::vector<uint8_t> LoadMetadataSegment(platform::File& file, uint32_t& length, uint32_t& offset,
+                                         uint8_t marker, bool sizeOnly, int32_t* isTiff, bool xmpOnly) {
+    length = 0;
+    offset = 0;
+    if (isTiff) *isTiff = 0;
     uint8_t start[2];
-    if (!file->ReadExact(start, 2)) return {};
+    if (!file.Seek(0) || !file.ReadExact(start, 2)) return {};
     if ((start[0] == 'I' && start[1] == 'I') || (start[0] == 'M' && start[1] == 'M')) {
         if (isTiff) *isTiff = 1;
         if (marker != kApp13Marker) return {};
-        const uint32_t iim = FindTiffIptcOffset(*file, start[0] == 'M');
+        const uint32_t iim = FindTiffIptcOffset(file, start[0] == 'M');
         if (iim == 0) return {};
         length = kTiffIptcBlockLength;
         offset = iim;
         if (sizeOnly) return {};
-        return ReadBlock(*file, iim, kTiffIptcBlockLength);
+        return ReadBlock(file, iim, kTiffIptcBlockLength);
     }
 
-    const int64_t position = FindJpegSegment(*file, marker, xmpOnly);
+    const int64_t position = FindJpegSegment(file, marker, xmpOnly);
     if (position < 0 || position > 0xFFFFFFFF) return {};
     uint16_t stored = 0;
-    if (!file->Seek(position + 2) || !ReadU16(*file, true, stored) || stored < 3) return {};
+    if (!file.Seek(position + 2) || !ReadU16(file, true, stored) || stored < 3) return {};
     length = stored;
     offset = static_cast<uint32_t>(position);
     if (sizeOnly) return {};
-    return ReadBlock(*file, position + 2, stored);
+    return ReadBlock(file, position + 2, stored);
 }
 
 }  // namespace iptc
