@@ -6,17 +6,12 @@
 
 #include "comment_limits.h"
 #include "comment_settings.h"
+#include "jpeg/marker_walk.h"
 #include "platform/platform.h"
 #include "tiff/input.h"
 
 namespace comment {
 namespace {
-
-constexpr uint8_t kMarkerStart = 0xFF;
-constexpr uint8_t kSoi = 0xD8;
-constexpr uint8_t kSos = 0xDA;
-constexpr uint8_t kEoi = 0xD9;
-constexpr uint8_t kCom = 0xFE;
 
 uint32_t BigEndian32(const uint8_t* b) {
     return uint32_t{b[0]} << 24 | uint32_t{b[1]} << 16 | uint32_t{b[2]} << 8 | b[3];
@@ -106,29 +101,24 @@ int ReadJpegComments(std::u16string_view fileName, char* out, size_t capacity) {
 
 int ReadJpegComments(platform::File& input, char* out, size_t capacity) {
     if (out && capacity > 0) std::memset(out, 0, capacity);
-    if (!out || capacity == 0 || !input.Seek(2)) return 1;
+    if (!out || capacity == 0) return 1;
 
+    // An empty comment segment is read like any other.
+    jpeg::MarkerWalk walk(input, 2, jpeg::WalkRules{2, true});
+    jpeg::Segment segment;
     int comments = 0;
-    for (;;) {
-        uint8_t marker[2], len[2];
-        if (!input.ReadExact(marker, 2) || marker[0] != kMarkerStart) break;
-        if (marker[1] == kSoi) continue;
-        if (marker[1] == kSos || marker[1] == kEoi) break;
-        if (!input.ReadExact(len, 2)) break;
-        const size_t length = size_t{len[0]} << 8 | len[1];
-        // A length below 2 cannot count itself; walking on would step backwards.
-        if (length < 2) break;
-        if (marker[1] != kCom) {
-            if (!input.Seek(static_cast<int64_t>(length) - 2, platform::SeekFrom::kCurrent)) break;
-            continue;
-        }
+    while (walk.Next(segment)) {
+        if (segment.marker != jpeg::kComment) continue;
         if (comments > 0) AppendWithCrLf("\r\n", out, capacity, 2);
         ++comments;
         // The two spare bytes stay zero and add nothing to the text.
-        std::unique_ptr<char[]> data(new (std::nothrow) char[length]());
-        if (!data) continue;  // read on from the segment's data
-        input.Read(data.get(), length - 2);
-        AppendWithCrLf(data.get(), out, capacity, length);
+        std::unique_ptr<char[]> data(new (std::nothrow) char[segment.length]());
+        if (!data) {
+            walk.ResumeAt(segment.payload());  // read on from the segment's data
+            continue;
+        }
+        if (input.Seek(static_cast<int64_t>(segment.payload()))) input.Read(data.get(), segment.length - 2u);
+        AppendWithCrLf(data.get(), out, capacity, segment.length);
     }
     return 1;
 }

@@ -23,7 +23,7 @@
 
 namespace comment {
 
-// The first COM segment as LoadMetadataSegment finds it: the file offset of
+// The first COM segment before the start of scan: the file offset of
 // its 0xFF byte and its length field, both 0 when there is none.
 void LocateComment(std::u16string_view fileName, uint32_t& oldOffset, uint32_t& oldLength);
 void LocateComment(platform::File& input, uint32_t& oldOffset, uint32_t& oldLength);

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "iptc_limits.h"
+#include "jpeg/marker_walk.h"
 #include "platform/platform.h"
 #include "tiff/input.h"
 
@@ -57,31 +58,21 @@ std::vector<uint8_t> ReadBlock(platform::File& file, int64_t offset, uint32_t le
     return buffer;
 }
 
-// The file offset of the chosen JPEG segment's 0xFF byte, or -1.
+// The file offset of the chosen JPEG segment's 0xFF byte, or -1. A comment
+// behind the start of scan would lie in entropy-coded data that only looks
+// like segments, so the walk for COM stops there, as the comment reader does.
 int64_t FindJpegSegment(platform::File& file, uint8_t marker, bool xmpOnly) {
-    int64_t position = 2;
-    for (;;) {
-        uint8_t m[2];
-        if (!file.Seek(position) || !file.ReadExact(m, 2)) return -1;
-        if (m[0] == 0xFF && m[1] == 0xD8) {
-            position += 2;
-            continue;
-        }
-        // A comment behind the start of scan would lie in entropy-coded data
-        // that only looks like segments; the comment reader stops there too.
-        if (marker == kComMarker && m[0] == 0xFF && (m[1] == 0xDA || m[1] == 0xD9)) return -1;
-        uint16_t length = 0;
-        if (m[0] != 0xFF || !ReadU16(file, true, length) || length < 3) return -1;
-        if (m[1] == marker) {
-            if (marker != kApp1Marker) return position;
-            char id[kXmpCompareBytes] = {};
-            file.Read(id, sizeof id);
-            const bool match = xmpOnly ? std::memcmp(id, kXmpNamespace, kXmpCompareBytes) == 0
-                                       : std::memcmp(id, "Exif", 4) == 0;
-            if (match) return position;
-        }
-        position += 2 + int64_t{length};
-    }
+    jpeg::WalkRules rules;
+    rules.stopAtScan = marker == kComMarker;
+    jpeg::MarkerWalk walk(file, 2, rules);
+    jpeg::Segment segment;
+    const bool found = jpeg::FindSegment(walk, marker, segment, [&](const jpeg::Segment& candidate) {
+        if (marker != kApp1Marker) return true;
+        char id[kXmpCompareBytes] = {};
+        if (file.Seek(static_cast<int64_t>(candidate.payload()))) file.Read(id, sizeof id);
+        return xmpOnly ? std::memcmp(id, kXmpNamespace, kXmpCompareBytes) == 0 : std::memcmp(id, "Exif", 4) == 0;
+    });
+    return found ? static_cast<int64_t>(segment.offset) : -1;
 }
 
 }  // namespace
