@@ -9,13 +9,10 @@
 #include "jpeg/marker_walk.h"
 #include "platform/platform.h"
 #include "tiff/input.h"
+#include "tiff/png_chunks.h"
 
 namespace comment {
 namespace {
-
-uint32_t BigEndian32(const uint8_t* b) {
-    return uint32_t{b[0]} << 24 | uint32_t{b[1]} << 16 | uint32_t{b[2]} << 8 | b[3];
-}
 
 // Appends to a zero-filled text of fixed capacity, always leaving a terminator.
 class TextSink {
@@ -185,23 +182,18 @@ std::unique_ptr<char[]> ReadPngTextChunks(platform::File& input, size_t* outLeng
                                           int) {
     if (outLength) *outLength = 0;
     if (lastChunkPos) *lastChunkPos = 0;
-    if (!input.Seek(0)) return nullptr;
-    uint8_t signature[8];
-    if (!input.ReadExact(signature, 8) || std::memcmp(signature + 1, "PNG", 3) != 0) return nullptr;
+    tiff::PngChunkWalk walk(input);
+    if (!walk.isPng()) return nullptr;
 
+    // The walk ends at the first empty chunk (IEND at the latest).
     PngTextChunk chunks[kPngTextChunkLimit];
     int count = 0;
-    for (;;) {
-        uint8_t head[8];
-        if (!input.ReadExact(head, 4)) break;
-        const uint32_t length = BigEndian32(head);
-        if (length < 1 || length > kPngChunkLengthMax) break;
-        if (!input.ReadExact(head + 4, 4)) break;
-        if (std::memcmp(head + 4, "tEXt", 4) == 0 || std::memcmp(head + 4, "iTXt", 4) == 0) {
+    tiff::PngChunk chunk;
+    while (walk.Next(chunk) && chunk.length >= 1) {
+        if (chunk.type == tiff::PngChunkType("tEXt") || chunk.type == tiff::PngChunkType("iTXt")) {
             if (count == kPngTextChunkLimit) break;
-            chunks[count++] = {input.Tell(), length};
+            chunks[count++] = {static_cast<int64_t>(chunk.data), chunk.length};
         }
-        if (!input.Seek(int64_t{length} + 4, platform::SeekFrom::kCurrent)) break;
     }
 
     uint64_t sum = 0;

@@ -14,6 +14,7 @@
 #include <limits>
 
 #include "container_limits.h"
+#include "tiff/png_chunks.h"
 
 namespace exif {
 namespace {
@@ -34,8 +35,8 @@ constexpr uint32_t kExifBox = FourCc("Exif");  // HEIF item type and JPEG XL box
 constexpr uint32_t kMoov = FourCc("moov");
 constexpr uint32_t kUuid = FourCc("uuid");
 constexpr uint32_t kCmt1 = FourCc("CMT1");
-constexpr uint32_t kPngExif = FourCc("eXIf");
-constexpr uint32_t kPngEnd = FourCc("IEND");
+constexpr uint32_t kPngExif = tiff::PngChunkType("eXIf");
+constexpr uint32_t kPngEnd = tiff::PngChunkType("IEND");
 constexpr uint32_t kRiffExif = FourCc("EXIF");
 
 constexpr uint64_t kNoOffset = std::numeric_limits<uint32_t>::max();
@@ -443,25 +444,17 @@ uint32_t LocateCr3Exif(platform::File& file, Cr3Boxes& boxes) {
     return 0;
 }
 
-// PNG: an 8-byte signature, then chunks:
-//   0  4  data length (below 2^31)
-//   4  4  type
-//   8  n  data
-//   8+n 4 CRC
-// "eXIf" holds a TIFF file.
+// PNG: the "eXIf" chunk holds a TIFF file; the walk ends at "IEND".
 uint32_t LocatePngExif(platform::File& file) {
-    FileCursor in(file);
-    uint8_t signature[8];
-    if (!in.Bytes(signature, sizeof signature) || std::memcmp(signature + 1, "PNG", 3) != 0) return 0;
-    uint64_t pos = sizeof signature;
-    for (uint32_t n = 0; n < kMaxChunks; ++n) {
-        if (!in.Seek(pos)) return 0;
-        uint32_t length = in.U32();
-        uint32_t type = in.U32();
-        if (!in.ok() || length > 0x7FFFFFFFu) return 0;
-        if (type == kPngExif) return length == 0 ? 0 : ResultIn(in, SkipExifPrefix(in, pos + 8, length));
-        if (type == kPngEnd) return 0;
-        pos += 12 + static_cast<uint64_t>(length);
+    tiff::PngChunkWalk walk(file);
+    tiff::PngChunk chunk;
+    for (uint32_t n = 0; n < kMaxChunks && walk.Next(chunk); ++n) {
+        if (chunk.type == kPngExif) {
+            if (chunk.length == 0) return 0;
+            FileCursor in(file);
+            return ResultIn(in, SkipExifPrefix(in, chunk.data, chunk.length));
+        }
+        if (chunk.type == kPngEnd) return 0;
     }
     return 0;
 }
