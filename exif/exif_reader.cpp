@@ -8,9 +8,9 @@
 #include "container.h"
 #include "exif_limits.h"
 #include "gps.h"
+#include "jpeg/marker_walk.h"
 #include "makernotes/makernote_dispatch.h"
 #include "tag_table.h"
-#include "jpeg/marker_walk.h"
 #include "tiff/input.h"
 
 namespace exif {
@@ -362,10 +362,7 @@ bool FindJpegSegmentAt(platform::File& file, uint32_t& length, uint32_t& markerO
     jpeg::MarkerWalk walk(file, uint64_t{startOffset} + 2, jpeg::WalkRules{});
     jpeg::Segment segment;
     const bool found = jpeg::FindSegment(walk, marker, segment, [&](const jpeg::Segment& candidate) {
-        if (marker != kApp1Marker) return true;
-        uint8_t peek[5] = {};
-        const size_t got = file.Seek(static_cast<int64_t>(candidate.payload())) ? file.Read(peek, sizeof peek) : 0;
-        return got >= 4 && std::memcmp(peek, "Exif", 4) == 0;
+        return marker != kApp1Marker || jpeg::PayloadStartsWith(file, candidate, "Exif", 4);
     });
     if (!found || segment.offset > 0xFFFFFFFF || !file.Seek(static_cast<int64_t>(segment.offset) + 2)) return false;
     length = segment.length;

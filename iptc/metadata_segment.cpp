@@ -68,9 +68,8 @@ int64_t FindJpegSegment(platform::File& file, uint8_t marker, bool xmpOnly) {
     jpeg::Segment segment;
     const bool found = jpeg::FindSegment(walk, marker, segment, [&](const jpeg::Segment& candidate) {
         if (marker != kApp1Marker) return true;
-        char id[kXmpCompareBytes] = {};
-        if (file.Seek(static_cast<int64_t>(candidate.payload()))) file.Read(id, sizeof id);
-        return xmpOnly ? std::memcmp(id, kXmpNamespace, kXmpCompareBytes) == 0 : std::memcmp(id, "Exif", 4) == 0;
+        return xmpOnly ? jpeg::PayloadStartsWith(file, candidate, kXmpNamespace, kXmpCompareBytes)
+                       : jpeg::PayloadStartsWith(file, candidate, "Exif", 4);
     });
     return found ? static_cast<int64_t>(segment.offset) : -1;
 }

@@ -1,5 +1,7 @@
 #include "marker_walk.h"
 
+#include <cstring>
+
 namespace jpeg {
 
 bool MarkerWalk::Next(Segment& segment) {
@@ -23,6 +25,12 @@ bool MarkerWalk::Next(Segment& segment) {
     }
     ended_ = true;
     return false;
+}
+
+bool PayloadStartsWith(platform::File& input, const Segment& segment, const char* prefix, size_t n) {
+    uint8_t bytes[kPrefixMax];
+    return n <= sizeof bytes && input.Seek(static_cast<int64_t>(segment.payload())) && input.ReadExact(bytes, n) &&
+           std::memcmp(bytes, prefix, n) == 0;
 }
 
 }  // namespace jpeg

@@ -11,6 +11,7 @@
 // ends on any input; it never reads outside the caller's buffers.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "platform/platform.h"
@@ -74,6 +75,11 @@ bool FindSegment(MarkerWalk& walk, uint8_t marker, Segment& found, Accept accept
         }
     return false;
 }
+// Whether the segment's payload begins with the n bytes of `prefix` (n at
+// most kPrefixMax; a segment or input too short does not).
+constexpr size_t kPrefixMax = 32;
+bool PayloadStartsWith(platform::File& input, const Segment& segment, const char* prefix, size_t n);
+
 inline bool FindSegment(MarkerWalk& walk, uint8_t marker, Segment& found) {
     return FindSegment(walk, marker, found, [](const Segment&) { return true; });
 }
