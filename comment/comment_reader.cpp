@@ -6,20 +6,13 @@
 
 #include "comment_limits.h"
 #include "comment_settings.h"
+#include "jpeg/marker_walk.h"
 #include "platform/platform.h"
+#include "platform/input.h"
+#include "jpeg/png_chunks.h"
 
 namespace comment {
 namespace {
-
-constexpr uint8_t kMarkerStart = 0xFF;
-constexpr uint8_t kSoi = 0xD8;
-constexpr uint8_t kSos = 0xDA;
-constexpr uint8_t kEoi = 0xD9;
-constexpr uint8_t kCom = 0xFE;
-
-uint32_t BigEndian32(const uint8_t* b) {
-    return uint32_t{b[0]} << 24 | uint32_t{b[1]} << 16 | uint32_t{b[2]} << 8 | b[3];
-}
 
 // Appends to a zero-filled text of fixed capacity, always leaving a terminator.
 class TextSink {
@@ -99,31 +92,30 @@ void AppendWithCrLf(const char* source, char* target, size_t targetCapacity, siz
 
 int ReadJpegComments(std::u16string_view fileName, char* out, size_t capacity) {
     if (out && capacity > 0) std::memset(out, 0, capacity);
-    auto file = platform::OpenFile(fileName, platform::FileMode::kRead);
-    if (!file) return 0;
-    if (!out || capacity == 0 || !file->Seek(2)) return 1;
+    auto file = platform::Input::Open(fileName);
+    return file ? ReadJpegComments(*file, out, capacity) : 0;
+}
 
+int ReadJpegComments(platform::File& input, char* out, size_t capacity) {
+    if (out && capacity > 0) std::memset(out, 0, capacity);
+    if (!out || capacity == 0) return 1;
+
+    // An empty comment segment is read like any other.
+    jpeg::MarkerWalk walk(input, 2, jpeg::WalkRules{2, true});
+    jpeg::Segment segment;
     int comments = 0;
-    for (;;) {
-        uint8_t marker[2], len[2];
-        if (!file->ReadExact(marker, 2) || marker[0] != kMarkerStart) break;
-        if (marker[1] == kSoi) continue;
-        if (marker[1] == kSos || marker[1] == kEoi) break;
-        if (!file->ReadExact(len, 2)) break;
-        const size_t length = size_t{len[0]} << 8 | len[1];
-        // A length below 2 cannot count itself; walking on would step backwards.
-        if (length < 2) break;
-        if (marker[1] != kCom) {
-            if (!file->Seek(static_cast<int64_t>(length) - 2, platform::SeekFrom::kCurrent)) break;
-            continue;
-        }
+    while (walk.Next(segment)) {
+        if (segment.marker != jpeg::kComment) continue;
         if (comments > 0) AppendWithCrLf("\r\n", out, capacity, 2);
         ++comments;
         // The two spare bytes stay zero and add nothing to the text.
-        std::unique_ptr<char[]> data(new (std::nothrow) char[length]());
-        if (!data) continue;  // read on from the segment's data
-        file->Read(data.get(), length - 2);
-        AppendWithCrLf(data.get(), out, capacity, length);
+        std::unique_ptr<char[]> data(new (std::nothrow) char[segment.length]());
+        if (!data) {
+            walk.ResumeAt(segment.payload());  // read on from the segment's data
+            continue;
+        }
+        if (input.Seek(static_cast<int64_t>(segment.payload()))) input.Read(data.get(), segment.length - 2u);
+        AppendWithCrLf(data.get(), out, capacity, segment.length);
     }
     return 1;
 }
@@ -179,27 +171,29 @@ int LoadCommentText(std::u16string_view fileName, char16_t* outWide, size_t capa
 }
 
 std::unique_ptr<char[]> ReadPngTextChunks(std::u16string_view fileName, size_t* outLength,
-                                          int64_t* lastChunkPos, int) {
+                                          int64_t* lastChunkPos, int unused) {
     if (outLength) *outLength = 0;
     if (lastChunkPos) *lastChunkPos = 0;
-    auto file = platform::OpenFile(fileName, platform::FileMode::kRead);
-    if (!file) return nullptr;
-    uint8_t signature[8];
-    if (!file->ReadExact(signature, 8) || std::memcmp(signature + 1, "PNG", 3) != 0) return nullptr;
+    auto file = platform::Input::Open(fileName);
+    return file ? ReadPngTextChunks(*file, outLength, lastChunkPos, unused) : nullptr;
+}
 
+std::unique_ptr<char[]> ReadPngTextChunks(platform::File& input, size_t* outLength, int64_t* lastChunkPos,
+                                          int) {
+    if (outLength) *outLength = 0;
+    if (lastChunkPos) *lastChunkPos = 0;
+    jpeg::PngChunkWalk walk(input);
+    if (!walk.isPng()) return nullptr;
+
+    // The walk ends at the first empty chunk (IEND at the latest).
     PngTextChunk chunks[kPngTextChunkLimit];
     int count = 0;
-    for (;;) {
-        uint8_t head[8];
-        if (!file->ReadExact(head, 4)) break;
-        const uint32_t length = BigEndian32(head);
-        if (length < 1 || length > kPngChunkLengthMax) break;
-        if (!file->ReadExact(head + 4, 4)) break;
-        if (std::memcmp(head + 4, "tEXt", 4) == 0 || std::memcmp(head + 4, "iTXt", 4) == 0) {
+    jpeg::PngChunk chunk;
+    while (walk.Next(chunk) && chunk.length >= 1) {
+        if (chunk.type == jpeg::PngChunkType("tEXt") || chunk.type == jpeg::PngChunkType("iTXt")) {
             if (count == kPngTextChunkLimit) break;
-            chunks[count++] = {file->Tell(), length};
+            chunks[count++] = {static_cast<int64_t>(chunk.data), chunk.length};
         }
-        if (!file->Seek(int64_t{length} + 4, platform::SeekFrom::kCurrent)) break;
     }
 
     uint64_t sum = 0;
@@ -224,7 +218,7 @@ std::unique_ptr<char[]> ReadPngTextChunks(std::u16string_view fileName, size_t* 
     for (int i = 0; i < count; ++i) {
         if (!UsablePngChunk(chunks[i])) continue;
         if (lastChunkPos) *lastChunkPos = chunks[i].position;
-        const size_t n = file->Seek(chunks[i].position) ? file->Read(data.get(), chunks[i].length) : 0;
+        const size_t n = input.Seek(chunks[i].position) ? input.Read(data.get(), chunks[i].length) : 0;
         AppendPngLine(data.get(), n, sink);
         if (usable >= 2 && ++written < usable) sink.Put("\r\n");
     }
@@ -234,8 +228,15 @@ std::unique_ptr<char[]> ReadPngTextChunks(std::u16string_view fileName, size_t* 
 int ReadPngComment(std::u16string_view fileName, char* out, size_t capacity, int unused) {
     if (!out || capacity == 0) return 0;
     std::memset(out, 0, capacity);
+    auto file = platform::Input::Open(fileName);
+    return file ? ReadPngComment(*file, out, capacity, unused) : 0;
+}
+
+int ReadPngComment(platform::File& input, char* out, size_t capacity, int unused) {
+    if (!out || capacity == 0) return 0;
+    std::memset(out, 0, capacity);
     size_t length = 0;
-    std::unique_ptr<char[]> text = ReadPngTextChunks(fileName, &length, nullptr, unused);
+    std::unique_ptr<char[]> text = ReadPngTextChunks(input, &length, nullptr, unused);
     if (!text) return 0;
     const size_t n = std::min(strnlen(text.get(), length), capacity - 1);
     std::memcpy(out, text.get(), n);

@@ -1,6 +1,7 @@
 // Reading the free-text comment of an image: the COM segments of a JPEG and
-// the tEXt / iTXt chunks of a PNG. Read-only; every function opens and closes
-// the file itself, and corrupt data only shortens the result.
+// the tEXt / iTXt chunks of a PNG. Read-only. Each reader works on an open
+// input; its path form opens the file once for it. Corrupt data only
+// shortens the result.
 #pragma once
 
 #include <cstddef>
@@ -8,6 +9,8 @@
 #include <memory>
 #include <string>
 #include <string_view>
+
+#include "platform/platform.h"
 
 namespace comment {
 
@@ -20,6 +23,8 @@ namespace comment {
 // Returns 1 when the file could be opened (also when it has no comment), 0
 // when not.
 int ReadJpegComments(std::u16string_view fileName, char* out, size_t capacity);
+// The same on an open input (returns 1).
+int ReadJpegComments(platform::File& input, char* out, size_t capacity);
 
 // Appends `count` source bytes to the NUL-terminated `target` while its
 // length is below targetCapacity - 2: CR becomes CR LF, LF becomes CR LF
@@ -67,11 +72,14 @@ int LoadCommentText(std::u16string_view fileName, char16_t* outWide, size_t capa
 // chunk recorded (0 for none). Either output may be null.
 std::unique_ptr<char[]> ReadPngTextChunks(std::u16string_view fileName, size_t* outLength,
                                           int64_t* lastChunkPos, int unused);
+std::unique_ptr<char[]> ReadPngTextChunks(platform::File& input, size_t* outLength, int64_t* lastChunkPos,
+                                          int unused);
 
 // ReadPngTextChunks into the zeroed `out`: at most capacity - 1 bytes, then
 // blanks trimmed at both ends. Returns the number of bytes copied (before the
 // trim), 0 when there is no text.
 int ReadPngComment(std::u16string_view fileName, char* out, size_t capacity, int unused);
+int ReadPngComment(platform::File& input, char* out, size_t capacity, int unused);
 
 // Removes blanks (0x20 only) at the end and then at the start of a
 // NUL-terminated text, in place.

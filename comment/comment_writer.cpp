@@ -6,10 +6,11 @@
 
 #include "comment_limits.h"
 #include "comment_reader.h"
-#include "iptc/metadata_segment.h"
 #include "placeholders.h"
 #include "platform/platform.h"
 #include "jpeg/file_rewrite.h"
+#include "jpeg/marker_walk.h"
+#include "platform/input.h"
 #include "platform/text.h"
 
 namespace comment {
@@ -89,7 +90,23 @@ int WriteOne(std::u16string_view fileName, const CommentJob& job, int counter, b
 }  // namespace
 
 void LocateComment(std::u16string_view fileName, uint32_t& oldOffset, uint32_t& oldLength) {
-    iptc::LoadMetadataSegment(fileName, oldLength, oldOffset, iptc::kComMarker, true, nullptr, false);
+    oldOffset = oldLength = 0;
+    if (auto file = platform::Input::Open(fileName)) LocateComment(*file, oldOffset, oldLength);
+}
+
+void LocateComment(platform::File& input, uint32_t& oldOffset, uint32_t& oldLength) {
+    oldOffset = oldLength = 0;
+    // A file that starts with a TIFF byte order has no comment segment.
+    uint8_t start[2];
+    if (!input.Seek(0) || !input.ReadExact(start, 2)) return;
+    if ((start[0] == 'I' && start[1] == 'I') || (start[0] == 'M' && start[1] == 'M')) return;
+    jpeg::MarkerWalk walk(input, 2, jpeg::WalkRules{3, true});
+    jpeg::Segment segment;
+    if (!jpeg::FindSegment(walk, jpeg::kComment, segment) ||
+        segment.offset > 0xFFFFFFFF)
+        return;
+    oldOffset = static_cast<uint32_t>(segment.offset);
+    oldLength = segment.length;
 }
 
 int WriteJpegComment(std::u16string_view fileName, uint32_t oldOffset, uint32_t oldLength,

@@ -19,12 +19,14 @@
 #include <vector>
 
 #include "comment_settings.h"
+#include "platform/platform.h"
 
 namespace comment {
 
-// The first COM segment as LoadMetadataSegment finds it: the file offset of
+// The first COM segment before the start of scan: the file offset of
 // its 0xFF byte and its length field, both 0 when there is none.
 void LocateComment(std::u16string_view fileName, uint32_t& oldOffset, uint32_t& oldLength);
+void LocateComment(platform::File& input, uint32_t& oldOffset, uint32_t& oldLength);
 
 // Rewrites the file (through the temporary "VantaviewTemp.jpg") with `text`
 // in a new COM segment in place of the one at oldOffset/oldLength (oldLength

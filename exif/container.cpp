@@ -2,8 +2,8 @@
 // media files (HEIF, AVIF, CR3), JPEG XL, PNG and WebP, and the dispatch that
 // recognises them by their first kilobyte.
 //
-// Every read goes through FileCursor, which checks each field against the
-// file's size before reading it; every box or chunk is handled inside the
+// Every read goes through a platform::Cursor, which checks each field against
+// the file's size before reading it; every box or chunk is handled inside the
 // range its parent declares, and every walk stops at a limit from
 // container_limits.h, so a hostile file can neither make us read past what we
 // asked for nor keep us walking.
@@ -14,6 +14,8 @@
 #include <limits>
 
 #include "container_limits.h"
+#include "platform/input.h"
+#include "jpeg/png_chunks.h"
 
 namespace exif {
 namespace {
@@ -34,8 +36,8 @@ constexpr uint32_t kExifBox = FourCc("Exif");  // HEIF item type and JPEG XL box
 constexpr uint32_t kMoov = FourCc("moov");
 constexpr uint32_t kUuid = FourCc("uuid");
 constexpr uint32_t kCmt1 = FourCc("CMT1");
-constexpr uint32_t kPngExif = FourCc("eXIf");
-constexpr uint32_t kPngEnd = FourCc("IEND");
+constexpr uint32_t kPngExif = jpeg::PngChunkType("eXIf");
+constexpr uint32_t kPngEnd = jpeg::PngChunkType("IEND");
 constexpr uint32_t kRiffExif = FourCc("EXIF");
 
 constexpr uint64_t kNoOffset = std::numeric_limits<uint32_t>::max();
@@ -61,70 +63,32 @@ constexpr Uuid UuidFromHex(const char (&hex)[33]) {
 
 constexpr Uuid kCanonCr3Uuid = UuidFromHex(kCanonCr3UuidHex);
 
-// Fields at absolute positions of an open file. A read that would cross the
-// end of the file fails without reading; a failure sticks until the next
-// Seek, so a block of reads is checked once at its end. Numbers are
-// big-endian unless the name says otherwise.
-class FileCursor {
-public:
-    explicit FileCursor(platform::File& file) : file_(file) {
-        int64_t size = file.Size();
-        size_ = size > 0 ? static_cast<uint64_t>(size) : 0;
-    }
+// Every block of fields is read through a cursor of its own, made at the
+// block's position from the whole input's cursor (which itself reads
+// nothing): a failure inside one block then ends that block only. Numbers
+// are big-endian unless the name says otherwise.
+platform::Cursor WholeInput(platform::File& file) {
+    const int64_t size = file.Size();
+    return platform::Cursor(file, platform::ByteOrder::kBig, 0, size > 0 ? static_cast<uint64_t>(size) : 0);
+}
 
-    uint64_t size() const { return size_; }
-    uint64_t pos() const { return pos_; }
-    bool ok() const { return ok_; }
+// A cursor from pos to the end of the input; failed when pos lies beyond it.
+platform::Cursor At(const platform::Cursor& file, uint64_t pos) { return file.ChildAt(pos, file.end()); }
 
-    bool Seek(uint64_t pos) {
-        ok_ = pos <= size_;
-        if (ok_) pos_ = pos;
-        return ok_;
-    }
-    void Skip(uint64_t n) {
-        if (!ok_ || n > size_ - pos_) ok_ = false;
-        else pos_ += n;
-    }
-    bool Bytes(uint8_t* out, size_t n) {
-        if (!ok_ || n > size_ - pos_ || !file_.Seek(static_cast<int64_t>(pos_)) || !file_.ReadExact(out, n)) {
-            ok_ = false;
-            std::memset(out, 0, n);
-            return false;
-        }
-        pos_ += n;
-        return true;
-    }
-    // An unsigned number of 0 to 8 bytes (0 bytes reads as 0).
-    uint64_t Number(unsigned n) {
-        uint8_t b[8];
-        if (n > sizeof b || !Bytes(b, n)) return 0;
-        uint64_t v = 0;
-        for (unsigned i = 0; i < n; ++i) v = v << 8 | b[i];
-        return v;
-    }
-    uint8_t U8() { return static_cast<uint8_t>(Number(1)); }
-    uint16_t U16() { return static_cast<uint16_t>(Number(2)); }
-    uint32_t U32() { return static_cast<uint32_t>(Number(4)); }
-    uint64_t U64() { return Number(8); }
-    uint32_t U32Le() {
-        uint8_t b[4];
-        Bytes(b, 4);
-        return static_cast<uint32_t>(b[0]) | static_cast<uint32_t>(b[1]) << 8 |
-               static_cast<uint32_t>(b[2]) << 16 | static_cast<uint32_t>(b[3]) << 24;
-    }
-
-private:
-    platform::File& file_;
-    uint64_t size_ = 0;
-    uint64_t pos_ = 0;
-    bool ok_ = true;
-};
+// An unsigned number of 0 to 8 bytes (0 bytes reads as 0).
+uint64_t Number(platform::Cursor& in, unsigned n) {
+    uint8_t b[8];
+    if (n > sizeof b || !in.Bytes(b, n)) return 0;
+    uint64_t v = 0;
+    for (unsigned i = 0; i < n; ++i) v = v << 8 | b[i];
+    return v;
+}
 
 uint32_t AsOffset(uint64_t pos) { return pos < kNoOffset ? static_cast<uint32_t>(pos) : 0; }
 
 // A position handed back to the caller: inside the file and small enough for
 // the 32-bit offsets of the interface, else "not found".
-uint32_t ResultIn(const FileCursor& in, uint64_t pos) { return pos < in.size() ? AsOffset(pos) : 0; }
+uint32_t ResultIn(const platform::Cursor& file, uint64_t pos) { return pos < file.end() ? AsOffset(pos) : 0; }
 
 bool IsByteOrderMark(const uint8_t* b) {
     return (b[0] == 'I' && b[1] == 'I') || (b[0] == 'M' && b[1] == 'M');
@@ -155,13 +119,14 @@ struct Box {
 // A size smaller than the header is malformed; a box that claims more than
 // its parent holds is cut at the parent's end, so a truncated file still
 // yields what it has and the walk ends there.
-bool ReadBox(FileCursor& in, uint64_t pos, uint64_t limit, Box& box) {
-    if (pos > limit || limit - pos < 8 || !in.Seek(pos)) return false;
+bool ReadBox(const platform::Cursor& file, uint64_t pos, uint64_t limit, Box& box) {
+    platform::Cursor in = At(file, pos);
+    if (pos > limit || limit - pos < 8 || !in.ok()) return false;
     uint64_t size = in.U32();
     box.type = in.U32();
     uint64_t header = 8;
     if (size == 1) {
-        size = in.U64();
+        size = Number(in, 8);
         header = 16;
     } else if (size == 0) {
         size = limit - pos;
@@ -175,10 +140,11 @@ bool ReadBox(FileCursor& in, uint64_t pos, uint64_t limit, Box& box) {
 }
 
 // The first box of the given type among at most maxBoxes boxes from pos.
-bool FindBox(FileCursor& in, uint64_t pos, uint64_t limit, uint32_t type, uint32_t maxBoxes, Box& found) {
+bool FindBox(const platform::Cursor& file, uint64_t pos, uint64_t limit, uint32_t type, uint32_t maxBoxes,
+             Box& found) {
     for (uint32_t n = 0; n < maxBoxes; ++n) {
         Box box;
-        if (!ReadBox(in, pos, limit, box)) return false;
+        if (!ReadBox(file, pos, limit, box)) return false;
         if (box.type == type) {
             found = box;
             return true;
@@ -197,25 +163,27 @@ bool FindBox(FileCursor& in, uint64_t pos, uint64_t limit, uint32_t type, uint32
 //   .  2      protection index
 //   .  4      item type ("Exif" for the EXIF block)
 // Earlier versions carry no item type and cannot name an Exif item.
-bool FindExifItemId(FileCursor& in, const Box& iinf, uint32_t& itemId) {
-    if (!in.Seek(iinf.body)) return false;
-    uint8_t version = in.U8();
-    in.Skip(3);
-    uint32_t count = version == 0 ? in.U16() : in.U32();
-    if (!in.ok()) return false;
-    uint64_t pos = in.pos();
+bool FindExifItemId(const platform::Cursor& file, const Box& iinf, uint32_t& itemId) {
+    platform::Cursor head = At(file, iinf.body);
+    uint8_t version = head.U8();
+    head.Skip(3);
+    uint32_t count = version == 0 ? head.U16() : head.U32();
+    if (!head.ok()) return false;
+    uint64_t pos = head.position();
     for (uint32_t i = 0; i < std::min(count, kMaxHeifItems); ++i) {
         Box infe;
-        if (!ReadBox(in, pos, iinf.end, infe)) return false;
+        if (!ReadBox(file, pos, iinf.end, infe)) return false;
         pos = infe.end;
-        if (infe.type != kInfe || !in.Seek(infe.body)) continue;
+        if (infe.type != kInfe) continue;
+        platform::Cursor in = At(file, infe.body);
+        if (!in.ok()) continue;
         uint8_t infeVersion = in.U8();
         in.Skip(3);
         if (infeVersion < 2) continue;
         uint32_t id = infeVersion == 2 ? in.U16() : in.U32();
         in.Skip(2);
         uint32_t type = in.U32();
-        if (in.ok() && in.pos() <= infe.end && type == kExifBox) {
+        if (in.ok() && in.position() <= infe.end && type == kExifBox) {
             itemId = id;
             return true;
         }
@@ -243,8 +211,9 @@ bool IsFieldSize(unsigned bytes) { return bytes == 0 || bytes == 4 || bytes == 8
 //      2      extent count, then per extent: index, offset, length
 // The wanted item's data must lie in this file (construction method 0); its
 // first extent holds the start of the EXIF block.
-bool FindItemExtent(FileCursor& in, const Box& iloc, uint32_t wanted, ItemExtent& extent) {
-    if (!in.Seek(iloc.body)) return false;
+bool FindItemExtent(const platform::Cursor& file, const Box& iloc, uint32_t wanted, ItemExtent& extent) {
+    platform::Cursor in = At(file, iloc.body);
+    if (!in.ok()) return false;
     uint8_t version = in.U8();
     in.Skip(3);
     uint8_t sizes = in.U8();
@@ -260,18 +229,18 @@ bool FindItemExtent(FileCursor& in, const Box& iloc, uint32_t wanted, ItemExtent
         uint32_t id = version < 2 ? in.U16() : in.U32();
         unsigned method = version >= 1 ? in.U16() & 15u : 0;
         in.Skip(2);
-        uint64_t base = in.Number(baseSize);
+        uint64_t base = Number(in, baseSize);
         uint16_t extents = in.U16();
-        if (!in.ok() || in.pos() > iloc.end) return false;
+        if (!in.ok() || in.position() > iloc.end) return false;
         if (id != wanted) {
             in.Skip(extents * extentBytes);
             continue;
         }
         if (method != 0 || extents == 0) return false;
         in.Skip(indexSize);
-        uint64_t offset = in.Number(offsetSize);
-        uint64_t length = in.Number(lengthSize);
-        if (!in.ok() || in.pos() > iloc.end || offset > std::numeric_limits<uint64_t>::max() - base) return false;
+        uint64_t offset = Number(in, offsetSize);
+        uint64_t length = Number(in, lengthSize);
+        if (!in.ok() || in.position() > iloc.end || offset > std::numeric_limits<uint64_t>::max() - base) return false;
         extent = {base + offset, length};
         return true;
     }
@@ -284,18 +253,20 @@ bool FindItemExtent(FileCursor& in, const Box& iloc, uint32_t wanted, ItemExtent
 // Writers disagree on that word, so when it does not lead to a TIFF header
 // the first one in the next few bytes is taken, and failing that the
 // conventional place after "Exif\0\0".
-uint64_t TiffHeaderInExifItem(FileCursor& in, const ItemExtent& item) {
-    if (!in.Seek(item.offset)) return 0;
+uint64_t TiffHeaderInExifItem(const platform::Cursor& file, const ItemExtent& item) {
+    platform::Cursor in = At(file, item.offset);
     uint32_t toHeader = in.U32();
     if (!in.ok()) return 0;
     const uint64_t data = item.offset + 4;
     uint8_t bytes[kHeifTiffSearchBytes] = {};
-    if (item.length >= 4 && toHeader <= item.length - 4 && item.length - 4 - toHeader >= 4 &&
-        in.Seek(data + toHeader) && in.Bytes(bytes, 4) && IsTiffSignature(bytes))
-        return data + toHeader;
-    if (!in.Seek(data)) return 0;
-    size_t available = static_cast<size_t>(std::min<uint64_t>(sizeof bytes, in.size() - data));
-    in.Bytes(bytes, available);
+    if (item.length >= 4 && toHeader <= item.length - 4 && item.length - 4 - toHeader >= 4) {
+        platform::Cursor header = At(file, data + toHeader);
+        if (header.Bytes(bytes, 4) && IsTiffSignature(bytes)) return data + toHeader;
+    }
+    platform::Cursor search = At(file, data);
+    if (!search.ok()) return 0;
+    size_t available = static_cast<size_t>(std::min<uint64_t>(sizeof bytes, file.end() - data));
+    search.Bytes(bytes, available);
     for (size_t i = 0; i + 4 <= available; ++i)
         if (IsTiffSignature(bytes + i)) return data + i;
     return item.offset + 10;
@@ -304,10 +275,11 @@ uint64_t TiffHeaderInExifItem(FileCursor& in, const ItemExtent& item) {
 // ------------------------------------------------------------ payloads
 
 // Some writers keep the JPEG habit of "Exif\0\0" before the TIFF header.
-uint64_t SkipExifPrefix(FileCursor& in, uint64_t data, uint64_t length) {
+uint64_t SkipExifPrefix(const platform::Cursor& file, uint64_t data, uint64_t length) {
     static const uint8_t kPrefix[6] = {'E', 'x', 'i', 'f', 0, 0};
     uint8_t bytes[8];
-    if (length >= sizeof bytes && in.Seek(data) && in.Bytes(bytes, sizeof bytes) &&
+    platform::Cursor in = At(file, data);
+    if (length >= sizeof bytes && in.Bytes(bytes, sizeof bytes) &&
         std::memcmp(bytes, kPrefix, sizeof kPrefix) == 0 && IsByteOrderMark(bytes + 6))
         return data + sizeof kPrefix;
     return data;
@@ -363,9 +335,9 @@ uint32_t ScanHead(const uint8_t* head, size_t n, bool jpegXl) {
 
 uint32_t LocateHeifExif(platform::File& file, uint32_t& itemLength) {
     itemLength = 0;
-    FileCursor in(file);
+    const platform::Cursor in = WholeInput(file);
     Box meta;
-    if (!FindBox(in, 0, in.size(), kMeta, kMaxTopLevelBoxes, meta)) return 0;
+    if (!FindBox(in, 0, in.end(), kMeta, kMaxTopLevelBoxes, meta)) return 0;
     // "meta" is a full box in HEIF; QuickTime writes it without version and
     // flags, which shows as its handler box starting right away.
     uint64_t pos = meta.body + 4;
@@ -392,7 +364,7 @@ uint32_t LocateHeifExif(platform::File& file, uint32_t& itemLength) {
     ItemExtent item;
     if (!haveItem || !haveIloc || !FindItemExtent(in, iloc, itemId, item)) return 0;
     // An item inside the first box or an empty one cannot be an EXIF block.
-    if (item.offset < 5 || item.length < 1 || item.offset >= in.size()) return 0;
+    if (item.offset < 5 || item.length < 1 || item.offset >= in.end()) return 0;
     uint32_t header = ResultIn(in, TiffHeaderInExifItem(in, item));
     if (header == 0) return 0;
     itemLength = static_cast<uint32_t>(std::min<uint64_t>(item.length, kNoOffset));
@@ -407,17 +379,17 @@ uint32_t LocateHeifExif(platform::File& file, uint32_t& itemLength) {
 //       CMT3  maker note   CMT4  GPS IFD
 uint32_t LocateCr3Exif(platform::File& file, Cr3Boxes& boxes) {
     boxes = {};
-    FileCursor in(file);
+    const platform::Cursor in = WholeInput(file);
     uint64_t pos = 0;
     for (uint32_t n = 0; n < kMaxTopLevelBoxes; ++n) {
         Box box;
-        if (!ReadBox(in, pos, in.size(), box)) return 0;
+        if (!ReadBox(in, pos, in.end(), box)) return 0;
         pos = box.end;
         if (box.type != kMoov) continue;
         Box uuid;
         if (!ReadBox(in, box.body, box.end, uuid) || uuid.type != kUuid) continue;
         Uuid id;
-        if (!in.Seek(uuid.body) || !in.Bytes(id.bytes, sizeof id.bytes)) return 0;
+        if (platform::Cursor body = At(in, uuid.body); !body.Bytes(id.bytes, sizeof id.bytes)) return 0;
         // A movie of another maker: it will not have Canon's boxes further on.
         if (std::memcmp(id.bytes, kCanonCr3Uuid.bytes, sizeof id.bytes) != 0) return 0;
 
@@ -443,25 +415,17 @@ uint32_t LocateCr3Exif(platform::File& file, Cr3Boxes& boxes) {
     return 0;
 }
 
-// PNG: an 8-byte signature, then chunks:
-//   0  4  data length (below 2^31)
-//   4  4  type
-//   8  n  data
-//   8+n 4 CRC
-// "eXIf" holds a TIFF file.
+// PNG: the "eXIf" chunk holds a TIFF file; the walk ends at "IEND".
 uint32_t LocatePngExif(platform::File& file) {
-    FileCursor in(file);
-    uint8_t signature[8];
-    if (!in.Bytes(signature, sizeof signature) || std::memcmp(signature + 1, "PNG", 3) != 0) return 0;
-    uint64_t pos = sizeof signature;
-    for (uint32_t n = 0; n < kMaxChunks; ++n) {
-        if (!in.Seek(pos)) return 0;
-        uint32_t length = in.U32();
-        uint32_t type = in.U32();
-        if (!in.ok() || length > 0x7FFFFFFFu) return 0;
-        if (type == kPngExif) return length == 0 ? 0 : ResultIn(in, SkipExifPrefix(in, pos + 8, length));
-        if (type == kPngEnd) return 0;
-        pos += 12 + static_cast<uint64_t>(length);
+    jpeg::PngChunkWalk walk(file);
+    jpeg::PngChunk chunk;
+    for (uint32_t n = 0; n < kMaxChunks && walk.Next(chunk); ++n) {
+        if (chunk.type == kPngExif) {
+            if (chunk.length == 0) return 0;
+            const platform::Cursor in = WholeInput(file);
+            return ResultIn(in, SkipExifPrefix(in, chunk.data, chunk.length));
+        }
+        if (chunk.type == kPngEnd) return 0;
     }
     return 0;
 }
@@ -472,19 +436,21 @@ uint32_t LocatePngExif(platform::File& file) {
 //   8  n  data, padded to an even length
 // The "EXIF" chunk holds a TIFF file. The RIFF size is not trusted: the walk
 // runs to the end of the file.
-uint32_t LocateWebpExif(platform::File& file) {
-    FileCursor in(file);
+uint32_t LocateWebpExif(platform::File& input) {
+    const platform::Cursor file = WholeInput(input);
+    platform::Cursor in = file;
     uint8_t header[12];
     if (!in.Bytes(header, sizeof header) || std::memcmp(header, "RIFF", 4) != 0 ||
         std::memcmp(header + 8, "WEBP", 4) != 0)
         return 0;
     uint64_t pos = sizeof header;
     for (uint32_t n = 0; n < kMaxChunks; ++n) {
-        if (!in.Seek(pos)) return 0;
+        in = At(file, pos);
         uint32_t type = in.U32();
-        uint32_t size = in.U32Le();
+        in.SetOrder(platform::ByteOrder::kLittle);
+        uint32_t size = in.U32();
         if (!in.ok()) return 0;
-        if (type == kRiffExif) return size == 0 ? 0 : ResultIn(in, SkipExifPrefix(in, pos + 8, size));
+        if (type == kRiffExif) return size == 0 ? 0 : ResultIn(file, SkipExifPrefix(file, pos + 8, size));
         pos += 8 + static_cast<uint64_t>(size) + (size & 1u);
     }
     return 0;
@@ -494,16 +460,17 @@ uint32_t LocateWebpExif(platform::File& file) {
 //   0  4  offset of the TIFF header, counted from the end of this word
 //   4  .  the TIFF header (after "Exif\0\0" when the offset is 6)
 // A "brob" box holds its metadata Brotli-compressed and is not read.
-uint32_t LocateJpegXlExif(platform::File& file) {
-    FileCursor in(file);
+uint32_t LocateJpegXlExif(platform::File& input) {
+    const platform::Cursor file = WholeInput(input);
     Box exif;
-    if (!FindBox(in, 0, in.size(), kExifBox, kMaxTopLevelBoxes, exif) || !in.Seek(exif.body)) return 0;
+    if (!FindBox(file, 0, file.end(), kExifBox, kMaxTopLevelBoxes, exif)) return 0;
+    platform::Cursor in = At(file, exif.body);
     uint32_t toHeader = in.U32();
-    if (!in.ok() || in.pos() > exif.end) return 0;
+    if (!in.ok() || in.position() > exif.end) return 0;
     // The TIFF header's first 8 bytes must lie inside the box.
-    const uint64_t room = exif.end - in.pos();
+    const uint64_t room = exif.end - in.position();
     if (room < 8 || toHeader > room - 8) return 0;
-    return ResultIn(in, in.pos() + toHeader);
+    return ResultIn(file, in.position() + toHeader);
 }
 
 uint32_t LocateTiffHeaderInFile(platform::File& file, ContainerPointers& pointers) {

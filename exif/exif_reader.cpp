@@ -8,6 +8,7 @@
 #include "container.h"
 #include "exif_limits.h"
 #include "gps.h"
+#include "jpeg/marker_walk.h"
 #include "tag_table.h"
 #include "platform/input.h"
 #include "platform/text.h"
@@ -353,34 +354,15 @@ bool FindJpegSegmentAt(platform::File& file, uint32_t& length, uint32_t& markerO
     }
     if (gotTwo == 2 && IsTiffByteOrder(two)) return false;
 
-    // Every pass either fails or moves on by at least 2 bytes, so the scan
-    // ends at the end of the file at the latest.
-    for (;;) {
-        uint8_t code[2], size[2];
-        if (!file.ReadExact(code, sizeof code)) return false;
-        if (code[0] == 0xFF && code[1] == 0xD8) continue;
-        if (!file.ReadExact(size, sizeof size)) return false;
-        const uint32_t segmentLength = static_cast<uint32_t>(size[0]) << 8 | size[1];
-        if (code[0] != 0xFF || segmentLength < 3) return false;
-        if (code[1] == marker) {
-            if (marker != kApp1Marker) break;
-            // Only an APP1 that begins "Exif" will do; an XMP APP1 is passed over.
-            const int64_t here = file.Tell();
-            uint8_t peek[5] = {};
-            const size_t got = file.Read(peek, sizeof peek);
-            if (!file.Seek(here)) return false;
-            if (got >= 4 && std::memcmp(peek, "Exif", 4) == 0) break;
-        }
-        if (!file.Seek(segmentLength - 2, platform::SeekFrom::kCurrent)) return false;
-    }
-
-    const int64_t lengthField = file.Tell() - 2;
-    uint8_t size[2];
-    if (lengthField < 2 || !file.Seek(lengthField) || !file.ReadExact(size, sizeof size)) return false;
-    const uint32_t segmentLength = static_cast<uint32_t>(size[0]) << 8 | size[1];
-    if (segmentLength < 3 || !file.Seek(lengthField)) return false;
-    length = segmentLength;
-    markerOffset = static_cast<uint32_t>(lengthField - 2);
+    // Only an APP1 that begins "Exif" will do; an XMP APP1 is passed over.
+    jpeg::MarkerWalk walk(file, uint64_t{startOffset} + 2, jpeg::WalkRules{});
+    jpeg::Segment segment;
+    const bool found = jpeg::FindSegment(walk, marker, segment, [&](const jpeg::Segment& candidate) {
+        return marker != kApp1Marker || jpeg::PayloadStartsWith(file, candidate, "Exif", 4);
+    });
+    if (!found || segment.offset > 0xFFFFFFFF || !file.Seek(static_cast<int64_t>(segment.offset) + 2)) return false;
+    length = segment.length;
+    markerOffset = static_cast<uint32_t>(segment.offset);
     return true;
 }
 

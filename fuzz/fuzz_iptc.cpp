@@ -1,11 +1,14 @@
 // The IIM block walk on arbitrary bytes, as an APP13 payload and as a TIFF's
-// raw block, then the exports' text and the writer's block from what it read.
+// raw block, then the exports' text and the writer's block from what it read;
+// then the exports on the bytes as a whole file in memory.
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 
 #include "iptc/iptc_reader.h"
 #include "iptc/iptc_writer.h"
+#include "plugin/export_inputs.h"
+#include "platform/input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static const std::unique_ptr<iptc::IptcData> record = std::make_unique<iptc::IptcData>();
@@ -25,5 +28,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         const auto block = iptc::BuildIptcBlock(*record, length);
         if (block.size() != size_t{length} + 1) __builtin_trap();
     }
+    const auto input = platform::Input::FromMemory(data, size);
+    vv::LoadIptcText(*input, *record, output, 512, 3);
+    if (output[511] != 0) __builtin_trap();
     return 0;
 }

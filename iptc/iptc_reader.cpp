@@ -5,6 +5,7 @@
 
 #include "metadata_segment.h"
 #include "platform/platform.h"
+#include "platform/input.h"
 #include "xmp_import.h"
 
 namespace iptc {
@@ -191,10 +192,15 @@ int ParseIptcBlock(const uint8_t* buffer, size_t length, IptcData& data, bool se
 }
 
 int LoadIptcData(std::u16string_view fileName, IptcData& data) {
+    auto file = platform::Input::Open(fileName);
+    return file ? LoadIptcData(*file, data) : 0;
+}
+
+int LoadIptcData(platform::File& file, IptcData& data) {
     uint32_t length = 0, offset = 0;
     int32_t isTiff = 0;
     const std::vector<uint8_t> segment =
-        LoadMetadataSegment(fileName, length, offset, kApp13Marker, false, &isTiff, false);
+        LoadMetadataSegment(file, length, offset, kApp13Marker, false, &isTiff, false);
     // Kept in the record so that a writer can replace exactly this segment.
     data.isTiff = isTiff;
     data.app13Length = segment.empty() ? 0 : length;
@@ -204,7 +210,7 @@ int LoadIptcData(std::u16string_view fileName, IptcData& data) {
         return 1;
     }
     if (isTiff) return 0;
-    ImportXmpIntoIptc(fileName, data, 1, isTiff);
+    ImportXmpIntoIptc(file, data, 1, isTiff);
     return data.xmpLength != 0 ? 1 : 0;
 }
 

@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "iptc_data.h"
+#include "platform/platform.h"
 #include "iptc_limits.h"
 
 namespace iptc {
@@ -40,6 +41,8 @@ int ParseIptcBlock(const uint8_t* buffer, size_t length, IptcData& data, bool se
 // by the caller; its isTiff, APP13 and XMP members are set as found.
 // Returns 0 only when the file has neither source.
 int LoadIptcData(std::u16string_view fileName, IptcData& data);
+// The same on an open input.
+int LoadIptcData(platform::File& file, IptcData& data);
 
 // Appends one entry of LoadData_IPTC_W's output. Works on `fieldText` in
 // place (trims spaces, CRs become spaces, trailing LFs go). `counter` is

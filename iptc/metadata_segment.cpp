@@ -3,7 +3,9 @@
 #include <cstring>
 
 #include "iptc_limits.h"
+#include "jpeg/marker_walk.h"
 #include "platform/platform.h"
+#include "platform/input.h"
 
 namespace iptc {
 namespace {
@@ -56,31 +58,20 @@ std::vector<uint8_t> ReadBlock(platform::File& file, int64_t offset, uint32_t le
     return buffer;
 }
 
-// The file offset of the chosen JPEG segment's 0xFF byte, or -1.
+// The file offset of the chosen JPEG segment's 0xFF byte, or -1. A comment
+// behind the start of scan would lie in entropy-coded data that only looks
+// like segments, so the walk for COM stops there, as the comment reader does.
 int64_t FindJpegSegment(platform::File& file, uint8_t marker, bool xmpOnly) {
-    int64_t position = 2;
-    for (;;) {
-        uint8_t m[2];
-        if (!file.Seek(position) || !file.ReadExact(m, 2)) return -1;
-        if (m[0] == 0xFF && m[1] == 0xD8) {
-            position += 2;
-            continue;
-        }
-        // A comment behind the start of scan would lie in entropy-coded data
-        // that only looks like segments; the comment reader stops there too.
-        if (marker == kComMarker && m[0] == 0xFF && (m[1] == 0xDA || m[1] == 0xD9)) return -1;
-        uint16_t length = 0;
-        if (m[0] != 0xFF || !ReadU16(file, true, length) || length < 3) return -1;
-        if (m[1] == marker) {
-            if (marker != kApp1Marker) return position;
-            char id[kXmpCompareBytes] = {};
-            file.Read(id, sizeof id);
-            const bool match = xmpOnly ? std::memcmp(id, kXmpNamespace, kXmpCompareBytes) == 0
-                                       : std::memcmp(id, "Exif", 4) == 0;
-            if (match) return position;
-        }
-        position += 2 + int64_t{length};
-    }
+    jpeg::WalkRules rules;
+    rules.stopAtScan = marker == kComMarker;
+    jpeg::MarkerWalk walk(file, 2, rules);
+    jpeg::Segment segment;
+    const bool found = jpeg::FindSegment(walk, marker, segment, [&](const jpeg::Segment& candidate) {
+        if (marker != kApp1Marker) return true;
+        return xmpOnly ? jpeg::PayloadStartsWith(file, candidate, kXmpNamespace, kXmpCompareBytes)
+                       : jpeg::PayloadStartsWith(file, candidate, "Exif", 4);
+    });
+    return found ? static_cast<int64_t>(segment.offset) : -1;
 }
 
 }  // namespace
@@ -91,30 +82,37 @@ std::vector<uint8_t> LoadMetadataSegment(std::u16string_view fileName, uint32_t&
     length = 0;
     offset = 0;
     if (isTiff) *isTiff = 0;
-    auto file = platform::OpenFile(fileName, platform::FileMode::kRead);
+    auto file = platform::Input::Open(fileName);
     if (!file) return {};
+    return LoadMetadataSegment(*file, length, offset, marker, sizeOnly, isTiff, xmpOnly);
+}
 
+std::vector<uint8_t> LoadMetadataSegment(platform::File& file, uint32_t& length, uint32_t& offset,
+                                         uint8_t marker, bool sizeOnly, int32_t* isTiff, bool xmpOnly) {
+    length = 0;
+    offset = 0;
+    if (isTiff) *isTiff = 0;
     uint8_t start[2];
-    if (!file->ReadExact(start, 2)) return {};
+    if (!file.Seek(0) || !file.ReadExact(start, 2)) return {};
     if ((start[0] == 'I' && start[1] == 'I') || (start[0] == 'M' && start[1] == 'M')) {
         if (isTiff) *isTiff = 1;
         if (marker != kApp13Marker) return {};
-        const uint32_t iim = FindTiffIptcOffset(*file, start[0] == 'M');
+        const uint32_t iim = FindTiffIptcOffset(file, start[0] == 'M');
         if (iim == 0) return {};
         length = kTiffIptcBlockLength;
         offset = iim;
         if (sizeOnly) return {};
-        return ReadBlock(*file, iim, kTiffIptcBlockLength);
+        return ReadBlock(file, iim, kTiffIptcBlockLength);
     }
 
-    const int64_t position = FindJpegSegment(*file, marker, xmpOnly);
+    const int64_t position = FindJpegSegment(file, marker, xmpOnly);
     if (position < 0 || position > 0xFFFFFFFF) return {};
     uint16_t stored = 0;
-    if (!file->Seek(position + 2) || !ReadU16(*file, true, stored) || stored < 3) return {};
+    if (!file.Seek(position + 2) || !ReadU16(file, true, stored) || stored < 3) return {};
     length = stored;
     offset = static_cast<uint32_t>(position);
     if (sizeOnly) return {};
-    return ReadBlock(*file, position + 2, stored);
+    return ReadBlock(file, position + 2, stored);
 }
 
 }  // namespace iptc

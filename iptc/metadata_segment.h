@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/platform.h"
+
 namespace iptc {
 
 constexpr uint8_t kApp1Marker = 0xE1;
@@ -37,5 +39,8 @@ constexpr uint16_t kTiffIptcTag = 33723;
 std::vector<uint8_t> LoadMetadataSegment(std::u16string_view fileName, uint32_t& length,
                                          uint32_t& offset, uint8_t marker, bool sizeOnly,
                                          int32_t* isTiff, bool xmpOnly);
+// The same on an open input.
+std::vector<uint8_t> LoadMetadataSegment(platform::File& file, uint32_t& length, uint32_t& offset,
+                                         uint8_t marker, bool sizeOnly, int32_t* isTiff, bool xmpOnly);
 
 }  // namespace iptc

@@ -5,6 +5,7 @@
 
 #include "metadata_segment.h"
 #include "platform/platform.h"
+#include "platform/input.h"
 
 namespace iptc {
 namespace {
@@ -88,8 +89,14 @@ int ImportXmpRows(const xmp::XmpRows& rows, IptcData& data) {
 
 int ImportXmpIntoIptc(std::u16string_view fileName, IptcData& data, int enable, int isTiff) {
     if (enable != 1 || isTiff) return 0;
+    auto file = platform::Input::Open(fileName);
+    return file ? ImportXmpIntoIptc(*file, data, enable, isTiff) : 0;
+}
+
+int ImportXmpIntoIptc(platform::File& file, IptcData& data, int enable, int isTiff) {
+    if (enable != 1 || isTiff) return 0;
     const std::vector<uint8_t> segment =
-        LoadMetadataSegment(fileName, data.xmpLength, data.xmpOffset, kApp1Marker, false, nullptr, true);
+        LoadMetadataSegment(file, data.xmpLength, data.xmpOffset, kApp1Marker, false, nullptr, true);
     if (segment.empty()) return 0;
     xmp::XmpRows rows;
     int count = 0;

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "iptc_data.h"
+#include "platform/platform.h"
 #include "xmp/xmp_rows.h"
 
 namespace iptc {
@@ -52,5 +53,6 @@ int ImportXmpRows(const xmp::XmpRows& rows, IptcData& data);
 // Does nothing unless `enable` is 1 and the file is not a TIFF. Returns the
 // number of fields filled.
 int ImportXmpIntoIptc(std::u16string_view fileName, IptcData& data, int enable, int isTiff);
+int ImportXmpIntoIptc(platform::File& file, IptcData& data, int enable, int isTiff);
 
 }  // namespace iptc

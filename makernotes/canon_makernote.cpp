@@ -885,10 +885,10 @@ size_t ReadElements(platform::File& file, uint32_t offsetBase, int bigEndian, co
     for (size_t i = 0; i < n; ++i) {
         const uint8_t* b = bytes + i * elementSize;
         if (elementSize == 2) {
-            const uint16_t v = tiff::GetU16(b, bigEndian);
+            const uint16_t v = platform::GetU16(b, bigEndian);
             out[i] = isSigned ? int64_t{static_cast<int16_t>(v)} : int64_t{v};
         } else {
-            const uint32_t v = tiff::GetU32(b, bigEndian);
+            const uint32_t v = platform::GetU32(b, bigEndian);
             out[i] = isSigned ? int64_t{static_cast<int32_t>(v)} : int64_t{v};
         }
     }
@@ -1019,16 +1019,16 @@ void DecodeCameraInfo(const uint8_t* bytes, size_t got, const CanonNote& note, R
                 }
                 case InfoKind::kLensBigEndian: {
                     // Big-endian whatever the note's order.
-                    const uint16_t lens = tiff::GetU16(at, 1);
+                    const uint16_t lens = platform::GetU16(at, 1);
                     const char* name = CanonLensName(lens);
                     if (lens) rows.Add(field.name, name ? name : std::to_string(lens));
                     break;
                 }
                 case InfoKind::kCountPlusOne:
-                    rows.Add(field.name, std::to_string(uint64_t{tiff::GetU32(at, note.bigEndian)} + 1));
+                    rows.Add(field.name, std::to_string(uint64_t{platform::GetU32(at, note.bigEndian)} + 1));
                     break;
                 case InfoKind::kCountMinusOne:
-                    rows.Add(field.name, std::to_string(int64_t{tiff::GetU32(at, note.bigEndian)} - 1));
+                    rows.Add(field.name, std::to_string(int64_t{platform::GetU32(at, note.bigEndian)} - 1));
                     break;
             }
         }

@@ -153,7 +153,7 @@ size_t ReadLittleEndian(const MakerEntry& e, int64_t* out, size_t max) {
     const size_t got = exif::ReadRawBlock(e.context, bytes, static_cast<size_t>(want)) / size;
     for (size_t i = 0; i < got; ++i) {
         const uint8_t* b = bytes + i * size;
-        const uint32_t v = size == 2 ? tiff::GetU16(b, 0) : tiff::GetU32(b, 0);
+        const uint32_t v = size == 2 ? platform::GetU16(b, 0) : platform::GetU32(b, 0);
         if (type == tiff::kSShort) out[i] = static_cast<int16_t>(v);
         else if (type == tiff::kSLong) out[i] = static_cast<int32_t>(v);
         else out[i] = v;
@@ -176,7 +176,7 @@ void Quotient(const MakerEntry& e) {
     uint8_t b[8] = {};
     if ((type != tiff::kRational && type != tiff::kSRational) || exif::ReadRawBlock(e.context, b, sizeof b) != sizeof b)
         return;
-    const uint32_t num = tiff::GetU32(b, 0), den = tiff::GetU32(b + 4, 0);
+    const uint32_t num = platform::GetU32(b, 0), den = platform::GetU32(b + 4, 0);
     if (den == 0) return;
     const double q = type == tiff::kSRational ? static_cast<double>(static_cast<int32_t>(num)) / static_cast<int32_t>(den)
                                               : static_cast<double>(num) / den;

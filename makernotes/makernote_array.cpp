@@ -8,10 +8,10 @@ namespace {
 
 int64_t ElementAt(const uint8_t* bytes, const ArrayLayout& layout, int order) {
     if (layout.elementSize == 2) {
-        const uint16_t v = tiff::GetU16(bytes, order);
+        const uint16_t v = platform::GetU16(bytes, order);
         return layout.sign == Sign::kSigned ? int64_t{static_cast<int16_t>(v)} : int64_t{v};
     }
-    const uint32_t v = tiff::GetU32(bytes, order);
+    const uint32_t v = platform::GetU32(bytes, order);
     return layout.sign == Sign::kSigned ? int64_t{static_cast<int32_t>(v)} : int64_t{v};
 }
 

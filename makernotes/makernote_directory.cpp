@@ -37,12 +37,12 @@ void FormatNumbers(const MakerEntry& e) {
         char text[16];
         switch (entry.type) {
             case kSByte: std::snprintf(text, sizeof text, "%d", static_cast<int8_t>(b[0])); break;
-            case kShort: std::snprintf(text, sizeof text, "%u", tiff::GetU16(b, order)); break;
-            case kSShort: std::snprintf(text, sizeof text, "%d", static_cast<int16_t>(tiff::GetU16(b, order))); break;
-            case kSLong: std::snprintf(text, sizeof text, "%d", static_cast<int32_t>(tiff::GetU32(b, order))); break;
-            case kLong: std::snprintf(text, sizeof text, "%u", tiff::GetU32(b, order)); break;
+            case kShort: std::snprintf(text, sizeof text, "%u", platform::GetU16(b, order)); break;
+            case kSShort: std::snprintf(text, sizeof text, "%d", static_cast<int16_t>(platform::GetU16(b, order))); break;
+            case kSLong: std::snprintf(text, sizeof text, "%d", static_cast<int32_t>(platform::GetU32(b, order))); break;
+            case kLong: std::snprintf(text, sizeof text, "%u", platform::GetU32(b, order)); break;
             default:
-                if (size == 4) std::snprintf(text, sizeof text, "%u", tiff::GetU32(b, order));
+                if (size == 4) std::snprintf(text, sizeof text, "%u", platform::GetU32(b, order));
                 else std::snprintf(text, sizeof text, "%u", b[0]);
                 break;
         }
@@ -77,7 +77,7 @@ uint16_t MakerEntry::Unsigned16() const {
         case ValueRule::kLowHalfOfWord:
             return static_cast<uint16_t>(e.valueField & 0xFFFF);
         case ValueRule::kLeadingShort:
-            return tiff::GetU16(e.fieldBytes, context.bigEndian);
+            return platform::GetU16(e.fieldBytes, context.bigEndian);
     }
     return 0;
 }
@@ -93,7 +93,7 @@ const char* EnumerationText(const Enumeration& e, int64_t value) {
 int32_t RevisitDirectoryCount(platform::File& file, int64_t directory, int bigEndian, uint32_t rowsBefore) {
     uint8_t countBytes[2] = {};
     if (directory < 0 || !file.Seek(directory) || !file.ReadExact(countBytes, sizeof countBytes)) return -1;
-    const uint32_t entryCount = tiff::GetU16(countBytes, bigEndian);
+    const uint32_t entryCount = platform::GetU16(countBytes, bigEndian);
     if (rowsBefore >= kMakerNoteRowLimit || entryCount >= kMakerNoteRowLimit - rowsBefore) return -1;
     return static_cast<int32_t>(entryCount);
 }
@@ -103,7 +103,7 @@ bool FindDirectoryEntry(platform::File& file, int bigEndian, uint16_t tag, tiff:
     uint8_t countBytes[2] = {};
     bool seen = false;
     if (start >= 0 && file.ReadExact(countBytes, sizeof countBytes)) {
-        const uint32_t count = tiff::GetU16(countBytes, bigEndian);
+        const uint32_t count = platform::GetU16(countBytes, bigEndian);
         for (uint32_t i = 0; i < count && i < kMakerNoteRowLimit && !seen; ++i) {
             if (!tiff::ReadEntry(file, bigEndian, found)) break;
             seen = found.tag == tag;
@@ -151,7 +151,7 @@ void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif::TagRe
                           const NoteContext& note) {
     uint8_t countBytes[2] = {};
     file.Read(countBytes, sizeof countBytes);
-    const uint32_t entryCount = tiff::GetU16(countBytes, order.entries);
+    const uint32_t entryCount = platform::GetU16(countBytes, order.entries);
     // rows + entries >= limit, written so that no sum can wrap.
     if (*rowCount >= kMakerNoteRowLimit || entryCount >= kMakerNoteRowLimit - *rowCount) return;
 

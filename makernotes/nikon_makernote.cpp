@@ -108,7 +108,7 @@ void StructureVersion(const MakerEntry& e) {
 
 // Two SHORTs inline: a flag, then the speed the photographer set.
 void IsoSpeed(const MakerEntry& e) {
-    SetValuef(e.row(), "%u", tiff::GetU16(e.entry().fieldBytes + 2, e.context.bigEndian));
+    SetValuef(e.row(), "%u", platform::GetU16(e.entry().fieldBytes + 2, e.context.bigEndian));
 }
 
 // An EV amount as photographers write it: whole steps, halves or thirds as
@@ -291,7 +291,7 @@ void CropHiSpeed(const MakerEntry& e) {
     if (e.entry().type != tiff::kShort || e.entry().count != 7 || exif::ReadRawBlock(e.context, b, sizeof b) != sizeof b)
         return;
     unsigned v[7];
-    for (int i = 0; i < 7; ++i) v[i] = tiff::GetU16(b + 2 * i, e.context.bigEndian);
+    for (int i = 0; i < 7; ++i) v[i] = platform::GetU16(b + 2 * i, e.context.bigEndian);
     const char* crop = EnumerationText(kCrop, v[0]);
     const std::string name = crop ? crop : "Unknown (" + std::to_string(v[0]) + ")";
     SetValuef(e.row(), "%s (%ux%u cropped to %ux%u at pixel %u,%u)", name.c_str(), v[1], v[2], v[3], v[4], v[5], v[6]);
@@ -302,7 +302,7 @@ void CropHiSpeed(const MakerEntry& e) {
 void PowerUpTime(const MakerEntry& e) {
     uint8_t b[7] = {};
     if (exif::ReadRawBlock(e.context, b, sizeof b) != sizeof b) return;
-    SetValuef(e.row(), "%04u:%02u:%02u %02u:%02u:%02u", tiff::GetU16(b, e.context.bigEndian), b[2], b[3], b[4], b[5],
+    SetValuef(e.row(), "%04u:%02u:%02u %02u:%02u:%02u", platform::GetU16(b, e.context.bigEndian), b[2], b[3], b[4], b[5],
               b[6]);
 }
 
@@ -499,7 +499,7 @@ void AfInfo(Structure& s, const NikonFacts& keys) {
     if (!s.Has(0, 4)) return;
     s.Row("AF Area Mode", EnumText(kAfAreaMode, s.bytes[0]));
     s.Row("AF Point", s.bytes[1] < kAfPoints ? kAfPointNames[s.bytes[1]] : std::to_string(s.bytes[1]));
-    const uint32_t inFocus = tiff::GetU16(s.bytes + 2, afBigEndian);
+    const uint32_t inFocus = platform::GetU16(s.bytes + 2, afBigEndian);
     std::string points;
     for (size_t i = 0; i < 16; ++i) {
         if (!(inFocus & (1u << i))) continue;
@@ -551,8 +551,8 @@ void ColorBalance(Structure& s, const NikonFacts& keys) {
     if (!form || !s.Has(form->levelsAt, 8)) return;
     if (form->enciphered && !Decipher(s, form->cipherStart, keys)) return;
     const uint8_t* b = s.bytes + form->levelsAt;
-    s.Rowf(form->name, "%u %u %u %u", tiff::GetU16(b, s.bigEndian), tiff::GetU16(b + 2, s.bigEndian),
-           tiff::GetU16(b + 4, s.bigEndian), tiff::GetU16(b + 6, s.bigEndian));
+    s.Rowf(form->name, "%u %u %u %u", platform::GetU16(b, s.bigEndian), platform::GetU16(b + 2, s.bigEndian),
+           platform::GetU16(b + 4, s.bigEndian), platform::GetU16(b + 6, s.bigEndian));
 }
 
 // ---- lens data (tag 0098)
@@ -739,7 +739,7 @@ constexpr Enumeration kDateDisplayFormat = Enum(kDateDisplayFormatTexts, Sign::k
 
 void WorldTime(Structure& s, const NikonFacts&) {
     if (!s.Has(0, 4)) return;
-    const int minutes = static_cast<int16_t>(tiff::GetU16(s.bytes, s.bigEndian));
+    const int minutes = static_cast<int16_t>(platform::GetU16(s.bytes, s.bigEndian));
     const int magnitude = minutes < 0 ? -minutes : minutes;
     s.Rowf("Time Zone", "%c%02d:%02d", minutes < 0 ? '-' : '+', magnitude / 60, magnitude % 60);
     s.Row("Daylight Savings", EnumText(kDaylightSavings, s.bytes[2]));
@@ -754,7 +754,7 @@ constexpr const char* kIsoExpansionKinds[] = {nullptr, "Hi", "Lo"};
 void IsoInfo(Structure& s, const NikonFacts&) {
     if (!s.Has(0, 6)) return;
     s.Rowf("ISO", "%d", static_cast<int>(100.0 * std::pow(2.0, s.bytes[0] / 12.0 - 5.0) + 0.5));
-    const uint16_t expansion = tiff::GetU16(s.bytes + 4, /*bigEndian=*/1);
+    const uint16_t expansion = platform::GetU16(s.bytes + 4, /*bigEndian=*/1);
     const unsigned kind = expansion >> 8, step = expansion & 0xFF;
     constexpr double kFractions[] = {0.3, 0.5, 0.7, 1.0};
     if (expansion == 0) s.Row("ISO Expansion", "Off");
@@ -874,7 +874,7 @@ constexpr const char* kFileInfoLittleEndianModels[] = {
 };
 
 bool FileNumbersMakeSense(const uint8_t* b, int bigEndian) {
-    const unsigned folder = tiff::GetU16(b, bigEndian), file = tiff::GetU16(b + 2, bigEndian);
+    const unsigned folder = platform::GetU16(b, bigEndian), file = platform::GetU16(b + 2, bigEndian);
     return folder >= 100 && folder <= 999 && file <= 9999;
 }
 
@@ -883,9 +883,9 @@ void FileInfo(Structure& s, const NikonFacts& keys) {
     const bool little = FileNumbersMakeSense(s.bytes + 6, 0), big = FileNumbersMakeSense(s.bytes + 6, 1);
     const int order = little != big ? big : !keys.fileInfoLittleEndian;
     s.Row("File Info Version", s.VersionText());
-    s.Rowf("Memory Card Number", "%u", tiff::GetU16(s.bytes + 4, order));
-    s.Rowf("Directory Number", "%03u", tiff::GetU16(s.bytes + 6, order));
-    s.Rowf("File Number", "%04u", tiff::GetU16(s.bytes + 8, order));
+    s.Rowf("Memory Card Number", "%u", platform::GetU16(s.bytes + 4, order));
+    s.Rowf("Directory Number", "%03u", platform::GetU16(s.bytes + 6, order));
+    s.Rowf("File Number", "%04u", platform::GetU16(s.bytes + 8, order));
 }
 
 // ---- the preview's directory (tag 0011): a small TIFF directory of its own

@@ -54,10 +54,10 @@ size_t ReadElements(const MakerEntry& e, int64_t* out, size_t max, bool signed16
         const uint8_t* b = bytes + i * size;
         if (size == 1) out[i] = type == tiff::kSByte ? int64_t{static_cast<int8_t>(b[0])} : int64_t{b[0]};
         else if (size == 2) {
-            const uint16_t v = tiff::GetU16(b, e.context.bigEndian);
+            const uint16_t v = platform::GetU16(b, e.context.bigEndian);
             out[i] = type == tiff::kSShort || signed16 ? int64_t{static_cast<int16_t>(v)} : int64_t{v};
         } else {
-            const uint32_t v = tiff::GetU32(b, e.context.bigEndian);
+            const uint32_t v = platform::GetU32(b, e.context.bigEndian);
             out[i] = type == tiff::kSLong ? int64_t{static_cast<int32_t>(v)} : int64_t{v};
         }
     }
@@ -444,8 +444,8 @@ void AfPointSelected(const MakerEntry& e) {
     if (e.entry().type != tiff::kSRational || exif::ReadRawBlock(e.context, b, sizeof b) != sizeof b) return;
     double corner[4] = {};
     for (size_t i = 1; i < kAfPointRationals; ++i) {
-        const auto num = static_cast<int32_t>(tiff::GetU32(b + 8 * i, e.context.bigEndian));
-        const auto den = static_cast<int32_t>(tiff::GetU32(b + 8 * i + 4, e.context.bigEndian));
+        const auto num = static_cast<int32_t>(platform::GetU32(b + 8 * i, e.context.bigEndian));
+        const auto den = static_cast<int32_t>(platform::GetU32(b + 8 * i + 4, e.context.bigEndian));
         if (den == 0) return exif::SetRowValue(e.row(), "n/a");
         corner[i - 1] = std::trunc(100.0 * num / den) + 0.0;  // whole percent, never "-0"
     }
@@ -878,7 +878,7 @@ int64_t SubDirectoryStart(platform::File& file, uint32_t offsetBase, int bigEndi
     const bool read = file.Seek(start) && file.ReadExact(countBytes, sizeof countBytes);
     file.Seek(back);
     if (!read) return -1;
-    const int64_t bytes = kDirectoryCountSize + int64_t{kEntrySize} * tiff::GetU16(countBytes, bigEndian);
+    const int64_t bytes = kDirectoryCountSize + int64_t{kEntrySize} * platform::GetU16(countBytes, bigEndian);
     if (bytes > size - start || (block && bytes > entry.count)) return -1;
     return start;
 }

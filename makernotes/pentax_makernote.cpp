@@ -123,7 +123,7 @@ constexpr Enumeration kWorldTime = Enum(kWorldTimeTexts, Sign::kUnsigned, "%u");
 constexpr Enumeration kCity = Enum(kCityTexts, Sign::kUnsigned, "%u");
 
 // The second SHORT of the value field, in the note's byte order.
-uint16_t SecondShort(const MakerEntry& e) { return tiff::GetU16(e.entry().fieldBytes + 2, e.context.bigEndian); }
+uint16_t SecondShort(const MakerEntry& e) { return platform::GetU16(e.entry().fieldBytes + 2, e.context.bigEndian); }
 
 // ------------------------------------------------------------ formatters
 
@@ -1066,7 +1066,7 @@ void DecodeBlock(platform::File& file, uint32_t offsetBase, int bigEndian, const
     int64_t values[kBlockBytesLimit] = {};
     const size_t size = got / layout.elementSize;
     for (size_t i = 0; i < size; ++i)
-        values[i] = layout.elementSize == 4 ? int64_t{tiff::GetU32(bytes + 4 * i, order)} : bytes[i];
+        values[i] = layout.elementSize == 4 ? int64_t{platform::GetU32(bytes + 4 * i, order)} : bytes[i];
     const ArrayElements elements{values, size};
     for (size_t i = 0; i < rows.size && *rowCount < kMakerNoteRowLimit; ++i)
         if (elements.Has(rows.rows[i].needs)) AppendRow(table, rowCount, entry, rows.rows[i].name, &elements, &rows.rows[i]);
@@ -1076,15 +1076,15 @@ void DecodeBlock(platform::File& file, uint32_t offsetBase, int bigEndian, const
 // are there, it reads back by the same exclusive or).
 void ShutterCount(const tiff::Entry& entry, const PassState& state, exif::TagRecordTable& table, uint32_t* rowCount) {
     if (entry.count != 4 || !state.hasDate || !state.hasTime) return;
-    const uint32_t date = tiff::GetU32(state.date, 1), time = tiff::GetU32(state.time, 1);
-    const uint32_t count = tiff::GetU32(entry.fieldBytes, 1) ^ date ^ ~time;
+    const uint32_t date = platform::GetU32(state.date, 1), time = platform::GetU32(state.time, 1);
+    const uint32_t count = platform::GetU32(entry.fieldBytes, 1) ^ date ^ ~time;
     AppendRow(table, rowCount, entry, "Shutter Count", nullptr, nullptr);
     SetValuef(table.rows[*rowCount - 1], "%u", count);
 }
 
 // Stored as 53190 minus the temperature; 0 when not recorded.
 void ColorTemperature(const tiff::Entry& entry, int bigEndian, exif::TagRecordTable& table, uint32_t* rowCount) {
-    const uint16_t v = tiff::GetU16(entry.fieldBytes, bigEndian);
+    const uint16_t v = platform::GetU16(entry.fieldBytes, bigEndian);
     if (entry.type != tiff::kShort || v == 0) return;
     AppendRow(table, rowCount, entry, "Color Temperature", nullptr, nullptr);
     SetValuef(table.rows[*rowCount - 1], "%d", 53190 - v);
@@ -1126,7 +1126,7 @@ void DecodePentaxMakerNote(platform::File& file, uint32_t offsetBase, exif::TagR
                            uint32_t* rowCount, int bigEndian) {
     uint8_t words[4] = {};
     file.Read(words, sizeof words);
-    if (!IsByteOrderMark(tiff::GetU16(words + 2, bigEndian))) file.Seek(-4, platform::SeekFrom::kCurrent);
+    if (!IsByteOrderMark(platform::GetU16(words + 2, bigEndian))) file.Seek(-4, platform::SeekFrom::kCurrent);
     const int64_t directory = file.Tell();
     const uint32_t rowsBefore = *rowCount;
     DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kPentax);

@@ -12,7 +12,9 @@
 #include "exif/tag_record.h"
 #include "makernotes/makernote_rules.h"
 #include "output_buffer.h"
+#include "export_inputs.h"
 #include "plugin_api.h"
+#include "platform/input.h"
 
 namespace vv {
 namespace {
@@ -35,26 +37,34 @@ constexpr int kPositionWeight = kLatitudeWeight + kLongitudeWeight;
 constexpr uint32_t kTagImageDescription = 270;
 constexpr uint32_t kTagUserComment = 37510;
 
-// The table and its reading, freed on every way out.
+// A table's reading; the long values it made are freed on every way out.
 class ExifTable {
 public:
-    ExifTable() : table_(exif::AllocateUnclearedTagRecordTable()) {}
-    ~ExifTable() { exif::FreeTagRecordTable(table_, 1); }
+    explicit ExifTable(exif::TagRecordTable& table) : table_(table) {
+        // Rows an earlier reading left are freed and then cleared as taken.
+        exif::FreeTagRecordTable(&table_, 0);
+        table_.zeroedRows = 0;
+    }
+    ~ExifTable() { exif::FreeTagRecordTable(&table_, 0); }
     ExifTable(const ExifTable&) = delete;
     ExifTable& operator=(const ExifTable&) = delete;
 
-    bool allocated() const { return table_ != nullptr; }
-    bool Read(const char16_t* path) {
+    bool Read(platform::File& input) {
         int bigEndian = 0;
-        return path && exif::ReadExifTags(path, *table_, &rows_, &bigEndian, makernotes::StandardMakerNoteRules()) == 1;
+        return exif::ReadExifTags(input, table_, &rows_, &bigEndian, makernotes::StandardMakerNoteRules()) == 1;
     }
-    const exif::TagRecordTable& table() const { return *table_; }
+    const exif::TagRecordTable& table() const { return table_; }
     uint32_t rows() const { return std::min(rows_, exif::kTagTableRows); }
 
 private:
-    exif::TagRecordTable* table_;
+    exif::TagRecordTable& table_;
     uint32_t rows_ = 0;
 };
+
+struct TableDeleter {
+    void operator()(exif::TagRecordTable* table) const { exif::FreeTagRecordTable(table, 1); }
+};
+using OwnedTable = std::unique_ptr<exif::TagRecordTable, TableDeleter>;
 
 std::u16string Wide(const char* utf8, size_t maxBytes) {
     return platform::Utf8ToUtf16(std::string_view(utf8, strnlen(utf8, maxBytes)));
@@ -113,12 +123,12 @@ void ShowPosition(const char16_t* path, const ExifTable& exif, int32_t action) {
 
 }  // namespace
 
-int32_t LoadData_EXIF_W(const char16_t* path, char16_t* out, int32_t capacity, int32_t mode) {
+int32_t LoadExifData(platform::File& input, exif::TagRecordTable& table, char16_t* out, int32_t capacity,
+                     int32_t mode) {
     if (!out) capacity = 0;
     ClearWide(out, capacity);
-    ExifTable exif;
-    if (!exif.allocated()) return 0;
-    if (!exif.Read(path)) return 0;
+    ExifTable exif(table);
+    if (!exif.Read(input)) return 0;
     size_t used = 0;
     uint32_t visited = 0;
     for (; visited < exif.rows(); ++visited) {
@@ -131,13 +141,21 @@ int32_t LoadData_EXIF_W(const char16_t* path, char16_t* out, int32_t capacity, i
     return static_cast<int32_t>(visited);
 }
 
-int32_t LoadTag_EXIF_W(const char16_t* path, int32_t tag, char16_t* out, int32_t capacity) {
+int32_t LoadData_EXIF_W(const char16_t* path, char16_t* out, int32_t capacity, int32_t mode) {
+    if (!out) capacity = 0;
+    ClearWide(out, capacity);
+    const OwnedTable table(exif::AllocateUnclearedTagRecordTable());
+    if (!table || !path) return 0;
+    const auto input = platform::Input::Open(path);
+    return input ? LoadExifData(*input, *table, out, capacity, mode) : 0;
+}
+
+int32_t LoadExifTag(platform::File& input, exif::TagRecordTable& table, const char16_t* path, int32_t tag,
+                    char16_t* out, int32_t capacity) {
     const bool writes = out && capacity >= 1;
     if (writes) ClearWide(out, capacity);
-    ExifTable exif;
-    if (!exif.allocated()) return 0;
-    exif.Read(path);
-
+    ExifTable exif(table);
+    exif.Read(input);
     if (static_cast<uint32_t>(tag) == exif::kGpsPositionPseudoTag) {
         if (!writes) return 1;
         // Without a latitude this reads "100.000000 0.000000".
@@ -163,24 +181,41 @@ int32_t LoadTag_EXIF_W(const char16_t* path, int32_t tag, char16_t* out, int32_t
     return 1;
 }
 
+int32_t LoadTag_EXIF_W(const char16_t* path, int32_t tag, char16_t* out, int32_t capacity) {
+    if (out && capacity >= 1) ClearWide(out, capacity);
+    const OwnedTable table(exif::AllocateUnclearedTagRecordTable());
+    if (!table) return 0;
+    // A file that cannot be opened reads as one without EXIF data.
+    std::unique_ptr<platform::File> input;
+    if (path) input = platform::Input::Open(path);
+    if (!input) input = platform::Input::FromMemory(nullptr, 0);
+    if (!input) return 0;
+    return LoadExifTag(*input, *table, path, tag, out, capacity);
+}
+
 uint64_t GetExifInfos(const char16_t* path, uint32_t* size, uint32_t* out2, uint32_t* out3, uint32_t* out4,
                       uint32_t* out5, int32_t formatCode) {
     ClearOutputs({size, out2, out3, out4, out5});
     if (!path) return 0;
-    auto file = platform::OpenFile(path, platform::FileMode::kRead);
-    if (!file) return 0;
+    const auto input = platform::Input::Open(path);
+    return input ? LocateExifInfos(*input, size, out2, out3, out4, out5, formatCode) : 0;
+}
+
+uint64_t LocateExifInfos(platform::File& input, uint32_t* size, uint32_t* out2, uint32_t* out3,
+                         uint32_t* out4, uint32_t* out5, int32_t formatCode) {
+    ClearOutputs({size, out2, out3, out4, out5});
     uint32_t extent = 0;
     uint32_t offset = 0;
     switch (formatCode) {
         case kFormatHeif:
-            offset = exif::LocateHeifExif(*file, extent);
+            offset = exif::LocateHeifExif(input, extent);
             break;
         case kFormatPng:
-            offset = exif::LocatePngExif(*file);
+            offset = exif::LocatePngExif(input);
             break;
         case kFormatCr3: {
             exif::Cr3Boxes boxes;
-            offset = exif::LocateCr3Exif(*file, boxes);
+            offset = exif::LocateCr3Exif(input, boxes);
             extent = boxes.moovSize;
             if (out2) *out2 = boxes.cmt2;
             if (out3) *out3 = boxes.cmt3;
@@ -188,7 +223,7 @@ uint64_t GetExifInfos(const char16_t* path, uint32_t* size, uint32_t* out2, uint
             break;
         }
         default:
-            offset = exif::LocateExifDefault(*file, extent);
+            offset = exif::LocateExifDefault(input, extent);
             break;
     }
     if (size) *size = extent;

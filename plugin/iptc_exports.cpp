@@ -6,21 +6,22 @@
 #include <memory>
 #include <new>
 
+#include "export_inputs.h"
 #include "iptc/iptc_reader.h"
 #include "output_buffer.h"
 #include "plugin_api.h"
+#include "platform/input.h"
 
 namespace vv {
 namespace {
 
 // The record is too large for the viewer's stack.
-std::unique_ptr<iptc::IptcData> LoadRecord(const char16_t* path) {
-    if (!path) return nullptr;
-    std::unique_ptr<iptc::IptcData> data(new (std::nothrow) iptc::IptcData);
-    if (!data) return nullptr;
-    iptc::ClearIptcData(*data);
-    if (!iptc::LoadIptcData(path, *data)) return nullptr;
-    return data;
+std::unique_ptr<iptc::IptcData> NewRecord() { return std::unique_ptr<iptc::IptcData>(new (std::nothrow) iptc::IptcData); }
+
+// The record filled from the input; null when the input has no IPTC source.
+iptc::IptcData* LoadRecord(platform::File& input, iptc::IptcData& record) {
+    iptc::ClearIptcData(record);
+    return iptc::LoadIptcData(input, record) ? &record : nullptr;
 }
 
 // Copies at most `limit` characters, always leaving the output terminated.
@@ -36,7 +37,18 @@ void CopyOut(char16_t* out, int32_t capacity, std::u16string_view text, size_t l
 int32_t LoadData_IPTC_W(const char16_t* path, char16_t* out, int32_t capacity, int32_t mode) {
     ClearWide(out, capacity);
     try {
-        auto data = LoadRecord(path);
+        const auto input = path ? platform::Input::Open(path) : nullptr;
+        const auto record = input ? NewRecord() : nullptr;
+        return record ? LoadIptcText(*input, *record, out, capacity, mode) : 0;
+    } catch (...) {
+        return 0;  // nothing may cross the export boundary
+    }
+}
+
+int32_t LoadIptcText(platform::File& input, iptc::IptcData& record, char16_t* out, int32_t capacity, int32_t mode) {
+    ClearWide(out, capacity);
+    try {
+        iptc::IptcData* data = LoadRecord(input, record);
         if (!data || !out) return 0;
         int32_t counter = 0;
         int32_t entries = 0;
@@ -56,7 +68,18 @@ int32_t LoadData_IPTC_W(const char16_t* path, char16_t* out, int32_t capacity, i
 int32_t LoadTag_IPTC_W(const char16_t* path, int32_t dataset, char16_t* out, int32_t capacity) {
     ClearWide(out, capacity);
     try {
-        auto data = LoadRecord(path);
+        const auto input = path ? platform::Input::Open(path) : nullptr;
+        const auto record = input ? NewRecord() : nullptr;
+        return record ? LoadIptcTag(*input, *record, dataset, out, capacity) : 0;
+    } catch (...) {
+        return 0;
+    }
+}
+
+int32_t LoadIptcTag(platform::File& input, iptc::IptcData& record, int32_t dataset, char16_t* out, int32_t capacity) {
+    ClearWide(out, capacity);
+    try {
+        iptc::IptcData* data = LoadRecord(input, record);
         if (!data) return 0;
         const std::u16string text = iptc::IptcTagText(*data, dataset);
         const bool isDate = dataset == iptc::kReleaseDate || dataset == iptc::kCreatedDate;

@@ -32,6 +32,8 @@ TEST(JpegComments, SegmentsAreJoinedByCrLfAndLineEndsNormalised) {
 TEST(JpegComments, WalkEndsAtScanBadLengthsOrNonMarkers) {
     EXPECT_EQ(Comments(JpegBuilder().Soi().Com("before").ScanAndEoi().Com("after").Build()), "before");
     EXPECT_EQ(Comments(JpegBuilder().Soi().Com("kept").Raw({0xFF, 0xE1, 0x00, 0x00}).Com("lost").Build()), "kept");
+    // An empty segment (length 2) does not end this walk, unlike the EXIF and IPTC lookups.
+    EXPECT_EQ(Comments(JpegBuilder().Soi().Com("a").Raw({0xFF, 0xE0, 0x00, 0x02}).Com("b").Build()), "a\r\nb");
     EXPECT_EQ(Comments(JpegBuilder().Soi().Com("one").Raw({0x00, 0x11, 0x00, 0x05}).Com("two").Build()), "one");
     EXPECT_EQ(Comments(JpegBuilder().Soi().Raw({0xFF, 0xFE, 0xFF, 0xF0, 'p', 'a', 'r', 't'}).Build()), "part");
 }
