@@ -2,10 +2,12 @@
 # Configures and builds the project's trees:
 #   native    g++, the core, vvmeta, native tests, benchmarks
 #   sanitize  clang, the core and tests with AddressSanitizer + UBSan, fuzz targets
+#   fuzzfast  clang, UBSan only: the fuzz targets for long campaigns (their
+#             corpus is then replayed under the sanitize tree)
 #   win32     i686 MinGW-w64 (posix), Metadata.dll, vvmeta.exe, Windows tests
 #   win64     x86-64 MinGW-w64, the same Windows tests for machines that
 #             cannot run 32-bit programs (only 64-bit Wine works there)
-# Usage: scripts/build.sh [native|sanitize|win32|win64|all]...   (default: all;
+# Usage: scripts/build.sh [native|sanitize|fuzzfast|win32|win64|all]...   (default: all;
 # all adds win64 only where 32-bit programs cannot run)
 # The trees go to build/<tree>, or to $VV_BUILD_ROOT/<tree> when that is set.
 set -euo pipefail
@@ -37,7 +39,8 @@ configure() {  # dir, cmake arguments...
 for tree in "${trees[@]}"; do
   case $tree in
     native)   configure native -DVV_BENCH=ON ;;
-    sanitize) CC=clang CXX=clang++ configure sanitize -DVV_SANITIZE=ON -DVV_FUZZ=ON -DCMAKE_BUILD_TYPE=Debug ;;
+    sanitize) CC=clang CXX=clang++ configure sanitize -DVV_SANITIZE=ON -DVV_FUZZ=ON ;;
+    fuzzfast) CC=clang CXX=clang++ configure fuzzfast -DVV_UBSAN=ON -DVV_FUZZ=ON ;;
     win32)    configure win32 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/i686-w64-mingw32.cmake" ;;
     win64)    configure win64 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/x86_64-w64-mingw32.cmake" ;;
     *) echo "build.sh: unknown tree '$tree'" >&2; exit 2 ;;

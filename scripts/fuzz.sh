@@ -1,21 +1,32 @@
 #!/usr/bin/env bash
 # A fuzzing campaign over every libFuzzer target of the sanitizer tree.
-#   scripts/fuzz.sh [--runs N | SECONDS] [TARGET...]
+#   scripts/fuzz.sh [--fast] [--runs N | SECONDS] [TARGET...]
 # Each target runs for SECONDS (default 60) or until N inputs, with a corpus
 # kept in build/fuzz-corpus/<target> that grows from run to run. It starts
 # from the fixture-built seeds and, for the readers of whole files, from the
 # real camera files of ../shared/corpus. Crashes, hangs and leaks land in
 # build/fuzz-artifacts/. Prints, per target: inputs run, inputs per second,
 # coverage (edges), corpus size and findings.
+# --fast fuzzes with the UBSan-only tree (several times the inputs per second)
+# and then replays the whole kept corpus once under AddressSanitizer + UBSan;
+# "replay" then shows the inputs replayed and that run's findings.
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 out=${VV_BUILD_ROOT:-$root/build}
 limit=(-max_total_time=60)
+fast=0
+if [ "${1:-}" = --fast ]; then fast=1; shift; fi
 if [ "${1:-}" = --runs ]; then limit=(-runs="$2"); shift 2
 elif [[ "${1:-}" =~ ^[0-9]+$ ]]; then limit=(-max_total_time="$1"); shift; fi
 
 "$root/scripts/build.sh" sanitize >/dev/null || exit 1
 bin=$out/sanitize/bin
+replay=""
+if [ $fast -eq 1 ]; then
+  "$root/scripts/build.sh" fuzzfast >/dev/null || exit 1
+  replay=$bin
+  bin=$out/fuzzfast/bin
+fi
 seeds=$out/sanitize/fuzz/seeds
 "$bin/make_seeds" "$seeds" >/dev/null || exit 1
 targets=("$@")
@@ -24,7 +35,7 @@ if [ ${#targets[@]} -eq 0 ]; then
 fi
 
 mkdir -p "$out/fuzz-artifacts"
-printf '%-12s %12s %10s %8s %8s %s\n' target inputs "inputs/s" edges corpus findings
+printf '%-12s %12s %10s %8s %8s %s\n' target inputs "inputs/s" edges corpus "findings${replay:+ / replay under ASan}"
 status=0
 for t in "${targets[@]}"; do
   corpus=$out/fuzz-corpus/$t
@@ -46,6 +57,16 @@ for t in "${targets[@]}"; do
   size=$(ls "$corpus" | wc -l)
   findings=$((after - before))
   [ $rc -ne 0 ] && [ $findings -eq 0 ] && findings="exit $rc (see $log)"
+  if [ -n "$replay" ]; then
+    # Every kept input once more, under AddressSanitizer.
+    "$replay/fuzz_$t" -runs=0 -timeout=10 -rss_limit_mb=2048 \
+        -artifact_prefix="$out/fuzz-artifacts/$t-asan-" "$corpus" >"$log.asan" 2>&1
+    rrc=$?
+    late=$(ls "$out/fuzz-artifacts" | grep -c "^$t-asan-" || true)
+    [ $rrc -ne 0 ] && late="exit $rrc (see $log.asan)"
+    [ "$late" != 0 ] && status=1
+    findings="$findings / $(ls "$corpus" | wc -l) inputs, $late"
+  fi
   [ "$findings" != 0 ] && status=1
   printf '%-12s %12s %10s %8s %8s %s\n' "$t" "${runs:-?}" "${speed:-?}" "${edges:-?}" "$size" "$findings"
 done
