@@ -91,7 +91,11 @@ std::pair<size_t, size_t> CheckTable(const std::string& path) {
             const bool byId = ById(want.key);
             EXPECT_EQ(ours[i].name, want.row);
             EXPECT_EQ(ours[i].value, want.ours);
-            EXPECT_EQ(Find(byId ? numericById : numeric, want.key), want.number) << want.key;
+            // "(binary)": exiftool gives the block's raw bytes; only its presence is checked.
+            if (want.number == "(binary)")
+                EXPECT_TRUE((byId ? numericById : numeric).count(want.key)) << want.key;
+            else
+                EXPECT_EQ(Find(byId ? numericById : numeric, want.key), want.number) << want.key;
             const bool same = Normalised(Find(byId ? printedById : printed, want.key)) == Normalised(ours[i].value);
             if (want.note.empty()) {
                 EXPECT_TRUE(same) << "exiftool prints \"" << Find(byId ? printedById : printed, want.key) << "\"";
@@ -106,6 +110,11 @@ std::pair<size_t, size_t> CheckTable(const std::string& path) {
     return {rows, disagree};
 }
 
+// The makers whose notes we decode in depth: at most one row in twenty may
+// disagree with exiftool. (Casio's deliberate big-endian rule is the reason
+// its table falls below.)
+constexpr const char* kInDepth[] = {"canon", "nikon", "olympus", "fujifilm", "minolta", "pentax"};
+
 TEST(MakerRows, EveryCorpusFileShowsTheTabledRows) {
     VV_REQUIRE_CORPUS();
     const std::filesystem::path folder = std::filesystem::path(VV_TESTS_DIR) / "corpus" / "makers";
@@ -115,6 +124,10 @@ TEST(MakerRows, EveryCorpusFileShowsTheTabledRows) {
         ++tables;
         SCOPED_TRACE(entry.path().filename().string());
         const auto [rows, disagree] = CheckTable(entry.path().string());
+        const std::string maker = entry.path().stem().string();
+        for (const char* deep : kInDepth) {
+            if (maker == deep) EXPECT_LE(disagree * 20, rows) << maker;
+        }
         std::printf("%-12s %4zu rows, %3zu disagree with exiftool (%.1f%% agree)\n",
                     entry.path().stem().string().c_str(), rows, disagree,
                     rows ? 100.0 * static_cast<double>(rows - disagree) / static_cast<double>(rows) : 100.0);
