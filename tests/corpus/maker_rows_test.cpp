@@ -126,7 +126,9 @@ TEST(MakerRows, EveryCorpusFileShowsTheTabledRows) {
         const auto [rows, disagree] = CheckTable(entry.path().string());
         const std::string maker = entry.path().stem().string();
         for (const char* deep : kInDepth) {
-            if (maker == deep) EXPECT_LE(disagree * 20, rows) << maker;
+            if (maker == deep) {
+                EXPECT_LE(disagree * 20, rows) << maker;
+            }
         }
         std::printf("%-12s %4zu rows, %3zu disagree with exiftool (%.1f%% agree)\n",
                     entry.path().stem().string().c_str(), rows, disagree,
