@@ -47,7 +47,8 @@ for t in "${targets[@]}"; do
   esac
   log=$out/fuzz-artifacts/$t.log
   before=$(ls "$out/fuzz-artifacts" | grep -c "^$t-" || true)
-  "$bin/fuzz_$t" "${limit[@]}" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
+  # shellcheck disable=SC2086  # VV_FUZZ_OPTIONS: more libFuzzer flags, e.g. -max_len=65536
+  "$bin/fuzz_$t" "${limit[@]}" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 ${VV_FUZZ_OPTIONS:-} \
       -artifact_prefix="$out/fuzz-artifacts/$t-" "$corpus" "$seeds/$t" >"$log" 2>&1
   rc=$?
   after=$(ls "$out/fuzz-artifacts" | grep -c "^$t-" || true)
