@@ -9,6 +9,7 @@
 #include "exif/tag_record.h"
 #include "iptc/iptc_data.h"
 #include "iptc/iptc_reader.h"
+#include "platform/input.h"
 #include "platform/text.h"
 
 namespace placeholder {
@@ -104,10 +105,12 @@ public:
     std::u16string Iptc(int dataset) {
         if (!iptcLoaded_) {
             iptcLoaded_ = true;
-            iptc_.reset(new (std::nothrow) iptc::IptcData);
-            if (iptc_) {
-                iptc::ClearIptcData(*iptc_);
-                iptc::LoadIptcData(context_.filePath, *iptc_);
+            if (platform::File* file = Input()) {
+                iptc_.reset(new (std::nothrow) iptc::IptcData);
+                if (iptc_) {
+                    iptc::ClearIptcData(*iptc_);
+                    iptc::LoadIptcData(*file, *iptc_);
+                }
             }
         }
         return iptc_ ? iptc::IptcTagText(*iptc_, dataset) : std::u16string();
@@ -140,17 +143,30 @@ private:
     bool LoadExif() {
         if (!exifLoaded_) {
             exifLoaded_ = true;
-            exif_.reset(exif::AllocateTagRecordTable());
-            int bigEndian = 0;
-            if (exif_) exif::ReadExifTags(context_.filePath, *exif_, &exifRows_, &bigEndian, exif::NoMakerNotes());
+            if (platform::File* file = Input()) {
+                exif_.reset(exif::AllocateTagRecordTable());
+                int bigEndian = 0;
+                if (exif_) exif::ReadExifTags(*file, *exif_, &exifRows_, &bigEndian, exif::NoMakerNotes());
+            }
         }
         return exif_ != nullptr;
+    }
+
+    // The file, opened once for both its EXIF and its IPTC values; null when
+    // it cannot be opened (then nothing is allocated for its values).
+    platform::File* Input() {
+        if (!inputOpened_) {
+            inputOpened_ = true;
+            input_ = platform::Input::Open(context_.filePath);
+        }
+        return input_.get();
     }
 
     const PlaceholderContext& context_;
     size_t limit_;
     std::u16string out_;
-    bool exifLoaded_ = false, iptcLoaded_ = false, haveNow_ = false;
+    bool exifLoaded_ = false, iptcLoaded_ = false, haveNow_ = false, inputOpened_ = false;
+    std::unique_ptr<platform::Input> input_;
     std::unique_ptr<exif::TagRecordTable, TableDeleter> exif_;
     uint32_t exifRows_ = 0;
     std::unique_ptr<iptc::IptcData> iptc_;
