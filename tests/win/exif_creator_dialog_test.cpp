@@ -14,6 +14,7 @@
 
 #include "exif/exif_reader.h"
 #include "fixture/fixture.h"
+#include "harness.h"
 #include "platform/platform.h"
 #include "plugin_dll.h"
 #include "ui/resource_ids.h"
@@ -222,47 +223,24 @@ TEST_F(CreatorDialog, RefusedWriteShowsTheReasonAndStaysOpen) {
     EXPECT_FALSE(IsWindowVisible(dialog));
 }
 
-// Drives the export's modal dialog from a thread timer, which the dialog's
-// own message loop dispatches: OK on the first tick that finds the dialog;
-// anything still open later (a message box, the dialog after a refusal) is
-// ended.
-int g_ticks = 0;
-int g_okTick = 0;
-int g_listRows = -1;
-
-BOOL CALLBACK DriveWindow(HWND window, LPARAM) {
-    wchar_t className[16] = {};
-    GetClassNameW(window, className, 16);
-    if (std::wstring(className) != L"#32770" || !IsWindowVisible(window))
-        return TRUE;
-    HWND list = GetDlgItem(window, IDC_CREATOR_LIST);
-    if (list && g_okTick == 0) {
-        g_okTick = g_ticks;
-        g_listRows = ListView_GetItemCount(list);
-        PostMessageW(window, WM_COMMAND, IDOK, 0);
-    } else if (g_okTick && g_ticks > g_okTick) {
-        EndDialog(window, IDCANCEL);
-    }
-    return TRUE;
-}
-
-void CALLBACK DriveTick(HWND, UINT, UINT_PTR, DWORD) {
-    ++g_ticks;
-    EnumThreadWindows(GetCurrentThreadId(), DriveWindow, 0);
-}
-
 TEST(CreatorExport, RunsTheModalDialogAndWritesTheDefaultDate) {
     auto create = windll::Export<windll::CreateExifDataFn>("Create_EXIF_Data_W");
     ASSERT_NE(create, nullptr);
     fixture::TempDir dir;
     const std::u16string path = dir.Write("a.jpg", kPlainJpeg);
     const std::u16string settings = dir.Path("viewer.ini");
-    const UINT_PTR timer = SetTimer(nullptr, 0, 50, DriveTick);
-    EXPECT_EQ(create(reinterpret_cast<const wchar_t*>(path.c_str()), nullptr,
-                     reinterpret_cast<const wchar_t*>(settings.c_str())),
-              0);
-    KillTimer(nullptr, timer);
-    EXPECT_EQ(g_listRows, 12);
+    int rows = -1, answer = -99;
+    wintest::DriveModal([] { return FindWindowW(nullptr, L"Create EXIF data"); },
+                        {[&](HWND d) {
+                            rows = ListView_GetItemCount(GetDlgItem(d, IDC_CREATOR_LIST));
+                            PostMessageW(d, WM_COMMAND, IDOK, 0);
+                        }},
+                        [&] {
+                            answer = create(reinterpret_cast<const wchar_t*>(path.c_str()), nullptr,
+                                            reinterpret_cast<const wchar_t*>(settings.c_str()));
+                        });
+    EXPECT_EQ(answer, 0);
+    EXPECT_EQ(rows, 12);
     const auto tags = ReadBack(path);
     EXPECT_EQ(tags.count(36867), 1u) << "the default date alone is written";
     EXPECT_EQ(tags.count(270), 0u);
