@@ -82,6 +82,7 @@ BOOL CALLBACK FindBox(HWND window, LPARAM found) {
 // question); steps do not nest (one that pumps messages).
 void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
     Driver& d = *g_driver;
+    d.window = d.find();
     HWND box = nullptr;
     EnumThreadWindows(GetCurrentThreadId(), FindBox, reinterpret_cast<LPARAM>(&box));
     if (box && box != d.lastBox) {
@@ -91,7 +92,7 @@ void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
         const int button = GetDlgItem(box, IDYES) ? d.yes : IDOK;
         PostMessageW(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(box, button)));
     }
-    if (box || d.busy || !(d.window = d.find()) || !IsWindowVisible(d.window))
+    if (box || d.busy || !d.window || !IsWindowVisible(d.window))
         return;
     d.busy = true;
     if (d.driven.stepsRun < d.steps.size())
