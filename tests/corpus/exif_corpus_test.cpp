@@ -1,16 +1,16 @@
 // Every standard and GPS row the reader makes for the corpus's JPEG,
 // TIFF-based and container files, against exiftool's value for the same tag:
 // texts equal, numbers equal to the precision we print, enumerations as their
-// meaning. Where we differ, the reason stands in kDisagreements below. PNG,
-// JPEG XL and HEIF samples come without EXIF; exiftool writes it into a copy,
-// where real writers put it (eXIf chunk, Exif box, HEIF Exif item). And the
-// offsets GetExifInfos answers for each container hold a TIFF header.
+// meaning; how each tag compares, and where we differ and why, stand in
+// exif/standard.tsv. And the offsets GetExifInfos answers for each container
+// listed there hold a TIFF header.
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <iterator>
+#include <fstream>
 #include <map>
 #include <set>
 #include <sstream>
@@ -27,39 +27,65 @@
 
 namespace {
 
-enum class Compare {
-    kNone,         // exiftool shows a sub-directory or binary data, not a value
-    kText,
-    kNumbers,      // every number of the value, to the precision printed
-    kEnum,         // our text for exiftool's number (kMeanings)
-    kSeconds,      // "1/n" or "n" against seconds
-    kApex,         // APEX aperture against exiftool's f-number
-    kCoordinate,   // the degrees in parentheses
-    kOffset,       // thumbnail offset from the TIFF header against exiftool's file offset
-    kVersion,      // "2.2.0.0" against "2 2 0 0"
+// What tests/corpus/exif/standard.tsv states: how each tag compares, what
+// exiftool's numbers mean, where we knowingly differ, which containers to locate.
+struct Disagreement {
+    std::string file;
+    uint32_t tag;
+    std::string ours, reason;
+};
+struct Container {
+    std::string name;
+    int32_t code;
+    bool written, atFileStart;
+};
+struct Expectations {
+    std::map<uint32_t, std::string> how;  // unlisted: "numbers"
+    std::map<std::pair<uint32_t, std::string>, std::string> meanings;
+    std::vector<Disagreement> disagreements;
+    std::vector<Container> containers;
 };
 
-Compare HowToCompare(uint32_t tag) {
-    switch (tag) {
-        case 46: case 33723: case 34665: case 34675: case 34853: case 34856: case 37500: case 40965:
-        case 41484: case 41995:
-            return Compare::kNone;
-        case 270: case 271: case 272: case 305: case 306: case 315: case 33432: case 34852: case 36864:
-        case 36867: case 36868: case 36880: case 36881: case 36882: case 37510: case 37520: case 37521:
-        case 37522: case 40091: case 40092: case 40093: case 40094: case 40095: case 40960: case 42032:
-        case 42033: case 42035: case 42036: case 42037: case 401: case 403: case 429:
-            return Compare::kText;
-        case 274: case 296: case 34850: case 37383: case 37384: case 37385: case 40961: case 41488: case 41495:
-        case 41728: case 41729: case 41985: case 41986: case 41987: case 41990: case 41991: case 41992:
-        case 41993: case 41994: case 41996: case 405: case 416:
-            return Compare::kEnum;
-        case 33434: case 37377: return Compare::kSeconds;
-        case 37378: case 37381: return Compare::kApex;
-        case 402: case 404: return Compare::kCoordinate;
-        case 513: return Compare::kOffset;
-        case 400: return Compare::kVersion;
-        default: return Compare::kNumbers;
+std::string Unescaped(const std::string& s) {
+    std::string out;
+    for (size_t i = 0; i < s.size(); ++i) {
+        const char* at = i + 1 < s.size() && s[i] == '\\' ? std::strchr("b\bt\tn\nv\v", s[i + 1]) : nullptr;
+        out += at ? (++i, at[1]) : s[i];
     }
+    return out;
+}
+
+const Expectations& Expected() {
+    static const Expectations e = [] {
+        Expectations e;
+        std::ifstream in(std::string(VV_TESTS_DIR) + "/corpus/exif/standard.tsv");
+        for (std::string line; std::getline(in, line);) {
+            std::vector<std::string> f;
+            for (size_t at = 0, tab; at <= line.size(); at = tab + 1)
+                f.push_back(line.substr(at, (tab = std::min(line.find('\t', at), line.size())) - at));
+            const auto n = [&](size_t i) { return static_cast<uint32_t>(std::stoul(f[i])); };
+            if (f[0] == "compare" && f.size() == 3) {
+                std::istringstream tags(f[2]);
+                for (uint32_t tag; tags >> tag;) e.how[tag] = f[1];
+            } else if (f[0] == "meaning" && f.size() == 4) {
+                e.meanings[{n(1), f[2]}] = f[3];
+            } else if (f[0] == "differs" && f.size() == 5) {
+                e.disagreements.push_back({f[1], n(2), Unescaped(f[3]), f[4]});
+            } else if (f[0] == "container" && f.size() == 5) {
+                e.containers.push_back({f[1], static_cast<int32_t>(n(2)), f[3] == "1", f[4] == "1"});
+            } else {
+                EXPECT_TRUE(line.empty() || line[0] == '#') << "bad line: " << line;
+            }
+        }
+        EXPECT_FALSE(e.how.empty() || e.containers.empty()) << "standard.tsv not read";
+        return e;
+    }();
+    return e;
+}
+
+std::string HowToCompare(uint32_t tag) {
+    const auto it = Expected().how.find(tag);
+    return it == Expected().how.end() ? "numbers" : it->second;
 }
 
 std::string Trimmed(std::string s) {
@@ -67,77 +93,13 @@ std::string Trimmed(std::string s) {
     return s;
 }
 
-// What exiftool's numbers mean, for the values the corpus holds (GPS rows as 400 + tag).
-const std::map<std::pair<uint32_t, std::string>, std::string> kMeanings = {
-    {{274, "1"}, "Top left"}, {{274, "6"}, "Right top"}, {{274, "8"}, "Left bottom"},
-    {{296, "2"}, "Inches"}, {{41488, "2"}, "Inches"}, {{41488, "3"}, "Centimeters"},
-    {{34850, "1"}, "Manual control"}, {{34850, "2"}, "Normal program"},
-    {{34850, "3"}, "Aperture priority"}, {{34850, "4"}, "Shutter priority"},
-    {{37383, "0"}, "Unknown"}, {{37383, "1"}, "Average"}, {{37383, "2"}, "Center weighted average"},
-    {{37383, "3"}, "Spot"}, {{37383, "4"}, "Multi-spot"}, {{37383, "5"}, "Multi-segment"},
-    {{37384, "0"}, "Auto"}, {{37384, "1"}, "Daylight"}, {{37384, "9"}, "Fine weather"}, {{37384, "255"}, "255"},
-    {{37385, "0"}, "Not fired"}, {{37385, "1"}, "Fired"}, {{37385, "9"}, "Fired, compulsory flash mode"},
-    {{37385, "16"}, "Not fired, flash suppressed"}, {{37385, "24"}, "Not fired, auto mode"},
-    {{37385, "31"}, "Fired, auto mode, return light detected"}, {{37385, "32"}, "No flash function"},
-    {{40961, "0"}, "Uncalibrated/Unknown (0)"}, {{40961, "1"}, "sRGB"}, {{40961, "65535"}, "Uncalibrated/Unknown (65535)"},
-    {{41495, "2"}, "One-chip color area sensor"},
-    {{41728, "0"}, "0"}, {{41728, "3"}, "Digital still camera"},
-    {{41729, "0"}, "0"}, {{41729, "1"}, "Directly photographed"},
-    {{41985, "0"}, "Normal process"}, {{41985, "1"}, "Custom process"},
-    {{41986, "0"}, "Auto"}, {{41986, "1"}, "Manual"}, {{41986, "2"}, "Auto bracket"},
-    {{41987, "0"}, "Auto"}, {{41987, "1"}, "Manual"},
-    {{41990, "0"}, "Standard"}, {{41990, "1"}, "Landscape"},
-    {{41991, "0"}, "None"}, {{41991, "1"}, "Low gain up"}, {{41991, "2"}, "High gain up"},
-    {{41992, "0"}, "Normal"}, {{41993, "0"}, "Normal"}, {{41993, "1"}, "Soft"}, {{41993, "2"}, "Hard"},
-    {{41994, "0"}, "Normal"}, {{41994, "1"}, "Soft"}, {{41994, "2"}, "Hard"},
-    {{41996, "0"}, "Unknown"}, {{41996, "2"}, "Close view"}, {{41996, "3"}, "Distant view"},
-    {{405, "0"}, "Above Sea Level"}, {{405, "1"}, "Below Sea Level (Sea level reference)"},
-    {{416, "T"}, "True direction"}, {{416, "M"}, "Magnetic direction"},
-};
-
-// Rows where we knowingly differ from exiftool, and why: file, tag, our value.
-struct Disagreement {
-    const char* file;
-    uint32_t tag;
-    const char* ours;
-    const char* reason;
-};
-const Disagreement kDisagreements[] = {
-    {"Canon.jpg", 37377, "", "Tv stored as -2^31/1 gives no sensible time and is left empty; exiftool prints 0"},
-    {"Casio2.jpg", 41988, "0", "0/0: a zero denominator shows the numerator; exiftool prints undef"},
-    {"GoPro.jpg", 40960, "\b\t\n\v", "control bytes are kept as stored; exiftool shows dots"},
-    {"Ricoh2.jpg", 37510, "GCM_TAG Information Roundabout No Good E",
-     "NULs inside a comment with an undefined code read as spaces; exiftool stops at the first NUL"},
-    {"Sigma.jpg", 41728, "Digital still camera",
-     "stored as 4 bytes: we read the first, exiftool shows the raw bytes"},
-    {"Panasonic.rw2", 282, "1", "the raw IFD0 uses 282 for a SHORT of its own; exiftool's XResolution is the "
-                                "embedded JPEG's"},
-    {"Panasonic.rw2", 513, "10428",
-     "counts from the embedded JPEG's TIFF header, which GetExifInfos does not report for RW2"},
-};
-
 const Disagreement* KnownDisagreement(const std::string& file, uint32_t tag, const std::string& ours) {
-    for (const Disagreement& d : kDisagreements)
+    for (const Disagreement& d : Expected().disagreements)
         if (file == d.file && tag == d.tag && Trimmed(ours) == d.ours) return &d;
     return nullptr;
 }
 
-constexpr int32_t kHeifCode = 115, kPngCode = 3, kCr3Code = 118, kOtherCode = 0;
-
-struct Container {
-    const char* name;
-    int32_t code;
-    bool written;      // a copy with EXIF written by exiftool
-    bool atFileStart;  // GetExifInfos answers 0: the file is the TIFF header's own, which it cannot tell from "none"
-};
-const Container kContainers[] = {
-    {"CanonRaw.cr3", kCr3Code, false, false}, {"FujiFilm.raf", kOtherCode, false, false},
-    {"Minolta.mrw", kOtherCode, false, false}, {"RIFF.webp", kOtherCode, false, false},
-    {"CanonRaw.cr2", kOtherCode, false, true}, {"DNG.dng", kOtherCode, false, true},
-    {"Nikon.nef", kOtherCode, false, true},   {"Panasonic.rw2", kOtherCode, false, true},
-    {"PNG.png", kPngCode, true, false},       {"JXL2.jxl", kOtherCode, true, false},
-    {"QuickTime.heic", kHeifCode, true, false},
-};
+constexpr int32_t kCr3Code = 118;
 
 // The path of a corpus file, or of its copy with EXIF written by exiftool (made once).
 std::string PathOf(const Container& c) {
@@ -200,35 +162,29 @@ bool Near(double ours, double theirs, double tolerance) {
 // Whether our row agrees with exiftool's value; `base` is the TIFF header's file offset.
 bool Agrees(uint32_t tag, const std::string& ours, const std::string& theirs, uint32_t base) {
     const std::vector<double> a = Numbers(ours), b = Numbers(theirs);
-    switch (HowToCompare(tag)) {
-        case Compare::kNone: return true;
-        case Compare::kText: return Trimmed(ours) == Trimmed(theirs);
-        case Compare::kEnum: {
-            auto meaning = kMeanings.find({tag, theirs});
-            return meaning != kMeanings.end() && meaning->second == ours;
-        }
-        case Compare::kSeconds:
-            if (a.empty() || b.empty() || b[0] <= 0) return false;
-            return ours.rfind("1/", 0) == 0 ? Near(a[1], 1 / b[0], 0.51) : Near(a[0], b[0], 0.51);
-        case Compare::kApex:
-            return !a.empty() && !b.empty() && Near(a[0], 2 * std::log2(b[0]), 0.0051);
-        case Compare::kCoordinate:
-            return !a.empty() && !b.empty() && Near(a.back(), b[0], 0.0000051);
-        case Compare::kOffset:
-            return !a.empty() && !b.empty() && a[0] + base == b[0];
-        case Compare::kVersion: {
-            std::string spaced = ours;
-            for (char& c : spaced)
-                if (c == '.') c = ' ';
-            return Numbers(spaced) == b;
-        }
-        case Compare::kNumbers:
-            if (a.empty() || a.size() > b.size()) return false;
-            for (size_t i = 0; i < a.size(); ++i)
-                if (!Near(a[i], b[i], 0.0051)) return false;
-            return true;
+    const std::string how = HowToCompare(tag);
+    if (how == "none") return true;
+    if (how == "text") return Trimmed(ours) == Trimmed(theirs);
+    if (how == "enum") {
+        const auto meaning = Expected().meanings.find({tag, theirs});
+        return meaning != Expected().meanings.end() && meaning->second == ours;
     }
-    return false;
+    if (how == "seconds") {
+        if (a.empty() || b.empty() || b[0] <= 0) return false;
+        return ours.rfind("1/", 0) == 0 ? Near(a[1], 1 / b[0], 0.51) : Near(a[0], b[0], 0.51);
+    }
+    if (how == "apex") return !a.empty() && !b.empty() && Near(a[0], 2 * std::log2(b[0]), 0.0051);
+    if (how == "coordinate") return !a.empty() && !b.empty() && Near(a.back(), b[0], 0.0000051);
+    if (how == "offset") return !a.empty() && !b.empty() && a[0] + base == b[0];
+    if (how == "version") {
+        std::string spaced = ours;
+        std::replace(spaced.begin(), spaced.end(), '.', ' ');
+        return Numbers(spaced) == b;
+    }
+    if (a.empty() || a.size() > b.size()) return false;
+    for (size_t i = 0; i < a.size(); ++i)
+        if (!Near(a[i], b[i], 0.0051)) return false;
+    return true;
 }
 
 TEST(ExifCorpus, StandardAndGpsRowsAgreeWithExiftool) {
@@ -238,7 +194,7 @@ TEST(ExifCorpus, StandardAndGpsRowsAgreeWithExiftool) {
                                                   ".mrw", ".webp"}))
         paths.push_back(corpus::Path(name));
     ASSERT_GE(paths.size(), 40u);
-    for (const Container& c : kContainers)
+    for (const Container& c : Expected().containers)
         if (c.written) paths.push_back(PathOf(c));
     std::map<std::string, Values> oracle = RunExiftool(paths);
     int compared = 0, listed = 0;
@@ -272,12 +228,12 @@ TEST(ExifCorpus, StandardAndGpsRowsAgreeWithExiftool) {
                 if (it == theirs.end()) it = theirs.find({g, id});
             }
             const std::string value = row.longValue ? row.longValue : row.value;
-            if (HowToCompare(row.tag) == Compare::kNone) continue;
+            if (HowToCompare(row.tag) == "none") continue;
             ++compared;
             const bool agrees = it != theirs.end() && Agrees(row.tag, value, it->second, base);
             if (const Disagreement* known = KnownDisagreement(name, row.tag, value)) {
-                EXPECT_FALSE(agrees) << name << " tag " << row.tag << " now agrees; drop it from kDisagreements";
-                std::printf("%s tag %u differs from exiftool: %s\n", name.c_str(), row.tag, known->reason);
+                EXPECT_FALSE(agrees) << name << " tag " << row.tag << " now agrees; drop it from standard.tsv";
+                std::printf("%s tag %u differs from exiftool: %s\n", name.c_str(), row.tag, known->reason.c_str());
                 ++listed;
                 continue;
             }
@@ -297,7 +253,7 @@ TEST(ExifCorpus, StandardAndGpsRowsAgreeWithExiftool) {
         exif::FreeTagRecordTable(table, 1);
     }
     EXPECT_GT(compared, 1000);
-    EXPECT_EQ(listed, static_cast<int>(std::size(kDisagreements))) << "a listed disagreement no longer occurs";
+    EXPECT_EQ(listed, static_cast<int>(Expected().disagreements.size())) << "a listed disagreement no longer occurs";
 }
 
 std::string Head(const std::string& path, uint32_t offset) {
@@ -317,7 +273,7 @@ std::string Head(const std::string& path, uint32_t offset) {
 
 TEST(ExifCorpus, GetExifInfosAndTheWalkersLocatorPointAtTiffHeaders) {
     VV_REQUIRE_CORPUS();
-    for (const Container& c : kContainers) {
+    for (const Container& c : Expected().containers) {
         SCOPED_TRACE(c.name);
         const std::string path = PathOf(c);
         const std::u16string wide = platform::Utf8ToUtf16(path);

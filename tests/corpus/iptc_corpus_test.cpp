@@ -2,7 +2,11 @@
 // round our writer: what it writes we read, what we write it reads.
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <map>
 #include <memory>
+#include <sstream>
+#include <vector>
 
 #include "corpus.h"
 #include "fixture/fixture.h"
@@ -18,29 +22,24 @@ namespace {
 using namespace iptc;
 using Tags = std::map<std::string, std::string>;
 
-// exiftool's names for the datasets of our table (2:00 aside).
-const std::pair<const char*, int> kIptcNames[] = {
-    {"ObjectName", 5}, {"EditStatus", 7}, {"Urgency", 10}, {"Category", 15},
-    {"SupplementalCategories", 20}, {"FixtureIdentifier", 22}, {"Keywords", 25}, {"ReleaseDate", 30},
-    {"ReleaseTime", 35}, {"SpecialInstructions", 40}, {"ReferenceService", 45}, {"ReferenceDate", 47},
-    {"ReferenceNumber", 50}, {"DateCreated", 55}, {"TimeCreated", 60}, {"OriginatingProgram", 65},
-    {"ProgramVersion", 70}, {"ObjectCycle", 75}, {"By-line", 80}, {"By-lineTitle", 85}, {"City", 90},
-    {"Sub-location", 92}, {"Province-State", 95}, {"Country-PrimaryLocationCode", 100},
-    {"Country-PrimaryLocationName", 101}, {"OriginalTransmissionReference", 103}, {"Headline", 105},
-    {"Credit", 110}, {"Source", 115}, {"CopyrightNotice", 116}, {"Contact", 118},
-    {"Caption-Abstract", 120}, {"LocalCaption", 121}, {"Writer-Editor", 122},
-};
-// And for the XMP properties the import maps.
-const std::pair<const char*, int> kXmpNames[] = {
-    {"XMP-dc:Title", 5}, {"XMP-photoshop:Urgency", 10}, {"XMP-photoshop:Category", 15},
-    {"XMP-photoshop:SupplementalCategories", 20}, {"XMP-dc:Subject", 25}, {"XMP-photoshop:Instructions", 40},
-    {"XMP-dc:Creator", 80}, {"XMP-photoshop:AuthorsPosition", 85}, {"XMP-photoshop:City", 90},
-    {"XMP-iptcCore:Location", 92}, {"XMP-photoshop:State", 95}, {"XMP-iptcCore:CountryCode", 100},
-    {"XMP-photoshop:Country", 101}, {"XMP-photoshop:TransmissionReference", 103},
-    {"XMP-photoshop:Headline", 105}, {"XMP-photoshop:Credit", 110}, {"XMP-photoshop:Source", 115},
-    {"XMP-dc:Rights", 116}, {"XMP-dc:Description", 120}, {"XMP-photoshop:CaptionWriter", 122},
-    {"XMP-photoshop:DateCreated", 55},
-};
+// exiftool's names for our datasets, from iptc/names.tsv: "iptc" rows for
+// the IPTC record, "xmp" rows for the properties the XMP import maps.
+const std::vector<std::pair<std::string, int>>& Names(const std::string& kind) {
+    static const std::map<std::string, std::vector<std::pair<std::string, int>>> names = [] {
+        std::map<std::string, std::vector<std::pair<std::string, int>>> out;
+        std::ifstream in(std::string(VV_TESTS_DIR) + "/corpus/iptc/names.tsv");
+        for (std::string line, group, name; std::getline(in, line);) {
+            std::istringstream fields(line);
+            int dataset = 0;
+            if (line[0] != '#' && std::getline(fields, group, '\t') && std::getline(fields, name, '\t') >> dataset)
+                out[group].emplace_back(name, dataset);
+        }
+        return out;
+    }();
+    static const std::vector<std::pair<std::string, int>> none;
+    EXPECT_TRUE(names.count(kind)) << kind << " names not read";
+    return names.count(kind) ? names.at(kind) : none;
+}
 
 constexpr char kSep[] = "##";  // exiftool's list separator in these tests
 
@@ -83,7 +82,7 @@ std::unique_ptr<IptcData> Load(const std::string& path) {
 void ExpectSameIptc(const std::string& path) {
     const Tags tags = Exiftool(path, "-IPTC:all");
     const auto data = Load(path);
-    for (const auto& [name, dataset] : kIptcNames) {
+    for (const auto& [name, dataset] : Names("iptc")) {
         auto it = tags.find(std::string("IPTC:") + name);
         EXPECT_EQ(Ours(*data, dataset), it == tags.end() ? "" : Theirs(it->second, dataset)) << path << " " << name;
     }
@@ -95,7 +94,7 @@ void ExpectSameIptc(const std::string& path) {
 
 void ExpectXmpImportMatches(const std::string& path, const IptcData& data) {
     const Tags tags = Exiftool(path, "-XMP:all");
-    for (const auto& [name, dataset] : kXmpNames) {
+    for (const auto& [name, dataset] : Names("xmp")) {
         auto it = tags.find(name);
         std::string theirs = it == tags.end() ? "" : it->second;
         if (dataset == kCreatedDate) theirs = theirs.substr(0, 10);
@@ -184,7 +183,7 @@ TEST(IptcOracle, ExiftoolReadsWhatWeWrite) {
     auto record = std::make_unique<IptcData>();
     ClearIptcData(*record);
     Tags expected = {{"IPTC:CodedCharacterSet", ".%G"}, {"IPTC:EnvelopeRecordVersion", "4"}};
-    for (const auto& [name, dataset] : kIptcNames) {
+    for (const auto& [name, dataset] : Names("iptc")) {
         const std::string text = std::string("\xC3\xA9t\xC3\xA9 ") + name;  // "été <name>"
         SetField(IptcField(*record, dataset), platform::Utf8ToUtf16(text));
         expected[std::string("IPTC:") + name] = text;

@@ -43,40 +43,23 @@ TEST(CodePages, AnsiIsWindows1252) {
     }
 }
 
-class ProfileTest : public ::testing::Test {
-protected:
+TEST(Profile, KeysIgnoreCaseWritesReplaceInPlaceAndIntegersReadTheLeadingNumber) {
     fixture::TempDir dir;
-    std::u16string ini = dir.Path("settings.ini");
-};
-
-TEST_F(ProfileTest, MissingFileSectionOrKeyGivesTheDefault) {
-    EXPECT_EQ(platform::ReadSettingString(ini, u"EXIF", u"HideTags", u"dflt"), u"dflt");
+    const std::u16string ini = dir.Path("settings.ini");
+    EXPECT_EQ(platform::ReadSettingString(ini, u"EXIF", u"HideTags", u"dflt"), u"dflt") << "no file";
     EXPECT_EQ(platform::ReadSettingInt(ini, u"EXIF", u"CreatorKeepOrgDate", 1), 1);
-    ASSERT_TRUE(platform::WriteSettingString(ini, u"EXIF", u"HideTags", u"271,272"));
-    EXPECT_EQ(platform::ReadSettingString(ini, u"Viewing", u"HideTags", u"none"), u"none");
-    EXPECT_EQ(platform::ReadSettingInt(ini, u"EXIF", u"Other", -7), -7);
-}
-
-TEST_F(ProfileTest, SectionsAndKeysIgnoreCaseAndWritesReplaceInPlace) {
-    ASSERT_TRUE(platform::WriteSettingString(ini, u"EXIF", u"HideTags", u"1"));
-    ASSERT_TRUE(platform::WriteSettingString(ini, u"WinPosition", u"EXIF", u"10 20"));
-    ASSERT_TRUE(platform::WriteSettingString(ini, u"exif", u"HIDETAGS", u"2"));
-    ASSERT_TRUE(platform::WriteSettingString(ini, u"EXIF", u"Satellite", u"1"));
+    const char16_t* kWrites[][3] = {{u"EXIF", u"HideTags", u"1"},        {u"WinPosition", u"EXIF", u"10 20"},
+                                    {u"exif", u"HIDETAGS", u"2"},        {u"EXIF", u"Satellite", u"1"},
+                                    {u"IPTC", u"City", u"Z\u00FCrich"}, {u"S", u"A", u"42abc"},
+                                    {u"S", u"B", u"-3"},                 {u"S", u"C", u"abc"}};
+    for (const auto& w : kWrites) ASSERT_TRUE(platform::WriteSettingString(ini, w[0], w[1], w[2]));
     EXPECT_EQ(platform::ReadSettingString(ini, u"Exif", u"hidetags", u""), u"2");
-    EXPECT_EQ(platform::ReadSettingInt(ini, u"EXIF", u"Satellite", 0), 1);
+    EXPECT_EQ(platform::ReadSettingString(ini, u"Viewing", u"HideTags", u"none"), u"none") << "other section";
     EXPECT_EQ(platform::ReadSettingString(ini, u"WINPOSITION", u"exif", u""), u"10 20");
-    // Non-ASCII values survive.
-    ASSERT_TRUE(platform::WriteSettingString(ini, u"IPTC", u"City", u"Z\u00FCrich"));
     EXPECT_EQ(platform::ReadSettingString(ini, u"IPTC", u"City", u""), u"Z\u00FCrich");
-}
-
-TEST_F(ProfileTest, IntegersReadTheLeadingNumber) {
-    ASSERT_TRUE(platform::WriteSettingString(ini, u"S", u"A", u"42abc"));
-    ASSERT_TRUE(platform::WriteSettingString(ini, u"S", u"B", u"-3"));
-    ASSERT_TRUE(platform::WriteSettingString(ini, u"S", u"C", u"abc"));
-    EXPECT_EQ(platform::ReadSettingInt(ini, u"S", u"A", 9), 42);
-    EXPECT_EQ(platform::ReadSettingInt(ini, u"S", u"B", 9), -3);
-    EXPECT_EQ(platform::ReadSettingInt(ini, u"S", u"C", 9), 0);
+    const std::pair<const char16_t*, int> kInts[] = {{u"A", 42}, {u"B", -3}, {u"C", 0}, {u"Other", -7}};
+    for (const auto& [key, value] : kInts) EXPECT_EQ(platform::ReadSettingInt(ini, u"S", key, -7), value);
+    EXPECT_EQ(platform::ReadSettingInt(ini, u"EXIF", u"Satellite", 0), 1);
 }
 
 #ifndef _WIN32

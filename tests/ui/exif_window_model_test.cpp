@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
 #include <memory>
 
@@ -108,45 +109,43 @@ TEST(Clipboard, LinesJoinNameAndValueAndNamelessRowsAreBareLineEnds) {
     EXPECT_EQ(text.size(), 16 + 7 + 3072 + 2u);  // the value is cut to 3072 characters
 }
 
-TEST(WinPosition, FormatsAndParsesTheSixNumbers) {
-    const vv::WinPosition p{-1920, 40, 800, 600, 1, 144};
-    EXPECT_EQ(vv::FormatWinPosition(p), u"-1920,40,800,600,1,144;");
-    const vv::WinPosition back = vv::ParseWinPosition(vv::FormatWinPosition(p));
-    EXPECT_EQ(back.left, -1920);
-    EXPECT_EQ(back.dpi, 144);
-    EXPECT_EQ(vv::ParseWinPosition(u"1,2,3,4,5;", false).maximized, 5);
+// Positions are compared in their saved form.
+std::u16string Parsed(std::u16string_view text, bool withDpi = true) {
+    return vv::FormatWinPosition(vv::ParseWinPosition(text, withDpi));
 }
 
-TEST(WinPosition, MalformedTextKeepsTheNumbersBeforeTheFault) {
-    vv::WinPosition p = vv::ParseWinPosition(u"10, 20,x,400,0,96;");
-    EXPECT_EQ(p.left, 10);
-    EXPECT_EQ(p.top, 20);  // scanf skips the blank before a number
-    EXPECT_EQ(p.width, 0);
-    EXPECT_EQ(p.height, 0);
-    p = vv::ParseWinPosition(u"");
-    EXPECT_EQ(p.left + p.top + p.width + p.height + p.dpi, 0);
-    p = vv::ParseWinPosition(u"10;20,30");
-    EXPECT_EQ(p.left, 10);
-    EXPECT_EQ(p.top, 0);
-    p = vv::ParseWinPosition(u"99999999999,-99999999999,1,1,0,0;");
-    EXPECT_EQ(p.left, 2147483647);
-    EXPECT_EQ(p.top, -2147483647 - 1);
+TEST(WinPosition, ParsesTheSixNumbersAndKeepsTheNumbersBeforeAFault) {
+    const struct {
+        const char16_t* text;
+        const char16_t* parsed;
+    } kCases[] = {
+        {u"-1920,40,800,600,1,144;", u"-1920,40,800,600,1,144;"},
+        {u"10, 20,x,400,0,96;", u"10,20,0,0,0,0;"},  // scanf skips the blank before a number
+        {u"", u"0,0,0,0,0,0;"},
+        {u"10;20,30", u"10,0,0,0,0,0;"},
+        {u"99999999999,-99999999999,1,1,0,0;", u"2147483647,-2147483648,1,1,0,0;"},
+    };
+    for (const auto& c : kCases) EXPECT_EQ(Parsed(c.text), c.parsed) << std::string(c.text, c.text + 3);
+    EXPECT_EQ(Parsed(u"1,2,3,4,5;", false), u"1,2,3,4,5,0;");
 }
 
 TEST(WinPosition, OffScreenCornersComeBackToTheWorkArea) {
     const vv::WinRect work{0, 0, 1280, 984};
-    vv::WinPosition p{5000, -300, 800, 600, 0, 96};
-    vv::ClampWinPosition(p, 1, work);
-    EXPECT_EQ(p.left, 0);
-    EXPECT_EQ(p.top, 0);
-    p = {1279, 983, 800, 600, 0, 96};  // the last pixel is still inside
-    vv::ClampWinPosition(p, 1, work);
-    EXPECT_EQ(p.left, 1279);
-    // With several monitors only the left edge is raised to the nearest work area.
-    p = {-5000, -300, 800, 600, 0, 96};
-    vv::ClampWinPosition(p, 2, vv::WinRect{-1920, 0, 0, 1040});
-    EXPECT_EQ(p.left, -1920);
-    EXPECT_EQ(p.top, -300);
+    const struct {
+        vv::WinPosition saved;
+        int monitors;
+        vv::WinRect nearest;
+        const char16_t* placed;
+    } kCases[] = {
+        {{5000, -300, 800, 600, 0, 96}, 1, work, u"0,0,800,600,0,96;"},
+        {{1279, 983, 800, 600, 0, 96}, 1, work, u"1279,983,800,600,0,96;"},  // the last pixel is still inside
+        // With several monitors only the left edge is raised to the nearest work area.
+        {{-5000, -300, 800, 600, 0, 96}, 2, {-1920, 0, 0, 1040}, u"-1920,-300,800,600,0,96;"},
+    };
+    for (auto c : kCases) {
+        vv::ClampWinPosition(c.saved, c.monitors, c.nearest);
+        EXPECT_EQ(vv::FormatWinPosition(c.saved), c.placed);
+    }
     int left = -10, top = -20;
     vv::KeepOnScreen(&left, &top, work);
     EXPECT_EQ(left + top, 0);
@@ -172,27 +171,23 @@ TEST(Layout, ColumnsShareTheListWidth) {
 }
 
 TEST(Layout, ButtonsKeepTheirBottomDistanceListsFillAndOthersScale) {
-    const vv::LayoutMetrics m{1, 19};
     EXPECT_EQ(vv::ClassifyChild(u"Button"), vv::ChildKind::kButton);
     EXPECT_EQ(vv::ClassifyChild(u"SysListView32"), vv::ChildKind::kListView);
     EXPECT_EQ(vv::ClassifyChild(u"Static"), vv::ChildKind::kGeneric);
-
-    const vv::WinRect button = vv::LayoutChild(vv::ChildKind::kButton, {10, 470, 110, 490}, 400, 500, 600, 700, m);
-    EXPECT_EQ(button.left, 15);
-    EXPECT_EQ(button.right, 165);
-    EXPECT_EQ(button.top, 670);
-    EXPECT_EQ(button.bottom, 690);
-
-    const vv::WinRect list = vv::LayoutChild(vv::ChildKind::kListView, {5, 5, 395, 440}, 400, 500, 600, 700, m);
-    EXPECT_EQ(list.left, 1);
-    EXPECT_EQ(list.right, 600);
-    EXPECT_EQ(list.bottom, 5 + 700 - 3 * 19 - 9);
-
-    const vv::WinRect other = vv::LayoutChild(vv::ChildKind::kGeneric, {3, 7, 13, 17}, 400, 500, 600, 750, m);
-    EXPECT_EQ(other.left, 5);   // 4.5 rounds up
-    EXPECT_EQ(other.right, 20);
-    EXPECT_EQ(other.top, 7);
-    EXPECT_EQ(other.bottom, 22);
+    const struct {
+        vv::ChildKind kind;
+        vv::WinRect before;
+        int newHeight;
+        std::array<int, 4> after;
+    } kCases[] = {
+        {vv::ChildKind::kButton, {10, 470, 110, 490}, 700, {15, 670, 165, 690}},
+        {vv::ChildKind::kListView, {5, 5, 395, 440}, 700, {1, 5, 600, 5 + 700 - 3 * 19 - 9}},
+        {vv::ChildKind::kGeneric, {3, 7, 13, 17}, 750, {5, 7, 20, 22}},  // 4.5 rounds up
+    };
+    for (const auto& c : kCases) {
+        const vv::WinRect r = vv::LayoutChild(c.kind, c.before, 400, 500, 600, c.newHeight, vv::LayoutMetrics{1, 19});
+        EXPECT_EQ((std::array<int, 4>{r.left, r.top, r.right, r.bottom}), c.after) << int(c.kind);
+    }
 }
 
 }  // namespace

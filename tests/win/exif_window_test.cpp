@@ -8,6 +8,7 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -58,20 +59,6 @@ fixture::Bytes PlainFile() {
     return exiftest::Jpeg(tiff.Build());
 }
 
-// A modal loop of the window (its menu or the tag chooser) runs while the
-// test waits; this timer acts inside it.
-using TimerAction = void (*)();
-TimerAction g_timerAction = nullptr;
-void CALLBACK OnTimer(HWND, UINT, UINT_PTR id, DWORD) {
-    KillTimer(nullptr, id);
-    if (g_timerAction)
-        g_timerAction();
-}
-void ActSoon(TimerAction action) {
-    g_timerAction = action;
-    SetTimer(nullptr, 0, 300, OnTimer);
-}
-
 class ExifWindow : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -119,6 +106,21 @@ protected:
         wintest::PumpMessages();
     }
     std::u16string LastOpened() { return opened.empty() ? u"<nothing>" : opened.back(); }
+    // Runs `open` and, once the menu it opens is up, `inspect` on the menu; then closes it.
+    void WithMenu(const std::function<void(HMENU items, HWND menu)>& inspect, const std::function<void()>& open) {
+        const auto driven = wintest::DriveModal([] { return FindWindowW(L"#32768", nullptr); },
+                                                {[&](HWND menu) {
+                                                    inspect(reinterpret_cast<HMENU>(SendMessageW(menu, MN_GETHMENU, 0, 0)), menu);
+                                                    EndMenu();
+                                                }},
+                                                open);
+        EXPECT_EQ(driven.stepsRun, 1u) << "no menu shown";
+    }
+    // Opens the tag chooser, where `step` acts.
+    void Choose(HWND window, wintest::Step step) {
+        wintest::DriveModal([] { return FindWindowW(nullptr, L"Choose EXIF tags for the display"); }, {std::move(step)},
+                            [&] { Command(window, IDM_CHOOSE_TAGS); });
+    }
 
     fixture::TempDir dir;
     std::u16string settings = dir.Path("viewer.ini");
@@ -232,31 +234,36 @@ TEST_F(ExifWindow, PlacementIsSavedOnCloseAndRestoredOnScreen) {
     EXPECT_EQ(r.bottom - r.top, 350);
 }
 
-TEST_F(ExifWindow, CommandsOpenEveryMapForASouthWesternPosition) {
+// The links themselves are the map module's; here each command and key must
+// reach its service with this file's position.
+TEST_F(ExifWindow, CommandsAndKeysOpenEveryMapForASouthWesternPosition) {
     HWND window = ShowHere(gps);
     ASSERT_NE(window, nullptr);
     const struct {
         int command;
-        const char16_t* link;
-    } kLinks[] = {
-        {IDC_EXIF_GOOGLE_MAPS, u"https://www.google.com/maps/place/-33.450000,-70.670000/@-33.450000,-70.670000,15z"},
-        {IDC_EXIF_OPENSTREETMAP, u"https://www.openstreetmap.org/?mlat=-33.450000&mlon=-70.670000&zoom=15"},
-        {IDM_BINGMAPS, u"https://www.bing.com/maps/?v=2&cp=-33.450000~-70.670000&lvl=16&dir=0&sty=c"
-                       u"&sp=point.-33.450000_-70.670000_PhotoLocation"},
-        {IDM_BINGMAPS_APP, u"bingmaps:?collection=point.-33.450000_-70.670000_PhotoLocation&lvl=16"},
-        {IDM_NAVERMAP, u"https://map.naver.com/v5/?lat=-33.450000&lng=-70.670000&title=IMG"},
-        {IDM_KAKAOMAP, u"https://map.kakao.com/link/map/%F0%9F%93%B7,-33.450000,-70.670000"},
-        {IDM_GEOHACK, u"https://geohack.toolforge.org/geohack/geohack.php?language=en&params=-33.450000;-70.670000"},
+        UINT key;
+        const char16_t* linkStart;
+    } kMaps[] = {
+        {IDC_EXIF_GOOGLE_MAPS, 'M', u"https://www.google.com/maps/place/-33.450000,-70.670000/"},
+        {IDC_EXIF_OPENSTREETMAP, 'O', u"https://www.openstreetmap.org/?mlat=-33.450000&mlon=-70.670000"},
+        {IDM_BINGMAPS, 'B', u"https://www.bing.com/maps/?v=2&cp=-33.450000~-70.670000"},
+        {IDM_BINGMAPS_APP, 'A', u"bingmaps:?collection=point.-33.450000_-70.670000"},
+        {IDM_NAVERMAP, 'N', u"https://map.naver.com/v5/?lat=-33.450000&lng=-70.670000"},
+        {IDM_KAKAOMAP, 'K', u"https://map.kakao.com/link/map/%F0%9F%93%B7,-33.450000,-70.670000"},
+        {IDM_GEOHACK, 'H', u"https://geohack.toolforge.org/geohack/geohack.php?language=en&params=-33.450000;-70.670000"},
     };
-    for (const auto& link : kLinks) {
-        Command(window, link.command);
-        EXPECT_EQ(LastOpened(), link.link) << link.command;
+    for (const auto& map : kMaps) {
+        opened.clear();
+        Command(window, map.command);
+        Key(window, map.key);
+        ASSERT_EQ(opened.size(), 2u) << map.command;
+        EXPECT_EQ(opened[0].rfind(map.linkStart, 0), 0u) << map.command;
+        EXPECT_EQ(opened[1], opened[0]) << char(map.key);
     }
-    // The satellite choice changes only the Google Maps link.
+    // The satellite choice is read when the link is made.
     Setting(u"EXIF", u"Satellite", u"1");
     Command(window, IDC_EXIF_GOOGLE_MAPS);
-    EXPECT_EQ(LastOpened(),
-              u"https://www.google.com/maps/place/-33.450000,-70.670000/@-33.450000,-70.670000,15z/data=!3m1!1e3");
+    EXPECT_EQ(LastOpened().substr(LastOpened().size() - 14), u"/data=!3m1!1e3");
 }
 
 TEST_F(ExifWindow, GoogleEarthWritesThePlacemarkAndTheNextFileDeletesIt) {
@@ -271,19 +278,9 @@ TEST_F(ExifWindow, GoogleEarthWritesThePlacemarkAndTheNextFileDeletesIt) {
     EXPECT_FALSE(platform::FileExists(kml));
 }
 
-TEST_F(ExifWindow, EveryKeyReachesItsAction) {
+TEST_F(ExifWindow, EveryOtherKeyReachesItsAction) {
     HWND window = ShowHere(gps);
     HWND list = GetDlgItem(window, IDC_EXIF_LIST);
-    const struct {
-        UINT key;
-        const char16_t* linkStart;
-    } kMapKeys[] = {{'A', u"bingmaps:"},         {'B', u"https://www.bing.com/"},      {'H', u"https://geohack."},
-                    {'K', u"https://map.kakao"}, {'M', u"https://www.google.com/"},    {'N', u"https://map.naver"},
-                    {'O', u"https://www.openstreetmap.org/"}};
-    for (const auto& k : kMapKeys) {
-        Key(window, k.key);
-        EXPECT_EQ(LastOpened().rfind(k.linkStart, 0), 0u) << char(k.key) << " opened " << LastOpened().size();
-    }
     Key(window, 'G');
     EXPECT_EQ(LastOpened().substr(LastOpened().size() - 4), u".kml");
 
@@ -307,19 +304,14 @@ TEST_F(ExifWindow, EveryKeyReachesItsAction) {
     EXPECT_TRUE(IsWindow(window));
 
     // T shows the context menu at the button: the map items are enabled.
-    static HMENU shownMenu;
-    static bool gpsItemsEnabled;
-    shownMenu = nullptr;
-    ActSoon([] {
-        HWND menu = FindWindowW(L"#32768", nullptr);
-        shownMenu = menu ? reinterpret_cast<HMENU>(SendMessageW(menu, MN_GETHMENU, 0, 0)) : nullptr;
-        gpsItemsEnabled = shownMenu && !(GetMenuState(shownMenu, IDM_GEOHACK, MF_BYCOMMAND) & MF_GRAYED);
-        wintest::SaveScreenshot(vv::ExifWindowHandle(), "exif_window_menu_gps", menu);
-        EndMenu();
-    });
-    Key(window, 'T');
-    EXPECT_NE(shownMenu, nullptr);
-    EXPECT_TRUE(gpsItemsEnabled);
+    UINT geoHack = MF_GRAYED;
+    WithMenu(
+        [&](HMENU items, HWND menu) {
+            geoHack = GetMenuState(items, IDM_GEOHACK, MF_BYCOMMAND);
+            wintest::SaveScreenshot(vv::ExifWindowHandle(), "exif_window_menu_gps", menu);
+        },
+        [&] { Key(window, 'T'); });
+    EXPECT_FALSE(geoHack & MF_GRAYED);
 
     Key(window, 'E');
     EXPECT_FALSE(IsWindow(window));
@@ -332,57 +324,41 @@ TEST_F(ExifWindow, EveryKeyReachesItsAction) {
 TEST_F(ExifWindow, ContextMenuGreysTheMapsWithoutAPositionAndKeepsTheSatelliteChoice) {
     Setting(u"Viewing", u"DarkMode", u"1");
     HWND window = ShowHere(plain);
-    static bool greyed;
-    greyed = false;
-    ActSoon([] {
-        HWND menu = FindWindowW(L"#32768", nullptr);
-        HMENU items = menu ? reinterpret_cast<HMENU>(SendMessageW(menu, MN_GETHMENU, 0, 0)) : nullptr;
-        greyed = items;
-        for (int id : {IDC_EXIF_GOOGLE_MAPS, IDM_GEOHACK, IDC_EXIF_OPENSTREETMAP, IDC_EXIF_GOOGLE_EARTH, IDM_KAKAOMAP,
-                       IDM_NAVERMAP, IDM_BINGMAPS, IDM_BINGMAPS_APP})
-            greyed = greyed && (GetMenuState(items, static_cast<UINT>(id), MF_BYCOMMAND) & MF_GRAYED);
-        wintest::SaveScreenshot(vv::ExifWindowHandle(), "exif_window_menu_nogps_dark", menu);
-        EndMenu();
-    });
-    Command(window, IDC_EXIF_MORE);
+    bool greyed = false;
+    WithMenu(
+        [&](HMENU items, HWND menu) {
+            greyed = items;
+            for (int id : {IDC_EXIF_GOOGLE_MAPS, IDM_GEOHACK, IDC_EXIF_OPENSTREETMAP, IDC_EXIF_GOOGLE_EARTH,
+                           IDM_KAKAOMAP, IDM_NAVERMAP, IDM_BINGMAPS, IDM_BINGMAPS_APP})
+                greyed = greyed && (GetMenuState(items, static_cast<UINT>(id), MF_BYCOMMAND) & MF_GRAYED);
+            wintest::SaveScreenshot(vv::ExifWindowHandle(), "exif_window_menu_nogps_dark", menu);
+        },
+        [&] { Command(window, IDC_EXIF_MORE); });
     EXPECT_TRUE(greyed);
 
     // The satellite item flips and is saved; the next menu shows it checked.
     Command(window, IDM_SATELLITE);
     EXPECT_EQ(Setting(u"EXIF", u"Satellite"), u"1");
-    static bool checked;
-    ActSoon([] {
-        HWND menu = FindWindowW(L"#32768", nullptr);
-        HMENU items = menu ? reinterpret_cast<HMENU>(SendMessageW(menu, MN_GETHMENU, 0, 0)) : nullptr;
-        checked = items && (GetMenuState(items, IDM_SATELLITE, MF_BYCOMMAND) & MF_CHECKED);
-        EndMenu();
-    });
-    Command(window, IDC_EXIF_MORE);
-    EXPECT_TRUE(checked);
+    UINT satellite = 0;
+    WithMenu([&](HMENU items, HWND) { satellite = GetMenuState(items, IDM_SATELLITE, MF_BYCOMMAND); },
+             [&] { Command(window, IDC_EXIF_MORE); });
+    EXPECT_TRUE(satellite & MF_CHECKED);
     Command(window, IDM_SATELLITE);
     EXPECT_EQ(Setting(u"EXIF", u"Satellite"), u"0");
 }
 
 TEST_F(ExifWindow, ChooseTagsHidesATagAndItsPositionHalf) {
     HWND window = ShowHere(gps);
-    for (const char16_t* mode : {u"0", u"1"}) {
-        Setting(u"Viewing", u"DarkMode", mode);
-        static const char* shot;
-        shot = mode[0] == u'1' ? "choose_tags_dark" : "choose_tags_light";
-        ActSoon([] {
-            HWND chooser = FindWindowW(nullptr, L"Choose EXIF tags for the display");
-            if (!chooser)
-                return;
+    for (const char* shot : {"choose_tags_light", "choose_tags_dark"}) {
+        Setting(u"Viewing", u"DarkMode", shot[12] == 'd' ? u"1" : u"0");
+        Choose(window, [shot](HWND chooser) {
             HWND list = GetDlgItem(chooser, IDC_CHOOSE_LIST);
-            for (int i = 0; i < ListView_GetItemCount(list); ++i) {
-                const std::wstring number = Cell(list, i, 0);
-                if (number == L"272" || number == L"404")
+            for (int i = 0; i < ListView_GetItemCount(list); ++i)
+                if (Cell(list, i, 0) == L"272" || Cell(list, i, 0) == L"404")
                     ListView_SetCheckState(list, i, FALSE);
-            }
             wintest::SaveScreenshot(chooser, shot);
             SendMessageW(chooser, WM_COMMAND, IDOK, 0);
         });
-        Command(window, IDM_CHOOSE_TAGS);
     }
     EXPECT_EQ(Setting(u"EXIF", u"HideTags"), u"272,404,");
     HWND list = GetDlgItem(window, IDC_EXIF_LIST);
@@ -391,14 +367,10 @@ TEST_F(ExifWindow, ChooseTagsHidesATagAndItsPositionHalf) {
     EXPECT_FALSE(Visible(window, IDC_EXIF_GOOGLE_EARTH)) << "hiding the longitude hides the maps";
 
     // Select all, then OK: everything shows again.
-    ActSoon([] {
-        HWND chooser = FindWindowW(nullptr, L"Choose EXIF tags for the display");
-        if (!chooser)
-            return;
+    Choose(window, [](HWND chooser) {
         SendMessageW(chooser, WM_COMMAND, IDC_CHOOSE_SELECT_ALL, 0);
         SendMessageW(chooser, WM_COMMAND, IDOK, 0);
     });
-    Command(window, IDM_CHOOSE_TAGS);
     EXPECT_EQ(Setting(u"EXIF", u"HideTags"), u"");
     EXPECT_TRUE(Visible(window, IDC_EXIF_GOOGLE_EARTH));
 }

@@ -1,8 +1,5 @@
 #include "harness.h"
 
-#include "fixture/fixture.h"
-#include "platform/platform.h"
-
 namespace wintest {
 
 StandInViewer::StandInViewer(const wchar_t* title, int left) {
@@ -49,37 +46,72 @@ LRESULT CALLBACK StandInViewer::Proc(HWND window, UINT message, WPARAM wParam, L
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
-std::string UnixPath(const std::u16string& path) {
-    using Convert = char*(CDECL*)(const wchar_t*);
-    const auto convert = reinterpret_cast<Convert>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "wine_get_unix_file_name")));
-    char* unix = convert ? convert(reinterpret_cast<const wchar_t*>(path.c_str())) : nullptr;
-    const std::string result = unix ? unix : "";
-    HeapFree(GetProcessHeap(), 0, unix);
-    return result;
+namespace {
+
+struct Driver {
+    std::function<HWND()> find;
+    std::vector<Step> steps;
+    int yes;
+    Driven driven;
+    HWND window = nullptr, lastBox = nullptr;
+    int idle = 0;
+    bool busy = false;
+};
+Driver* g_driver = nullptr;
+
+std::wstring TextOf(HWND window) {
+    wchar_t text[4200] = {};
+    GetWindowTextW(window, text, 4200);
+    return text;
 }
 
-std::string RunOnHost(const std::string& shellCommand) {
-    fixture::TempDir out;
-    const std::u16string answer = out.Path("answer.txt");
-    const std::string target = UnixPath(answer);
-    if (target.empty())
-        return "<no host path>";
-    const std::string script =
-        "(" + shellCommand + ") > '" + target + ".part' 2>&1; mv '" + target + ".part' '" + target + "'";
-    std::u16string command = u"Z:\\bin\\sh -c \"" + platform::Utf8ToUtf16(script) + u"\"";
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process = {};
-    if (!CreateProcessW(nullptr, reinterpret_cast<wchar_t*>(&command[0]), nullptr, nullptr, FALSE, 0, nullptr,
-                        nullptr, &startup, &process))
-        return "<host program not started>";
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-    for (int i = 0; i < 600 && !platform::FileExists(answer); ++i)
-        Sleep(50);
-    const fixture::Bytes bytes = fixture::ReadAll(answer);
-    return std::string(bytes.begin(), bytes.end());
+// A message box: a visible dialog of this thread other than the driven one,
+// with its text in a static of id 0xFFFF (100 under Wine).
+BOOL CALLBACK FindBox(HWND window, LPARAM found) {
+    wchar_t className[16] = {};
+    GetClassNameW(window, className, 16);
+    if (window != g_driver->window && IsWindowVisible(window) && std::wstring(className) == L"#32770" &&
+        (GetDlgItem(window, 0xFFFF) || GetDlgItem(window, 100))) {
+        *reinterpret_cast<HWND*>(found) = window;
+        return FALSE;
+    }
+    return TRUE;
+}
+
+// Boxes are answered even inside a step (one that clicks a button asking a
+// question); steps do not nest (one that pumps messages).
+void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
+    Driver& d = *g_driver;
+    d.window = d.find();
+    HWND box = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), FindBox, reinterpret_cast<LPARAM>(&box));
+    if (box && box != d.lastBox) {
+        d.lastBox = box;
+        std::wstring text = TextOf(GetDlgItem(box, 0xFFFF));
+        d.driven.boxes.emplace_back(text.empty() ? TextOf(GetDlgItem(box, 100)) : text, TextOf(box));
+        const int button = GetDlgItem(box, IDYES) ? d.yes : IDOK;
+        PostMessageW(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(box, button)));
+    }
+    if (box || d.busy || !d.window || !IsWindowVisible(d.window))
+        return;
+    d.busy = true;
+    if (d.driven.stepsRun < d.steps.size())
+        d.steps[d.driven.stepsRun++](d.window);
+    else if (++d.idle > 60)
+        PostMessageW(d.window, WM_COMMAND, IDCANCEL, 0);
+    d.busy = false;
+}
+
+}  // namespace
+
+Driven DriveModal(std::function<HWND()> find, std::vector<Step> steps, const std::function<void()>& modal, int yes) {
+    Driver driver{std::move(find), std::move(steps), yes, {}};
+    g_driver = &driver;
+    const UINT_PTR timer = SetTimer(nullptr, 0, 50, Tick);
+    modal();
+    KillTimer(nullptr, timer);
+    g_driver = nullptr;
+    return driver.driven;
 }
 
 }  // namespace wintest

@@ -1,10 +1,11 @@
 // What the dialog suites share: a stand-in for the viewer's main window that
-// records what the plug-in sends it, and a way to ask a program of the host
-// (exiftool, the independent reader of the files we write).
+// records what the plug-in sends it, and a driver for the plug-in's modal
+// windows.
 #pragma once
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -38,13 +39,18 @@ private:
     std::vector<ViewerMessage> received_;
 };
 
-// The host's path of a Windows path (Wine's drive mapping); "" when unknown.
-std::string UnixPath(const std::u16string& path);
-
-// Runs `shellCommand` with the host's /bin/sh and returns what it printed
-// (standard output and error). Wine starts host programs but does not hand
-// them our standard handles, so the output comes back through a file that
-// appears whole when the command is done. Waits at most 30 seconds.
-std::string RunOnHost(const std::string& shellCommand);
+// Acts inside the modal loops of this thread while `modal` runs (it opens a
+// modal window and returns when that closes). On each tick of a thread timer
+// a message box is noted and answered (`yes` where it asks, OK elsewhere);
+// otherwise, while `find` names a visible window, the next step acts on it.
+// A window still up long after the last step is cancelled, so that a stuck
+// test fails instead of hanging.
+using Step = std::function<void(HWND window)>;
+struct Driven {
+    std::vector<std::pair<std::wstring, std::wstring>> boxes;  // text, caption
+    size_t stepsRun = 0;
+};
+Driven DriveModal(std::function<HWND()> find, std::vector<Step> steps, const std::function<void()>& modal,
+                  int yes = IDYES);
 
 }  // namespace wintest

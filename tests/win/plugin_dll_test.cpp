@@ -17,30 +17,10 @@ namespace {
 
 using namespace windll;
 
-const char* const kExports[] = {
-    "GetPlugInInfo",    "ClosePlugin",      "Get_EXIF_Window",    "GetExifInfos",    "LoadData_EXIF_W",
-    "LoadTag_EXIF_W",   "Show_EXIF_Info_W", "Create_EXIF_Data_W", "LoadData_IPTC_W", "LoadTag_IPTC_W",
-    "Show_IPTC_Info_W", "Load_Comment_W",   "Show_JPG_Comment_W",
-};
-
-TEST(PluginDll, LoadsByNameAndHasAllThirteenExports) {
-    ASSERT_NE(Plugin(), nullptr) << "LoadLibraryW(L\"Metadata.dll\") failed: " << GetLastError();
-    for (const char* name : kExports)
-        EXPECT_NE(GetProcAddress(Plugin(), name), nullptr) << name;
-    // Undecorated only: no stdcall-style "_Name@n" aliases.
-    EXPECT_EQ(GetProcAddress(Plugin(), "_GetPlugInInfo"), nullptr);
-}
-
-TEST(PluginDll, GetPlugInInfoAnswersTheTwoTexts) {
-    auto info = Export<GetPlugInInfoFn>("GetPlugInInfo");
-    ASSERT_NE(info, nullptr);
-    char version[32] = {}, description[128] = {};
-    EXPECT_EQ(info(version, description), 0);
-    EXPECT_STREQ(version, "4.76");
-    EXPECT_STREQ(description, "EXIF/IPTC/Comment image information");
-}
-
+// The export names are checked on the DLL's file (scripts/check-dll.sh, vvmeta
+// exports) and the info texts natively; here the DLL loads and answers.
 TEST(PluginDll, WindowExportsAnswerWithoutAWindow) {
+    ASSERT_NE(Plugin(), nullptr) << "LoadLibraryW(L\"Metadata.dll\") failed: " << GetLastError();
     auto getWindow = Export<GetExifWindowFn>("Get_EXIF_Window");
     auto close = Export<ClosePluginFn>("ClosePlugin");
     ASSERT_NE(getWindow, nullptr);

@@ -15,45 +15,6 @@ using namespace vv;
 
 enum ControlId { kStatic = 100, kEdit, kCheckBox, kButton, kIconButton, kList, kCombo };
 
-// DLGTEMPLATE followed by DLGITEMTEMPLATEs, each DWORD-aligned.
-class DialogTemplate {
-public:
-    DialogTemplate() {
-        Dword(WS_POPUP | WS_CAPTION | DS_SETFONT);
-        Dword(0);
-        Word(0);  // item count, patched by Add
-        for (int i = 0; i < 4; ++i)
-            Word(i < 2 ? 0 : 200);
-        Word(0), Word(0), Text(L"Theme");
-        Word(8), Text(L"MS Shell Dlg");
-    }
-    void Add(const wchar_t* className, WORD atom, DWORD style, WORD id) {
-        while (words_.size() % 2)
-            Word(0);
-        Dword(WS_CHILD | WS_VISIBLE | style);
-        Dword(0);
-        const WORD y = static_cast<WORD>(words_[4] * 20);
-        Word(5), Word(y), Word(80), Word(14), Word(id);
-        if (className)
-            Text(className);
-        else
-            Word(0xFFFF), Word(atom);
-        Text(L"Text"), Word(0);
-        ++words_[4];
-    }
-    const DLGTEMPLATE* get() const { return reinterpret_cast<const DLGTEMPLATE*>(words_.data()); }
-
-private:
-    void Word(WORD w) { words_.push_back(w); }
-    void Dword(DWORD d) { Word(LOWORD(d)), Word(HIWORD(d)); }
-    void Text(const wchar_t* s) {
-        do
-            Word(*s);
-        while (*s++);
-    }
-    std::vector<WORD> words_;
-};
-
 int g_darkMode = 0;
 std::vector<std::wstring> g_measuredMenuTexts;
 
@@ -74,15 +35,21 @@ protected:
     void SetUp() override {
         INITCOMMONCONTROLSEX init = {sizeof init, ICC_LISTVIEW_CLASSES | ICC_STANDARD_CLASSES};
         InitCommonControlsEx(&init);
-        DialogTemplate t;
-        t.Add(nullptr, 0x0082, SS_LEFT, kStatic);
-        t.Add(nullptr, 0x0081, ES_AUTOHSCROLL | WS_BORDER, kEdit);
-        t.Add(nullptr, 0x0080, BS_AUTOCHECKBOX, kCheckBox);
-        t.Add(nullptr, 0x0080, BS_PUSHBUTTON, kButton);
-        t.Add(nullptr, 0x0080, BS_PUSHBUTTON | BS_ICON, kIconButton);
-        t.Add(WC_LISTVIEWW, 0, LVS_REPORT, kList);
-        t.Add(nullptr, 0x0085, CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS, kCombo);
-        dialog_ = CreateDialogIndirectParamW(GetModuleHandleW(nullptr), t.get(), nullptr, TestDialogProc, 0);
+        // An empty dialog; its controls are added as children, one below the other.
+        struct alignas(4) {
+            DLGTEMPLATE dialog;
+            WORD menu, windowClass, title;
+        } const empty = {{WS_POPUP | WS_CAPTION, 0, 0, 0, 0, 200, 200}, 0, 0, 0};
+        dialog_ = CreateDialogIndirectParamW(GetModuleHandleW(nullptr), &empty.dialog, nullptr, TestDialogProc, 0);
+        const std::pair<const wchar_t*, DWORD> kControls[] = {
+            {L"Static", SS_LEFT},           {L"Edit", ES_AUTOHSCROLL | WS_BORDER},
+            {L"Button", BS_AUTOCHECKBOX},   {L"Button", BS_PUSHBUTTON},
+            {L"Button", BS_PUSHBUTTON | BS_ICON}, {WC_LISTVIEWW, LVS_REPORT},
+            {L"ComboBox", CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS}};
+        for (int i = 0; i < 7; ++i)
+            CreateWindowExW(0, kControls[i].first, L"Text", WS_CHILD | WS_VISIBLE | kControls[i].second, 8, 8 + 30 * i,
+                            120, 23, dialog_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(kStatic + i)),
+                            GetModuleHandleW(nullptr), nullptr);
         ASSERT_NE(dialog_, nullptr) << GetLastError();
         for (int id = kStatic; id <= kCombo; ++id)
             procs_[id] = GetWindowLongPtrW(Item(id), GWLP_WNDPROC);
