@@ -193,4 +193,16 @@ TEST(NikonNote, StructuresStopAtTheRowLimitAndHostileOffsetsGiveNoRows) {
               (Texts{"Lens=", "Lens Data Version=0101"}));
 }
 
+// A fuzz finding: a bracket step of 2.45e9 EV overflowed the int its steps
+// were counted in.
+TEST(NikonNote, ABracketValueBeyondAnyIntIsPrinted) {
+    EXPECT_EQ(Nikon(kLE, kLE, [](MakerNoteBuilder& n) {
+                  Bytes huge;
+                  fixture::PutU32(huge, 2453700000u, kLE);
+                  fixture::PutU32(huge, 1, kLE);
+                  n.OutOfLine(25, fixture::kRational, 1, huge);
+              }),
+              (Texts{"Exposure Bracket Value=+2.45e+09"}));
+}
+
 }  // namespace
