@@ -84,23 +84,16 @@ TEST_F(CommentWriter, EveryRefusalLeavesTheFileByteForByte) {
     uint32_t offset = 0, length = 0;
     comment::LocateComment(path, offset, length);
     ASSERT_EQ(offset, kSoi.size() + kApp0.size());
-    const std::string nowhere = dir_.Utf8Path("no-such-folder");
     const struct {
         std::function<int()> write;
         std::u16string error;
     } cases[] = {
-        {[&] { platform::SetReadOnly(path, true); int r = Write(path, "x"); platform::SetReadOnly(path, false);
-               return r; },
-         u"Can't write Comment data!\n\nThe file: '" + path + u"' is read only."},
         {[&] { return comment::WriteJpegComment(path, offset + 1, length, "x", false, error_); },
          u"Can't write Comment data!\n\nThe file: '" + path + u"' has changed since it was read."},
         {[&] { return comment::WriteJpegComment(path, offset, length + 1, "x", false, error_); },
          u"Can't write Comment data!\n\nThe file: '" + path + u"' has changed since it was read."},
         {[&] { return Write(path, std::string(65533, 'a')); },
          u"Can't write Comment data!\n\nThe comment is too long for a JPEG segment (more than 65532 bytes)."},
-        {[&] { fixture::ScopedTempFolder gone(nowhere); return Write(path, "x"); },
-         u"Can't open file for writing: " + platform::Utf8ToUtf16(nowhere) + platform::kPathSeparator +
-             vv::kRewriteTempName},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(c.write(), 0);
@@ -108,11 +101,6 @@ TEST_F(CommentWriter, EveryRefusalLeavesTheFileByteForByte) {
         EXPECT_EQ(fixture::ReadAll(path), original);
         EXPECT_FALSE(platform::FileExists(vv::RewriteTempPath()));
     }
-    const Bytes png = fixture::PngFile({});
-    const auto pngPath = dir_.Write("p.jpg", png);
-    EXPECT_EQ(Write(pngPath, "x"), 0);
-    EXPECT_EQ(error_, u"Can't write Comment data!\n\nThe file: '" + pngPath + u"' is not a JPEG file.");
-    EXPECT_EQ(fixture::ReadAll(pngPath), png);
     EXPECT_EQ(Write(dir_.Path("gone.jpg"), "x"), 0);
     EXPECT_EQ(error_, u"Can't open file: " + dir_.Path("gone.jpg"));
     // An empty text for a file without comment is no write at all, not even a check.
