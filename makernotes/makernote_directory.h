@@ -76,7 +76,6 @@ const char* EnumerationText(const Enumeration& e, int64_t value);
 // formats that depend on it. It lives for one note's decoding.
 struct NoteContext {
     bool qualityFromZero = false;  // Olympus: the Quality values count from 0
-    uint8_t lensType = 0;          // Nikon: tag 0083's flags, the last byte of a lens key
     bool threePointAf = false;     // Olympus: the camera has the three AF points of the early bodies
     bool degreesStored = false;    // Olympus: the sensor temperature is stored in degrees, not as a reading
 };

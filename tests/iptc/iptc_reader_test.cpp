@@ -4,7 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
 #include <tuple>
+#include <utility>
+#include <vector>
 
 #include "fixture/iptc_fixture.h"
 #include "iptc/iptc_reader.h"
@@ -58,36 +61,30 @@ TEST(IptcDataset, StaysInsideTheBlock) {
     EXPECT_STREQ(text, "x");
 }
 
-TEST(IptcBlock, RecordOneEscapeSelectsUtf8ElseAnsi) {
+TEST(IptcBlock, CharacterSetFromRecordOnesEscapeOrACityMentioningUtfAndFromAnEscapeInRecordTwoOn) {
     const std::string city = "Z\xC3\xBCrich";
-    auto utf8 = NewRecord();
-    EXPECT_EQ(ParseApp13(IimBuilder().Dataset(1, 90, "\x1B%G").Dataset(2, 90, city).Build(), *utf8), 1);
-    EXPECT_EQ(Field(*utf8, kCity), u"Z\u00FCrich");
-    EXPECT_EQ(utf8->utf8, 1);
-    EXPECT_STREQ(utf8->codedCharacterSet, "\x1B%G");
-
-    auto ansi = NewRecord();
-    ParseApp13(IimBuilder().Dataset(2, 90, city).Build(), *ansi);
-    EXPECT_EQ(Field(*ansi, kCity), u"Z\u00C3\u00BCrich");
-    EXPECT_EQ(ansi->utf8, 0);
-}
-
-TEST(IptcBlock, RecordTwoCityMentioningUtfSelectsUtf8ForEveryDataset) {
-    auto data = NewRecord();
-    ParseApp13(IimBuilder().Dataset(2, 120, "caf\xC3\xA9").Dataset(2, 90, "Utfield-utf").Build(), *data);
-    EXPECT_EQ(Field(*data, kCaption), u"caf\u00E9");
-    EXPECT_EQ(Field(*data, kCity), u"Utfield-utf");
-    EXPECT_STREQ(data->codedCharacterSet, "Utfield-utf");
-}
-
-TEST(IptcBlock, EscapeInRecordTwoSwitchesOnlyTheDatasetsAfterIt) {
-    auto data = NewRecord();
-    ParseApp13(IimBuilder().Dataset(2, 90, "Bern").Dataset(2, 5, "\xE9").Dataset(2, 90, "\x1B%G")
-                   .Dataset(2, 120, "\xC3\xA9").Build(), *data);
-    EXPECT_EQ(Field(*data, kObjectName), u"\u00E9");
-    EXPECT_EQ(Field(*data, kCaption), u"\u00E9");
-    EXPECT_EQ(Field(*data, kCity), u"Bern");
-    EXPECT_EQ(data->utf8, 1);
+    const struct {
+        Bytes iim;
+        int utf8;
+        const char* codedSet;
+        std::vector<std::pair<int, std::u16string>> fields;
+    } cases[] = {  // codedSet, when given: the text kept as the character set
+        {IimBuilder().Dataset(1, 90, "\x1B%G").Dataset(2, 90, city).Build(), 1, "\x1B%G", {{kCity, u"Z\u00FCrich"}}},
+        {IimBuilder().Dataset(2, 90, city).Build(), 0, nullptr, {{kCity, u"Z\u00C3\u00BCrich"}}},
+        {IimBuilder().Dataset(2, 120, "caf\xC3\xA9").Dataset(2, 90, "Utfield-utf").Build(), 1, "Utfield-utf",
+         {{kCaption, u"caf\u00E9"}, {kCity, u"Utfield-utf"}}},
+        // An escape in record 2 switches only the datasets after it.
+        {IimBuilder().Dataset(2, 90, "Bern").Dataset(2, 5, "\xE9").Dataset(2, 90, "\x1B%G").Dataset(2, 120, "\xC3\xA9")
+             .Build(), 1, nullptr, {{kObjectName, u"\u00E9"}, {kCaption, u"\u00E9"}, {kCity, u"Bern"}}},
+    };
+    for (const auto& c : cases) {
+        auto data = NewRecord();
+        const int datasets = ParseApp13(c.iim, *data);
+        if (c.codedSet) EXPECT_EQ(datasets, static_cast<int>(c.fields.size()));
+        EXPECT_EQ(data->utf8, c.utf8);
+        if (c.codedSet) EXPECT_STREQ(data->codedCharacterSet, c.codedSet);
+        for (const auto& [dataset, text] : c.fields) EXPECT_EQ(Field(*data, dataset), text) << dataset;
+    }
 }
 
 TEST(IptcBlock, KeywordsCategoriesAndCaptionsAccumulateOthersTakeTheLast) {

@@ -134,18 +134,4 @@ TEST(MakerDispatch, LastMakeRowWithinTheCountDecides) {
     EXPECT_TRUE(exif::MakeEquals(*two.table, two.count - 1, "CANON"));
 }
 
-// The real decoders behind the dispatch: the row guard of every directory.
-
-TEST(MakerDispatch, DirectoryThatWouldReach256RowsAddsNoRows) {
-    fixture::MakerNoteBuilder note(kLE);
-    for (int i = 0; i < 10; ++i) note.Short(45094, 1);
-    const Bytes tenEntries = note.Build(fixture::kNoteOffset);
-    // 246 rows before the note (245 + Make) and 10 entries reach 256: skipped whole.
-    EXPECT_EQ(DispatchNote(kLE, "SONY", tenEntries, 245).rows().size(), 0u);
-    // 245 + 10 = 255 stays below the limit.
-    const Decoded fits = DispatchNote(kLE, "SONY", tenEntries, 244);
-    ASSERT_EQ(fits.rows().size(), 10u);
-    EXPECT_EQ(fits.rows()[9].value, "On");
-}
-
 }  // namespace

@@ -1,7 +1,6 @@
 // The values the corpus files hold only little-endian or not at all: Olympus
 // sub-directory values read in a big-endian note (signed tables, AF areas,
-// lens and aperture codes, the focus distance), and Fujifilm's longer values
-// read little-endian in a big-endian file.
+// lens and aperture codes, the focus distance).
 #include <initializer_list>
 #include <string>
 
@@ -65,19 +64,6 @@ TEST(OlympusNote, SubDirectoryValuesOfABigEndianNote) {
     focus.Field(0x1209, fixture::kShort, 2, Shorts({1, 4})).Short(0x1500, -10);
     EXPECT_EQ(note(0x2050, focus), (Texts{"Camera Type=E-1", "Focus Distance=0.705 m", "AF Point=Center (vertical)",
                                           "Manual Flash=On (1/4 strength)", "Sensor Temperature=-10 C"}));
-}
-
-TEST(FujifilmNote, LongerValuesReadLittleEndianInABigEndianFile) {
-    MakerNoteBuilder n(kLE);
-    n.Header(std::string("FUJIFILM\x0C\0\0\0", 12));
-    n.OutOfLine(0x100a, fixture::kSLong, 2, Longs(kLE, {40, -20}));
-    n.OutOfLine(0x1011, fixture::kSRational, 1, Longs(kLE, {-3, 3})).Field(0x1023, fixture::kShort, 2, {12, 0, 34, 0});
-    n.Long(0x1040, 0xFFFFFFF0).OutOfLine(0x1404, fixture::kRational, 1, Longs(kLE, {1800, 100}));
-    n.OutOfLine(0x1422, fixture::kShort, 3, {2, 1, 2, 0, 0, 0}).Short(0x1438, 0x8123);
-    EXPECT_EQ(RowTexts(DispatchNote(kBE, "FUJIFILM", n.Build(0))),
-              (Texts{"White Balance Fine Tune=Red +40, Blue -20", "Flash Exposure Compensation=-1", "Focus Pixel=12 34",
-                     "Shadow Tone=+1 (medium hard)", "Min Focal Length=18",
-                     "Image Stabilization=IBIS/OIS + DIS; On (mode 2, shooting only); 0", "Image Count=291"}));
 }
 
 }  // namespace

@@ -156,10 +156,19 @@ TEST(FujifilmNote, LittleEndianDirectoryInABigEndianFileOffsetsFromTheNote) {
     n.Field(0x0000, fixture::kUndefined, 4, fixture::ToBytes("0130")).Ascii(0x0010, "FPX20582698 592D3131");
     n.Short(0x1001, 0x84).Short(0x1002, 0x301).Short(0x1010, 0x8120).Short(0x1031, 0x200);
     n.Short(0x1234, 1).Short(0x1002, 0x777);  // an unnamed tag; an unlisted value
+    // The longer values, signed and unsigned.
+    n.OutOfLine(0x100a, fixture::kSLong, 2, Words(kLE, 4, {40, static_cast<uint32_t>(-20)}));
+    n.OutOfLine(0x1011, fixture::kSRational, 1, Words(kLE, 4, {static_cast<uint32_t>(-3), 3}));
+    n.Field(0x1023, fixture::kShort, 2, {12, 0, 34, 0});
+    n.Long(0x1040, 0xFFFFFFF0).OutOfLine(0x1404, fixture::kRational, 1, Words(kLE, 4, {1800, 100}));
+    n.OutOfLine(0x1422, fixture::kShort, 3, {2, 1, 2, 0, 0, 0}).Short(0x1438, 0x8123);
     EXPECT_EQ(RowTexts(DispatchNote(kBE, "FUJIFILM", n.Build(0))),
               (Texts{"Version=0130", "Serial Number=FPX20582698 592D3131", "Sharpness=+1 (medium hard)",
                      "White Balance=Day white fluorescent", "Flash Mode=TTL",
-                     "Picture Mode=Shutter speed priority AE", "White Balance=1911"}));
+                     "Picture Mode=Shutter speed priority AE", "White Balance=1911",
+                     "White Balance Fine Tune=Red +40, Blue -20", "Flash Exposure Compensation=-1",
+                     "Focus Pixel=12 34", "Shadow Tone=+1 (medium hard)", "Min Focal Length=18",
+                     "Image Stabilization=IBIS/OIS + DIS; On (mode 2, shooting only); 0", "Image Count=291"}));
 }
 
 }  // namespace
