@@ -80,9 +80,11 @@ TEST(IptcBlock, CharacterSetFromRecordOnesEscapeOrACityMentioningUtfAndFromAnEsc
     for (const auto& c : cases) {
         auto data = NewRecord();
         const int datasets = ParseApp13(c.iim, *data);
-        if (c.codedSet) EXPECT_EQ(datasets, static_cast<int>(c.fields.size()));
         EXPECT_EQ(data->utf8, c.utf8);
-        if (c.codedSet) EXPECT_STREQ(data->codedCharacterSet, c.codedSet);
+        if (c.codedSet) {
+            EXPECT_EQ(datasets, static_cast<int>(c.fields.size()));
+            EXPECT_STREQ(data->codedCharacterSet, c.codedSet);
+        }
         for (const auto& [dataset, text] : c.fields) EXPECT_EQ(Field(*data, dataset), text) << dataset;
     }
 }
