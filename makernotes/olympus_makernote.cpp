@@ -256,7 +256,7 @@ constexpr ValueText kWbModeTexts[] = {
 void WbMode(const MakerEntry& e) {
     int64_t v[2] = {};
     const size_t n = ReadElements(e, v, 2);
-    if (n == 0 || v[0] > 0xFF || v[1] > 0xFF) return SignedNumbers(e);
+    if (n == 0 || v[0] < 0 || v[1] < 0 || v[0] > 0xFF || v[1] > 0xFF) return SignedNumbers(e);
     if (const char* text = TextOf(kWbModeTexts, v[0] << 8 | v[1])) return exif::SetRowValue(e.row(), text);
     SignedNumbers(e);
 }

@@ -115,6 +115,14 @@ TEST(OlympusNote, QualityCountsFromZeroOnlyForSxTypesOtherThanSx151AndForD4322) 
     EXPECT_EQ(quality(nullptr), "Quality=SQ (low)");
 }
 
+// A fuzz finding: a negative white-balance kind was shifted to look it up.
+TEST(OlympusNote, NegativeWhiteBalanceModeShowsItsNumbers) {
+    const Texts rows = Olympus(kLE, OlympusNote(kLE, kOldForm, fixture::kNoteOffset, [](MakerNoteBuilder& n) {
+                                   n.Field(0x1015, fixture::kSShort, 2, {0xFF, 0xFF, 0x02, 0x00});
+                               }));
+    EXPECT_EQ(rows, Texts{"White Balance Mode=-1 2"});
+}
+
 TEST(OlympusNote, HostileSubDirectoryEntriesGiveNoRows) {
     // The note (older form) covers file offsets 8 to 58, its directory 16 to
     // 54. At 60 stands a sound one-entry directory, at 78 one whose entry
