@@ -16,52 +16,56 @@ constexpr uint16_t kTagThumbnailLength = 514;
 constexpr uint16_t kSubDirectoryTags[kExtentSubDirectories] = {34665, 34853, 40965};
 
 // The furthest end of the EXIF data seen so far, as an absolute position.
-// Ends beyond the file are lies and do not count.
+// Ends beyond the input are lies and do not count. Also keeps where the last
+// read ended: the end of the input once a read has failed.
 class Extent {
 public:
-    Extent(platform::File& file, uint32_t tiff, int bigEndian)
-        : file_(file), tiff_(tiff), bigEndian_(bigEndian), fileSize_(std::max<int64_t>(file.Size(), 0)) {}
+    Extent(const platform::Cursor& in, uint32_t tiff, uint64_t position)
+        : in_(in), tiff_(tiff), position_(position) {}
 
     // Reads one directory at tiff + offset; notes the end of its table and of
     // every out-of-line value; returns its next-directory offset and, when
     // asked, its sub-directory pointers.
     uint32_t Directory(uint32_t offset, uint32_t* subDirectories) {
-        const int64_t start = static_cast<int64_t>(tiff_) + offset;
-        uint8_t raw[2];
-        if (!file_.Seek(start) || !file_.ReadExact(raw, sizeof raw)) return 0;
-        const uint32_t n = platform::GetU16(raw, bigEndian_);
-        Note(start + 2 + 12 * static_cast<int64_t>(n) + 4);
+        const uint64_t start = uint64_t{tiff_} + offset;
+        platform::Cursor in = in_.ChildAt(start, in_.end());
+        const uint32_t n = in.U16();
+        if (!in.ok()) return Stop();
+        Note(start + 2 + uint64_t{tiff::kEntrySize} * n + 4);
         uint32_t thumbnailOffset = 0, thumbnailLength = 0;
         for (uint32_t i = 0; i < n; ++i) {
             tiff::Entry e;
-            if (!tiff::ReadEntry(file_, bigEndian_, e)) return 0;
-            const uint64_t bytes = static_cast<uint64_t>(e.count) * tiff::TypeSize(e.type);
-            if (bytes > 4) Note(static_cast<int64_t>(tiff_) + e.valueField + static_cast<int64_t>(bytes));
-            const uint32_t number = e.type == 3 ? e.inlineShort : e.valueField;
+            if (!tiff::ReadEntry(in, e)) return Stop();
+            const uint64_t bytes = uint64_t{e.count} * tiff::TypeSize(e.type);
+            if (bytes > 4) Note(uint64_t{tiff_} + e.valueField + bytes);
+            const uint32_t number = e.type == tiff::kShort ? e.inlineShort : e.valueField;
             if (e.tag == kTagThumbnailOffset) thumbnailOffset = number;
             if (e.tag == kTagThumbnailLength) thumbnailLength = number;
             for (int k = 0; subDirectories && k < kExtentSubDirectories; ++k)
                 if (e.tag == kSubDirectoryTags[k]) subDirectories[k] = e.valueField;
         }
-        if (thumbnailOffset && thumbnailLength)
-            Note(static_cast<int64_t>(tiff_) + thumbnailOffset + static_cast<int64_t>(thumbnailLength));
-        uint8_t next[4];
-        return file_.ReadExact(next, sizeof next) ? platform::GetU32(next, bigEndian_) : 0;
+        if (thumbnailOffset && thumbnailLength) Note(uint64_t{tiff_} + thumbnailOffset + thumbnailLength);
+        const uint32_t next = in.U32();
+        if (!in.ok()) return Stop();
+        position_ = in.position();
+        return next;
     }
 
-    int64_t End() const { return end_; }
-    int64_t Position() { return std::min<int64_t>(std::max<int64_t>(file_.Tell(), 0), fileSize_); }
+    uint64_t End() const { return std::max(end_, position_); }
 
 private:
-    void Note(int64_t end) {
-        if (end <= fileSize_) end_ = std::max(end_, end);
+    uint32_t Stop() {
+        position_ = in_.end();
+        return 0;
+    }
+    void Note(uint64_t end) {
+        if (end <= in_.end()) end_ = std::max(end_, end);
     }
 
-    platform::File& file_;
-    uint32_t tiff_;
-    int bigEndian_;
-    int64_t fileSize_;
-    int64_t end_ = 0;
+    const platform::Cursor in_;
+    const uint32_t tiff_;
+    uint64_t position_;
+    uint64_t end_ = 0;
 };
 
 // "Exif" followed by two bytes and a byte-order mark, or the "TTW" marker.
@@ -79,9 +83,10 @@ uint32_t FindTiffHeader(const uint8_t* bytes, size_t size) {
 
 uint32_t LocateExifDefault(platform::File& file, uint32_t& size) {
     size = 0;
+    platform::Cursor in(file, platform::ByteOrder::kLittle);
     uint8_t head[kHeaderScanBytes];
-    if (!file.Seek(0)) return 0;
-    const size_t got = file.Read(head, sizeof head);
+    const size_t got = static_cast<size_t>(std::min<uint64_t>(sizeof head, in.remaining()));
+    if (!in.Bytes(head, got)) return 0;
     uint32_t tiff = FindTiffHeader(head, got);
     // WebP and JPEG XL keep their EXIF in a chunk or box that the first
     // kilobyte's scan may not reach; the viewer has no format code of its
@@ -90,11 +95,14 @@ uint32_t LocateExifDefault(platform::File& file, uint32_t& size) {
     if (tiff == 0) tiff = LocateJpegXlExif(file);
     if (tiff == 0) return 0;
 
+    // The header as far as the input holds it; what is missing reads as zero.
     uint8_t header[8] = {};
-    if (!file.Seek(tiff)) return 0;
-    file.Read(header, sizeof header);
-    const int bigEndian = header[0] == 'M' && header[1] == 'M';
-    Extent extent(file, tiff, bigEndian);
+    platform::Cursor head8 = in.ChildAt(tiff, sizeof header);
+    const uint64_t headerBytes = head8.remaining();
+    head8.Bytes(header, static_cast<size_t>(headerBytes));
+    const bool bigEndian = header[0] == 'M' && header[1] == 'M';
+    in.SetOrder(bigEndian ? platform::ByteOrder::kBig : platform::ByteOrder::kLittle);
+    Extent extent(in, tiff, std::min<uint64_t>(uint64_t{tiff} + headerBytes, in.end()));
     uint32_t subDirectories[kExtentSubDirectories] = {};
     const uint32_t ifd0 = platform::GetU32(header + 4, bigEndian);
     const uint32_t ifd1 = ifd0 ? extent.Directory(ifd0, subDirectories) : 0;
@@ -102,7 +110,7 @@ uint32_t LocateExifDefault(platform::File& file, uint32_t& size) {
         if (sub) extent.Directory(sub, nullptr);
     if (ifd1) extent.Directory(ifd1, nullptr);
 
-    const int64_t extentSize = std::max(extent.End(), extent.Position()) - tiff + 8;
+    const int64_t extentSize = static_cast<int64_t>(extent.End()) - tiff + 8;
     if (extentSize < 1) return 0;
     size = static_cast<uint32_t>(std::clamp<int64_t>(extentSize, kExifExtentMin, kExifExtentMax));
     return tiff;

@@ -14,9 +14,9 @@ uint32_t TypeSize(uint16_t type) {
     }
 }
 
-bool ReadEntry(platform::File& file, int bigEndian, Entry& entry) {
-    uint8_t raw[kEntrySize] = {};
-    const size_t got = file.Read(raw, sizeof raw);
+namespace {
+
+void DecodeEntry(const uint8_t (&raw)[kEntrySize], bool bigEndian, Entry& entry) {
     entry.tag = GetU16(raw, bigEndian);
     entry.type = GetU16(raw + 2, bigEndian);
     entry.count = GetU32(raw + 4, bigEndian);
@@ -24,7 +24,22 @@ bool ReadEntry(platform::File& file, int bigEndian, Entry& entry) {
     std::memcpy(entry.fieldBytes, raw + 8, kValueFieldSize);
     entry.inlineShort = bigEndian && entry.type == kShort ? static_cast<uint16_t>(entry.valueField >> 16)
                                                           : static_cast<uint16_t>(entry.valueField & 0xFFFF);
+}
+
+}  // namespace
+
+bool ReadEntry(platform::File& file, int bigEndian, Entry& entry) {
+    uint8_t raw[kEntrySize] = {};
+    const size_t got = file.Read(raw, sizeof raw);
+    DecodeEntry(raw, bigEndian, entry);
     return got == sizeof raw;
+}
+
+bool ReadEntry(platform::Cursor& in, Entry& entry) {
+    uint8_t raw[kEntrySize];
+    const bool ok = in.Bytes(raw, sizeof raw);
+    DecodeEntry(raw, in.bigEndian(), entry);
+    return ok;
 }
 
 }  // namespace tiff

@@ -43,5 +43,8 @@ struct Entry {
 // the entry then holds what was read with the missing bytes zero (the maker
 // decoders go on with it, the walker stops).
 bool ReadEntry(platform::File& file, int bigEndian, Entry& entry);
+// The same through a cursor, in its byte order; a short read fails the
+// cursor and leaves the entry all zero.
+bool ReadEntry(platform::Cursor& in, Entry& entry);
 
 }  // namespace tiff
