@@ -19,6 +19,10 @@ case $kind in
     winpath() { printf '%s' "$1"; } ;;
   dll)
     bin="$root/build/win64/bin"
+    # A prefix of its own: a wineserver started here, without a display,
+    # would leave the Windows suites' dialogs without a desktop if they ran
+    # at the same time in the shared prefix.
+    export VV_WINEPREFIX64="${VV_WINEPREFIX64:-$HOME/.cache/vantaview/wine64-golden}"
     vvmeta=("$root/scripts/wine-run.sh" "$bin/vvmeta.exe")
     # Wine takes DOS paths; drive Z: is the root of the Unix file system.
     winpath() { printf 'Z:%s' "${1//\//\\}"; } ;;
