@@ -100,6 +100,8 @@ constexpr char16_t kPathSeparator =
 
 // UTF-8 <-> UTF-16. Malformed input becomes U+FFFD, as on Windows.
 std::u16string Utf8ToUtf16(std::string_view text);
+// The same, appended to out (a caller that makes many lines reuses one buffer).
+void AppendUtf8AsUtf16(std::u16string& out, std::string_view text);
 std::string Utf16ToUtf8(std::u16string_view text);
 // The ANSI code page <-> UTF-16: the system's ANSI code page on Windows,
 // Windows-1252 on POSIX. Characters the code page lacks become '?'.

@@ -20,16 +20,22 @@ void AppendCodePoint(std::u16string& out, uint32_t cp) {
 
 std::u16string Utf8ToUtf16(std::string_view text) {
     std::u16string out;
-    out.reserve(text.size());
+    AppendUtf8AsUtf16(out, text);
+    return out;
+}
+
+void AppendUtf8AsUtf16(std::u16string& out, std::string_view text) {
+    out.reserve(out.size() + text.size());
     size_t i = 0;
     const size_t n = text.size();
     while (i < n) {
+        // A run of ASCII goes over in one step.
+        size_t ascii = i;
+        while (ascii < n && static_cast<unsigned char>(text[ascii]) < 0x80) ++ascii;
+        out.append(text.begin() + static_cast<ptrdiff_t>(i), text.begin() + static_cast<ptrdiff_t>(ascii));
+        i = ascii;
+        if (i == n) break;
         const auto b0 = static_cast<unsigned char>(text[i]);
-        if (b0 < 0x80) {
-            out.push_back(b0);
-            ++i;
-            continue;
-        }
         size_t len;
         uint32_t cp, min;
         if (b0 >= 0xC2 && b0 <= 0xDF) { len = 2; cp = b0 & 0x1F; min = 0x80; }
@@ -50,7 +56,6 @@ std::u16string Utf8ToUtf16(std::string_view text) {
         AppendCodePoint(out, cp);
         i += len;
     }
-    return out;
 }
 
 std::string Utf16ToUtf8(std::u16string_view text) {

@@ -72,25 +72,24 @@ std::u16string Wide(const char* utf8, size_t maxBytes) {
 
 std::u16string Ascii(const std::string& text) { return std::u16string(text.begin(), text.end()); }
 
-// The line a row gives in a mode; empty when the mode leaves the row out.
-std::u16string FormatLine(const exif::TagRecord& row, int32_t mode) {
-    const std::u16string name = Wide(row.name, exif::kTagNameSize);
-    const std::u16string value = Wide(row.value, exif::kTagValueSize);
-    switch (mode) {
-        case 1:
-            if (!name.empty() && !value.empty()) return value + u"\n";
-            break;
-        case 2:
-            if (!name.empty() && !value.empty())
-                return Ascii(std::to_string(static_cast<int32_t>(row.tag))) + u"=" + value + u"\n";
-            break;
-        case 3:
-            if (!name.empty()) return value.empty() ? name + u"\n" : name + u" - " + value + u"\n";
-            break;
-        default:
-            break;
+// The line a row gives in a mode, made in `line` (one buffer serves every
+// row of a call); empty when the mode leaves the row out.
+void FormatLine(const exif::TagRecord& row, int32_t mode, std::u16string& line) {
+    line.clear();
+    const std::string_view name(row.name, strnlen(row.name, exif::kTagNameSize));
+    const std::string_view value(row.value, strnlen(row.value, exif::kTagValueSize));
+    if (name.empty() || (value.empty() && mode != 3) || mode < 1 || mode > 3) return;
+    if (mode == 2) {
+        const std::string number = std::to_string(static_cast<int32_t>(row.tag));
+        line.append(number.begin(), number.end());
+        line += u'=';
     }
-    return {};
+    if (mode == 3) {
+        platform::AppendUtf8AsUtf16(line, name);
+        if (!value.empty()) line += u" - ";
+    }
+    platform::AppendUtf8AsUtf16(line, value);
+    line += u'\n';
 }
 
 // Copies text into a cleared buffer of capacity characters; the last
@@ -131,8 +130,10 @@ int32_t LoadExifData(platform::File& input, exif::TagRecordTable& table, char16_
     if (!exif.Read(input)) return 0;
     size_t used = 0;
     uint32_t visited = 0;
+    std::u16string line;
+    line.reserve(exif::kTagNameSize + exif::kTagValueSize + 16);
     for (; visited < exif.rows(); ++visited) {
-        const std::u16string line = FormatLine(exif.table().rows[visited], mode);
+        FormatLine(exif.table().rows[visited], mode, line);
         if (line.empty()) continue;
         if (used + line.size() >= static_cast<size_t>(std::max(capacity, 0))) break;
         std::copy(line.begin(), line.end(), out + used);
