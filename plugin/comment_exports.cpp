@@ -23,24 +23,9 @@ bool ListsFormat(const char16_t* formats, std::u16string_view format) {
 // Room behind the PNG text beyond the caller's capacity.
 constexpr size_t kPngBufferSlack = 8;
 
-}  // namespace
-
-int32_t Load_Comment_W(const char16_t* path, char16_t* out, int32_t capacity, int32_t unused,
-                       const char16_t* formats) {
-    ClearWide(out, capacity);
-    if (!formats || !path || !out || capacity < 1 || !ListsFormat(formats, u";PNG;")) return 0;
-    try {
-        const auto input = platform::Input::Open(path);
-        return input ? LoadPngComment(*input, out, capacity, unused, formats) : 0;
-    } catch (const std::bad_alloc&) {
-        ClearWide(out, capacity);
-        return 0;
-    }
-}
-
-int32_t LoadPngComment(platform::File& input, char16_t* out, int32_t capacity, int32_t unused,
-                       const char16_t* formats) {
-    ClearWide(out, capacity);
+// The PNG text into a buffer already cleared (each export clears it once).
+int32_t WritePngComment(platform::File& input, char16_t* out, int32_t capacity, int32_t unused,
+                        const char16_t* formats) {
     if (!formats || !out || capacity < 1 || !ListsFormat(formats, u";PNG;")) return 0;
     try {
         const size_t size = static_cast<size_t>(capacity) + kPngBufferSlack;
@@ -56,6 +41,27 @@ int32_t LoadPngComment(platform::File& input, char16_t* out, int32_t capacity, i
         ClearWide(out, capacity);
         return 0;
     }
+}
+
+}  // namespace
+
+int32_t Load_Comment_W(const char16_t* path, char16_t* out, int32_t capacity, int32_t unused,
+                       const char16_t* formats) {
+    ClearWide(out, capacity);
+    if (!formats || !path || !out || capacity < 1 || !ListsFormat(formats, u";PNG;")) return 0;
+    try {
+        const auto input = platform::Input::Open(path);
+        return input ? WritePngComment(*input, out, capacity, unused, formats) : 0;
+    } catch (const std::bad_alloc&) {
+        ClearWide(out, capacity);
+        return 0;
+    }
+}
+
+int32_t LoadPngComment(platform::File& input, char16_t* out, int32_t capacity, int32_t unused,
+                       const char16_t* formats) {
+    ClearWide(out, capacity);
+    return WritePngComment(input, out, capacity, unused, formats);
 }
 
 }  // namespace vv

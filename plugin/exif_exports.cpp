@@ -122,10 +122,12 @@ void ShowPosition(const char16_t* path, const ExifTable& exif, int32_t action) {
 
 }  // namespace
 
-int32_t LoadExifData(platform::File& input, exif::TagRecordTable& table, char16_t* out, int32_t capacity,
-                     int32_t mode) {
-    if (!out) capacity = 0;
-    ClearWide(out, capacity);
+namespace {
+
+// The lines into a buffer already cleared (each caller clears it once: a
+// second clear of 16384 characters would cost as much as reading the file).
+int32_t WriteExifLines(platform::File& input, exif::TagRecordTable& table, char16_t* out, int32_t capacity,
+                       int32_t mode) {
     ExifTable exif(table);
     if (!exif.Read(input)) return 0;
     size_t used = 0;
@@ -142,19 +144,30 @@ int32_t LoadExifData(platform::File& input, exif::TagRecordTable& table, char16_
     return static_cast<int32_t>(visited);
 }
 
+}  // namespace
+
+int32_t LoadExifData(platform::File& input, exif::TagRecordTable& table, char16_t* out, int32_t capacity,
+                     int32_t mode) {
+    if (!out) capacity = 0;
+    ClearWide(out, capacity);
+    return WriteExifLines(input, table, out, capacity, mode);
+}
+
 int32_t LoadData_EXIF_W(const char16_t* path, char16_t* out, int32_t capacity, int32_t mode) {
     if (!out) capacity = 0;
     ClearWide(out, capacity);
     const OwnedTable table(exif::AllocateUnclearedTagRecordTable());
     if (!table || !path) return 0;
     const auto input = platform::Input::Open(path);
-    return input ? LoadExifData(*input, *table, out, capacity, mode) : 0;
+    return input ? WriteExifLines(*input, *table, out, capacity, mode) : 0;
 }
 
-int32_t LoadExifTag(platform::File& input, exif::TagRecordTable& table, const char16_t* path, int32_t tag,
-                    char16_t* out, int32_t capacity) {
+namespace {
+
+// One tag's answer into a buffer already cleared.
+int32_t WriteExifTag(platform::File& input, exif::TagRecordTable& table, const char16_t* path, int32_t tag,
+                     char16_t* out, int32_t capacity) {
     const bool writes = out && capacity >= 1;
-    if (writes) ClearWide(out, capacity);
     ExifTable exif(table);
     exif.Read(input);
     if (static_cast<uint32_t>(tag) == exif::kGpsPositionPseudoTag) {
@@ -182,6 +195,14 @@ int32_t LoadExifTag(platform::File& input, exif::TagRecordTable& table, const ch
     return 1;
 }
 
+}  // namespace
+
+int32_t LoadExifTag(platform::File& input, exif::TagRecordTable& table, const char16_t* path, int32_t tag,
+                    char16_t* out, int32_t capacity) {
+    if (out && capacity >= 1) ClearWide(out, capacity);
+    return WriteExifTag(input, table, path, tag, out, capacity);
+}
+
 int32_t LoadTag_EXIF_W(const char16_t* path, int32_t tag, char16_t* out, int32_t capacity) {
     if (out && capacity >= 1) ClearWide(out, capacity);
     const OwnedTable table(exif::AllocateUnclearedTagRecordTable());
@@ -191,7 +212,7 @@ int32_t LoadTag_EXIF_W(const char16_t* path, int32_t tag, char16_t* out, int32_t
     if (path) input = platform::Input::Open(path);
     if (!input) input = platform::Input::FromMemory(nullptr, 0);
     if (!input) return 0;
-    return LoadExifTag(*input, *table, path, tag, out, capacity);
+    return WriteExifTag(*input, *table, path, tag, out, capacity);
 }
 
 uint64_t GetExifInfos(const char16_t* path, uint32_t* size, uint32_t* out2, uint32_t* out3, uint32_t* out4,

@@ -32,21 +32,8 @@ void CopyOut(char16_t* out, int32_t capacity, std::u16string_view text, size_t l
     out[n] = 0;
 }
 
-}  // namespace
-
-int32_t LoadData_IPTC_W(const char16_t* path, char16_t* out, int32_t capacity, int32_t mode) {
-    ClearWide(out, capacity);
-    try {
-        const auto input = path ? platform::Input::Open(path) : nullptr;
-        const auto record = input ? NewRecord() : nullptr;
-        return record ? LoadIptcText(*input, *record, out, capacity, mode) : 0;
-    } catch (...) {
-        return 0;  // nothing may cross the export boundary
-    }
-}
-
-int32_t LoadIptcText(platform::File& input, iptc::IptcData& record, char16_t* out, int32_t capacity, int32_t mode) {
-    ClearWide(out, capacity);
+// The IPTC lines into a buffer already cleared (each export clears it once).
+int32_t WriteIptcText(platform::File& input, iptc::IptcData& record, char16_t* out, int32_t capacity, int32_t mode) {
     try {
         iptc::IptcData* data = LoadRecord(input, record);
         if (!data || !out) return 0;
@@ -65,19 +52,28 @@ int32_t LoadIptcText(platform::File& input, iptc::IptcData& record, char16_t* ou
     }
 }
 
-int32_t LoadTag_IPTC_W(const char16_t* path, int32_t dataset, char16_t* out, int32_t capacity) {
+}  // namespace
+
+int32_t LoadIptcText(platform::File& input, iptc::IptcData& record, char16_t* out, int32_t capacity, int32_t mode) {
+    ClearWide(out, capacity);
+    return WriteIptcText(input, record, out, capacity, mode);
+}
+
+int32_t LoadData_IPTC_W(const char16_t* path, char16_t* out, int32_t capacity, int32_t mode) {
     ClearWide(out, capacity);
     try {
         const auto input = path ? platform::Input::Open(path) : nullptr;
         const auto record = input ? NewRecord() : nullptr;
-        return record ? LoadIptcTag(*input, *record, dataset, out, capacity) : 0;
+        return record ? WriteIptcText(*input, *record, out, capacity, mode) : 0;
     } catch (...) {
-        return 0;
+        return 0;  // nothing may cross the export boundary
     }
 }
 
-int32_t LoadIptcTag(platform::File& input, iptc::IptcData& record, int32_t dataset, char16_t* out, int32_t capacity) {
-    ClearWide(out, capacity);
+namespace {
+
+// One dataset into a buffer already cleared.
+int32_t WriteIptcTag(platform::File& input, iptc::IptcData& record, int32_t dataset, char16_t* out, int32_t capacity) {
     try {
         iptc::IptcData* data = LoadRecord(input, record);
         if (!data) return 0;
@@ -85,6 +81,24 @@ int32_t LoadIptcTag(platform::File& input, iptc::IptcData& record, int32_t datas
         const bool isDate = dataset == iptc::kReleaseDate || dataset == iptc::kCreatedDate;
         CopyOut(out, capacity, text, isDate ? 16 : iptc::kFieldChars - 1);
         return 1;
+    } catch (...) {
+        return 0;
+    }
+}
+
+}  // namespace
+
+int32_t LoadIptcTag(platform::File& input, iptc::IptcData& record, int32_t dataset, char16_t* out, int32_t capacity) {
+    ClearWide(out, capacity);
+    return WriteIptcTag(input, record, dataset, out, capacity);
+}
+
+int32_t LoadTag_IPTC_W(const char16_t* path, int32_t dataset, char16_t* out, int32_t capacity) {
+    ClearWide(out, capacity);
+    try {
+        const auto input = path ? platform::Input::Open(path) : nullptr;
+        const auto record = input ? NewRecord() : nullptr;
+        return record ? WriteIptcTag(*input, *record, dataset, out, capacity) : 0;
     } catch (...) {
         return 0;
     }
