@@ -32,6 +32,20 @@ void CopyOut(char16_t* out, int32_t capacity, std::u16string_view text, size_t l
     out[n] = 0;
 }
 
+// A path export: the caller's buffer cleared once, the file opened once, a
+// record made for it, and `write` given both.
+template <typename Write>
+int32_t FromPath(const char16_t* path, char16_t* out, int32_t capacity, Write write) {
+    ClearWide(out, capacity);
+    try {
+        const auto input = path ? platform::Input::Open(path) : nullptr;
+        const auto record = input ? NewRecord() : nullptr;
+        return record ? write(*input, *record) : 0;
+    } catch (...) {
+        return 0;  // nothing may cross the export boundary
+    }
+}
+
 // The IPTC lines into a buffer already cleared (each export clears it once).
 int32_t WriteIptcText(platform::File& input, iptc::IptcData& record, char16_t* out, int32_t capacity, int32_t mode) {
     try {
@@ -60,14 +74,9 @@ int32_t LoadIptcText(platform::File& input, iptc::IptcData& record, char16_t* ou
 }
 
 int32_t LoadData_IPTC_W(const char16_t* path, char16_t* out, int32_t capacity, int32_t mode) {
-    ClearWide(out, capacity);
-    try {
-        const auto input = path ? platform::Input::Open(path) : nullptr;
-        const auto record = input ? NewRecord() : nullptr;
-        return record ? WriteIptcText(*input, *record, out, capacity, mode) : 0;
-    } catch (...) {
-        return 0;  // nothing may cross the export boundary
-    }
+    return FromPath(path, out, capacity, [&](platform::File& input, iptc::IptcData& record) {
+        return WriteIptcText(input, record, out, capacity, mode);
+    });
 }
 
 namespace {
@@ -94,14 +103,9 @@ int32_t LoadIptcTag(platform::File& input, iptc::IptcData& record, int32_t datas
 }
 
 int32_t LoadTag_IPTC_W(const char16_t* path, int32_t dataset, char16_t* out, int32_t capacity) {
-    ClearWide(out, capacity);
-    try {
-        const auto input = path ? platform::Input::Open(path) : nullptr;
-        const auto record = input ? NewRecord() : nullptr;
-        return record ? WriteIptcTag(*input, *record, dataset, out, capacity) : 0;
-    } catch (...) {
-        return 0;
-    }
+    return FromPath(path, out, capacity, [&](platform::File& input, iptc::IptcData& record) {
+        return WriteIptcTag(input, record, dataset, out, capacity);
+    });
 }
 
 }  // namespace vv
