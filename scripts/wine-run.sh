@@ -19,4 +19,18 @@ else
 fi
 export WINEDEBUG="${WINEDEBUG:--all}"
 export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}"
-exec "$wine" "$@"
+# Now and then a program under Wine ends at once, with exit 1 and not a word
+# printed (the wineserver going away between two programs, it seems). A
+# program that fails without printing anything is run once more; its output
+# is held until it ends so that a retry does not print twice.
+out=$(mktemp) err=$(mktemp)
+trap 'rm -f "$out" "$err"' EXIT
+for attempt in 1 2; do
+  "$wine" "$@" >"$out" 2>"$err"
+  rc=$?
+  if [ "$rc" -eq 0 ] || [ -s "$out" ] || [ -s "$err" ] || [ "$attempt" -eq 2 ]; then break; fi
+  echo "wine-run.sh: $1 ended with exit $rc before printing anything; running it once more" >&2
+done
+cat "$out"
+cat "$err" >&2
+exit "$rc"
