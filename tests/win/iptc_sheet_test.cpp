@@ -142,22 +142,19 @@ constexpr FieldOnPage kPlainFields[] = {
 TEST_F(IptcSheet, OpensWithTheFileAsTheReaderReadsItAndShowsEveryPageLightAndDark) {
     const std::u16string file = dir.Write("iptc.jpg", WithIptc());
     const fixture::Bytes original = fixture::ReadAll(file);
-    for (const char* mode : {"light", "dark"}) {
-        Setting(u"Viewing", u"DarkMode", mode[0] == 'd' ? u"1" : u"0");
-        static std::string suffix;
-        suffix = mode;
-        static std::vector<std::u16string> shown, read;
-        static std::u16string keywords, fileLine, xmpSubject;
-        static bool utf8Note;
-        shown.clear();
-        read.clear();
-        for (const FieldOnPage& f : kPlainFields) read.push_back(Tag(file, f.dataset));
-        EXPECT_EQ(read[3], u"Caf\u00E9 by the sea");
-        const auto shoot = [](HWND sheet, int page, const char* name) {
+    std::vector<std::u16string> read;
+    for (const FieldOnPage& f : kPlainFields) read.push_back(Tag(file, f.dataset));
+    EXPECT_EQ(read[3], u"Caf\u00E9 by the sea");
+    for (const std::string mode : {"light", "dark"}) {
+        Setting(u"Viewing", u"DarkMode", mode == "dark" ? u"1" : u"0");
+        std::vector<std::u16string> shown;
+        std::u16string keywords, fileLine, xmpSubject;
+        bool utf8Note = false;
+        const auto shoot = [&](HWND sheet, int page, const std::string& name) {
             HWND window = Page(sheet, page);
             for (const FieldOnPage& f : kPlainFields)
                 if (f.page == page) shown.push_back(Text(window, f.control));
-            EXPECT_TRUE(wintest::SaveScreenshot(sheet, ("iptc_" + std::string(name) + "_" + suffix).c_str()));
+            EXPECT_TRUE(wintest::SaveScreenshot(sheet, ("iptc_" + name + "_" + mode).c_str()));
             return window;
         };
         const int answer = Run(file, {

@@ -77,58 +77,44 @@ struct Canvas {
     HGDIOBJ old;
 };
 
-TEST_F(ThemeTest, LightModeHandlesNothingAndChangesNothing) {
+// Light mode first: nothing is subclassed or answered; then dark mode answers
+// every colour message with one brush.
+TEST_F(ThemeTest, ColourMessagesAreAnsweredWithTheOneDarkBrushInDarkModeOnly) {
     const COLORREF listText = ListView_GetTextColor(Item(kList));
     ApplyDarkModeToDialog(dialog_, -1, 0);
     for (int id = kStatic; id <= kCombo; ++id)
         EXPECT_FALSE(Subclassed(id)) << id;
     EXPECT_EQ(ListView_GetTextColor(Item(kList)), listText);
-
-    HDC dc = GetDC(Item(kStatic));
-    MEASUREITEMSTRUCT measure = {ODT_MENU, 0, 1, 0, 0, reinterpret_cast<ULONG_PTR>(L"Copy")};
-    const std::pair<UINT, LPARAM> messages[] = {{WM_CTLCOLORSTATIC, reinterpret_cast<LPARAM>(Item(kStatic))},
-                                                {WM_CTLCOLOREDIT, reinterpret_cast<LPARAM>(Item(kEdit))},
-                                                {WM_CTLCOLORDLG, reinterpret_cast<LPARAM>(dialog_)},
-                                                {WM_MEASUREITEM, reinterpret_cast<LPARAM>(&measure)}};
-    for (const auto& [message, lParam] : messages) {
-        LRESULT result = 12345;
-        const WPARAM wParam = message == WM_MEASUREITEM ? 0 : reinterpret_cast<WPARAM>(dc);
-        EXPECT_FALSE(HandleDarkModeMessage(dialog_, message, wParam, lParam, 0, -1, &result)) << message;
-        EXPECT_EQ(result, 12345);
-    }
-    EXPECT_EQ(measure.itemWidth, 0u);
-    ReleaseDC(Item(kStatic), dc);
-}
-
-TEST_F(ThemeTest, DarkModeAnswersColourMessagesWithTheOneBrush) {
-    ApplyDarkModeToDialog(dialog_, 0, 1);
-    g_darkMode = 1;
     HBRUSH first = nullptr;
-    for (int id : {kStatic, kEdit}) {
-        HDC dc = GetDC(Item(id));
-        LRESULT result = 0;
-        const UINT message = id == kEdit ? WM_CTLCOLOREDIT : WM_CTLCOLORSTATIC;
-        ASSERT_TRUE(HandleDarkModeMessage(dialog_, message, reinterpret_cast<WPARAM>(dc),
-                                          reinterpret_cast<LPARAM>(Item(id)), 1, -1, &result));
-        EXPECT_EQ(GetTextColor(dc), 0xDCDCDCu);
-        EXPECT_EQ(GetBkColor(dc), 0x202020u);
-        EXPECT_EQ(GetBkMode(dc), id == kEdit ? OPAQUE : TRANSPARENT);
-        ReleaseDC(Item(id), dc);
+    for (int darkMode : {0, 1}) {
+        if (darkMode)
+            ApplyDarkModeToDialog(dialog_, 0, 1);
+        for (int id : {kStatic, kEdit}) {
+            HDC dc = GetDC(Item(id));
+            LRESULT result = 12345;
+            const UINT message = id == kEdit ? WM_CTLCOLOREDIT : WM_CTLCOLORSTATIC;
+            EXPECT_EQ(HandleDarkModeMessage(dialog_, message, reinterpret_cast<WPARAM>(dc),
+                                            reinterpret_cast<LPARAM>(Item(id)), darkMode, -1, &result),
+                      darkMode);
+            if (!darkMode) {
+                EXPECT_EQ(result, 12345);
+                ReleaseDC(Item(id), dc);
+                continue;
+            }
+            EXPECT_EQ(GetTextColor(dc), 0xDCDCDCu);
+            EXPECT_EQ(GetBkColor(dc), 0x202020u);
+            EXPECT_EQ(GetBkMode(dc), id == kEdit ? OPAQUE : TRANSPARENT);
+            ReleaseDC(Item(id), dc);
 
-        LOGBRUSH brush = {};
-        ASSERT_EQ(GetObjectW(reinterpret_cast<HBRUSH>(result), sizeof brush, &brush), int(sizeof brush));
-        EXPECT_EQ(brush.lbStyle, UINT(BS_SOLID));
-        EXPECT_EQ(brush.lbColor, 0x202020u);
-        if (!first)
-            first = reinterpret_cast<HBRUSH>(result);
-        EXPECT_EQ(reinterpret_cast<HBRUSH>(result), first) << "one brush for every control";
+            LOGBRUSH brush = {};
+            ASSERT_EQ(GetObjectW(reinterpret_cast<HBRUSH>(result), sizeof brush, &brush), int(sizeof brush));
+            EXPECT_EQ(brush.lbStyle, UINT(BS_SOLID));
+            EXPECT_EQ(brush.lbColor, 0x202020u);
+            if (!first)
+                first = reinterpret_cast<HBRUSH>(result);
+            EXPECT_EQ(reinterpret_cast<HBRUSH>(result), first) << "one brush for every control";
+        }
     }
-    // The dialog procedure path: the control asks its parent.
-    HDC dc = GetDC(Item(kStatic));
-    EXPECT_EQ(reinterpret_cast<HBRUSH>(SendMessageW(dialog_, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
-                                                    reinterpret_cast<LPARAM>(Item(kStatic)))),
-              first);
-    ReleaseDC(Item(kStatic), dc);
 }
 
 TEST_F(ThemeTest, DarkModeDarkensTheListAndPaintsPushButtonsFlat) {
@@ -184,6 +170,8 @@ TEST_F(ThemeTest, MenuItemsMeasureByTheMenuFont) {
 
     MEASUREITEMSTRUCT item = {ODT_MENU, 0, 1, 0, 0, reinterpret_cast<ULONG_PTR>(L"Copy &all")};
     LRESULT result = 0;
+    EXPECT_FALSE(HandleDarkModeMessage(dialog_, WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&item), 0, -1, &result));
+    EXPECT_EQ(item.itemWidth, 0u) << "light mode measures nothing";
     ASSERT_TRUE(HandleDarkModeMessage(dialog_, WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&item), 1, -1, &result));
     EXPECT_EQ(result, 1);
     EXPECT_EQ(int(item.itemWidth), text.cx + 2 * (GetSystemMetrics(SM_CXMENUCHECK) + GetSystemMetrics(SM_CXEDGE)));
