@@ -117,43 +117,36 @@ TEST_F(ThemeTest, ColourMessagesAreAnsweredWithTheOneDarkBrushInDarkModeOnly) {
     }
 }
 
-TEST_F(ThemeTest, DarkModeDarkensTheListAndPaintsPushButtonsFlat) {
-    ApplyDarkModeToDialog(dialog_, 0, 1);
-    EXPECT_EQ(ListView_GetTextColor(Item(kList)), 0xDCDCDCu);
-    EXPECT_TRUE(Subclassed(kList));
-    EXPECT_TRUE(Subclassed(kButton));
-    EXPECT_FALSE(Subclassed(kIconButton)) << "icon buttons stay unless flag is -1";
-    EXPECT_FALSE(Subclassed(kStatic));
-    EXPECT_FALSE(Subclassed(kEdit));
-
-    Canvas canvas;
-    SendMessageW(Item(kButton), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.dc), PRF_CLIENT);
-    EXPECT_EQ(GetPixel(canvas.dc, 4, 4), 0x202020u) << "the face";
-    EXPECT_NE(GetPixel(canvas.dc, 0, 4), 0x202020u) << "the frame";
-
-    ApplyDarkModeToDialog(dialog_, -1, 1);
-    EXPECT_TRUE(Subclassed(kIconButton));
-}
-
 // Visual styles draw check-box text in the theme's colour, whatever
 // WM_CTLCOLORSTATIC says; so check boxes are painted flat exactly then.
-TEST_F(ThemeTest, CheckBoxesArePaintedFlatWhereVisualStylesDrawThem) {
+TEST_F(ThemeTest, DarkModeDarkensTheListAndPaintsPushButtonsAndThemedCheckBoxesFlat) {
     HTHEME theme = OpenThemeData(dialog_, L"BUTTON");
     const bool themed = theme != nullptr;
     if (theme)
         CloseThemeData(theme);
     ApplyDarkModeToDialog(dialog_, 0, 1);
-    ASSERT_EQ(Subclassed(kCheckBox), themed);
-    if (!themed)
-        GTEST_SKIP() << "no visual styles here";
+    EXPECT_EQ(ListView_GetTextColor(Item(kList)), 0xDCDCDCu);
+    const std::pair<int, bool> kSubclassed[] = {{kList, true},  {kButton, true}, {kIconButton, false},
+                                                {kStatic, false}, {kEdit, false},  {kCheckBox, themed}};
+    for (const auto& [id, subclassed] : kSubclassed)
+        EXPECT_EQ(Subclassed(id), subclassed) << id << " (icon buttons stay unless flag is -1)";
 
-    SendMessageW(Item(kCheckBox), BM_SETCHECK, BST_CHECKED, 0);
-    RECT client;
-    GetClientRect(Item(kCheckBox), &client);
-    Canvas canvas;
-    SendMessageW(Item(kCheckBox), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.dc), PRF_CLIENT);
-    EXPECT_EQ(GetPixel(canvas.dc, 0, client.bottom / 2), 0xDCDCDCu) << "the box's edge";
-    EXPECT_EQ(GetPixel(canvas.dc, 63, 0), 0x202020u) << "the background";
+    Canvas button;
+    SendMessageW(Item(kButton), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(button.dc), PRF_CLIENT);
+    EXPECT_EQ(GetPixel(button.dc, 4, 4), 0x202020u) << "the face";
+    EXPECT_NE(GetPixel(button.dc, 0, 4), 0x202020u) << "the frame";
+    if (themed) {
+        SendMessageW(Item(kCheckBox), BM_SETCHECK, BST_CHECKED, 0);
+        RECT client;
+        GetClientRect(Item(kCheckBox), &client);
+        Canvas checkBox;
+        SendMessageW(Item(kCheckBox), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(checkBox.dc), PRF_CLIENT);
+        EXPECT_EQ(GetPixel(checkBox.dc, 0, client.bottom / 2), 0xDCDCDCu) << "the box's edge";
+        EXPECT_EQ(GetPixel(checkBox.dc, 63, 0), 0x202020u) << "the background";
+    }
+
+    ApplyDarkModeToDialog(dialog_, -1, 1);
+    EXPECT_TRUE(Subclassed(kIconButton));
 }
 
 TEST_F(ThemeTest, MenuItemsMeasureByTheMenuFont) {
