@@ -189,31 +189,25 @@ TEST_F(IptcSheet, OpensWithTheFileAsTheReaderReadsItAndShowsEveryPageLightAndDar
 
 TEST_F(IptcSheet, AnXmpOnlyFileFillsTheFieldsWhenLoadXmpIsSetOrOnDemand) {
     const std::u16string file = dir.Write("xmp.jpg", XmpOnly());
-    static std::u16string title, keywords, info;
-    Setting(u"IPTC", u"LoadXMP", u"1");
-    Run(file, {[](HWND sheet) {
-                   title = Text(Page(sheet, 0), IDC_IPTC_OBJECT_NAME);
-                   keywords = Text(Page(sheet, 1), IDC_IPTC_KEYWORDS);
-               },
-               kCancel});
-    EXPECT_EQ(title, u"Harbour at dawn");
-    EXPECT_EQ(keywords, u"harbour\r\nboats\r\ndawn");
-
-    Setting(u"IPTC", u"LoadXMP", u"0");
-    static std::u16string before;
-    Run(file, {[](HWND sheet) {
-                   before = Text(Page(sheet, 0), IDC_IPTC_OBJECT_NAME);
-                   HWND xmp = Page(sheet, 3);
-                   Click(xmp, IDC_IPTC_XMP_IMPORT);
-                   info = Text(xmp, IDC_IPTC_XMP_INFO);
-                   title = Text(Page(sheet, 0), IDC_IPTC_OBJECT_NAME);
-                   keywords = Text(Page(sheet, 1), IDC_IPTC_KEYWORDS);
-               },
-               kCancel});
-    EXPECT_EQ(before, u"");
-    EXPECT_EQ(info, u"Info: 3 IPTC-IIM tags found/updated");
-    EXPECT_EQ(title, u"Harbour at dawn");
-    EXPECT_EQ(keywords, u"harbour\r\nboats\r\ndawn");
+    for (const bool loadXmp : {true, false}) {
+        Setting(u"IPTC", u"LoadXMP", loadXmp ? u"1" : u"0");
+        std::u16string before, info, title, keywords;
+        Run(file, {[&](HWND sheet) {
+                       before = Text(Page(sheet, 0), IDC_IPTC_OBJECT_NAME);
+                       if (!loadXmp) {
+                           HWND xmp = Page(sheet, 3);
+                           Click(xmp, IDC_IPTC_XMP_IMPORT);
+                           info = Text(xmp, IDC_IPTC_XMP_INFO);
+                       }
+                       title = Text(Page(sheet, 0), IDC_IPTC_OBJECT_NAME);
+                       keywords = Text(Page(sheet, 1), IDC_IPTC_KEYWORDS);
+                   },
+                   kCancel});
+        EXPECT_EQ(before, loadXmp ? u"Harbour at dawn" : u"");
+        EXPECT_EQ(info, loadXmp ? u"" : u"Info: 3 IPTC-IIM tags found/updated");
+        EXPECT_EQ(title, u"Harbour at dawn") << loadXmp;
+        EXPECT_EQ(keywords, u"harbour\r\nboats\r\ndawn") << loadXmp;
+    }
 }
 
 // Read-only, the file is marked and refused untouched; writable, only the
