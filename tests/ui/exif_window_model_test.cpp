@@ -40,10 +40,10 @@ void FillSample(Table& t) {
     t.Add(404, "GPSLongitude", "70 39 0 (70.650000)");
 }
 
-TEST(ExifListRows, ListsEveryRowWithNumbersValuesAndTheLongDescription) {
+TEST(ExifListRows, ListsEveryRowNotHiddenWithNumbersValuesAndTheLongDescription) {
     Table t;
     FillSample(t);
-    const vv::ExifListModel model = vv::BuildExifListRows(*t.table, t.count, u"");
+    vv::ExifListModel model = vv::BuildExifListRows(*t.table, t.count, u"");
     ASSERT_EQ(model.rows.size(), 9u);
     EXPECT_EQ(model.rows[0].number, u"");  // tag 0 has no number
     EXPECT_EQ(model.rows[0].name, u"Filename");
@@ -52,12 +52,9 @@ TEST(ExifListRows, ListsEveryRowWithNumbersValuesAndTheLongDescription) {
     EXPECT_EQ(model.rows[3].value, u"the whole long description");
     EXPECT_EQ(model.rows[4].name, u"GPS:");
     EXPECT_TRUE(model.HasGps());
-}
 
-TEST(ExifListRows, HiddenTagsGoButTagZeroStaysAndHidingAPositionHalfHidesTheMaps) {
-    Table t;
-    FillSample(t);
-    vv::ExifListModel model = vv::BuildExifListRows(*t.table, t.count, u"271,272,270,401,402,403,404,0,");
+    // Hidden tags go, but tag 0 stays, and hiding a position half hides the maps.
+    model = vv::BuildExifListRows(*t.table, t.count, u"271,272,270,401,402,403,404,0,");
     ASSERT_EQ(model.rows.size(), 2u);  // "Filename" and the heading: tag 0 is never hidden
     EXPECT_EQ(model.rows[0].name, u"Filename");
     EXPECT_FALSE(model.HasGps());
@@ -93,13 +90,10 @@ TEST(HideTags, ChoicesStartFromTheListAndOkEditsItAsText) {
     // Showing removes the text "number," everywhere, also inside longer numbers.
     std::vector<TagChoice> show71 = {{71, u"71", u"x", true}};
     EXPECT_EQ(vv::UpdateHideTags(u"71,271,5,71,", show71), u"25,");
-}
 
-TEST(HideTags, AppendingStopsAtTheListLimit) {
-    std::u16string full(1020, u'9');
-    std::vector<TagChoice> hide = {{271, u"271", u"Make", false}};
-    EXPECT_EQ(vv::UpdateHideTags(full, hide), full);
-    EXPECT_EQ(vv::UpdateHideTags(u"1,", hide), u"1,271,");
+    // Appending stops at the list's limit.
+    const std::u16string full(1020, u'9');
+    EXPECT_EQ(vv::UpdateHideTags(full, choices), full);
 }
 
 TEST(Clipboard, LinesJoinNameAndValueAndNamelessRowsAreBareLineEnds) {

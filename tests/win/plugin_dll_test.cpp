@@ -4,7 +4,9 @@
 
 #include <string>
 
-#include "fixture/fixture.h"
+#include "exif/exif_fixtures.h"
+#include "fixture/container_fixture.h"
+#include "fixture/iptc_fixture.h"
 
 namespace windll {
 HMODULE Plugin() {
@@ -16,23 +18,17 @@ HMODULE Plugin() {
 namespace {
 
 using namespace windll;
+using exiftest::ByteOrder;
+using exiftest::Sample;
+
+const wchar_t* W(const std::u16string& s) { return reinterpret_cast<const wchar_t*>(s.c_str()); }
+std::wstring Widen(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
+std::wstring UpToNul(const std::wstring& s) { return s.substr(0, s.find(L'\0')); }
 
 // The export names are checked on the DLL's file (scripts/check-dll.sh, vvmeta
-// exports) and the info texts natively; here the DLL loads and answers.
-TEST(PluginDll, WindowExportsAnswerWithoutAWindow) {
-    ASSERT_NE(Plugin(), nullptr) << "LoadLibraryW(L\"Metadata.dll\") failed: " << GetLastError();
-    auto getWindow = Export<GetExifWindowFn>("Get_EXIF_Window");
-    auto close = Export<ClosePluginFn>("ClosePlugin");
-    ASSERT_NE(getWindow, nullptr);
-    ASSERT_NE(close, nullptr);
-    EXPECT_EQ(getWindow(), nullptr);
-    EXPECT_EQ(close(), 0);
-    EXPECT_EQ(getWindow(), nullptr);
-}
-
+// exports) and the info texts natively; here the DLL loads and names itself.
 TEST(PluginDll, VersionResourceNamesTheProduct) {
-    wchar_t path[MAX_PATH];
-    ASSERT_GT(GetModuleFileNameW(Plugin(), path, MAX_PATH), 0u);
+    ASSERT_NE(Plugin(), nullptr) << "LoadLibraryW(L\"Metadata.dll\") failed: " << GetLastError();
     HRSRC res = FindResourceW(Plugin(), MAKEINTRESOURCEW(1), MAKEINTRESOURCEW(16) /* RT_VERSION */);
     ASSERT_NE(res, nullptr);
     DWORD size = SizeofResource(Plugin(), res);
@@ -49,6 +45,41 @@ TEST(PluginDll, VersionResourceNamesTheProduct) {
     const std::wstring description = L"EXIF/IPTC/Comment image information";
     EXPECT_NE(std::wstring(reinterpret_cast<const wchar_t*>(data), size / 2).find(description),
               std::wstring::npos);
+}
+
+// One call of each data export: the rules are the native suites', here the
+// wide strings and results must cross the DLL's boundary intact.
+TEST(PluginDll, DataExportsAnswerAsTheNativeSuitesDo) {
+    fixture::TempDir dir;
+    const std::u16string exifFile = dir.Write("little.jpg", Sample(ByteOrder::kLittle).File());
+    std::wstring out(4096, L'#');
+    EXPECT_EQ(Export<LoadDataFn>("LoadData_EXIF_W")(W(exifFile), out.data(), 4096, 3), exiftest::kSampleRows);
+    EXPECT_EQ(UpToNul(out), Widen(Sample(ByteOrder::kBig).Mode3()));
+    wchar_t value[64];
+    EXPECT_EQ(Export<LoadTagFn>("LoadTag_EXIF_W")(W(exifFile), 499, value, 64), 1);
+    EXPECT_EQ(std::wstring(value), Widen(exiftest::kSamplePosition));
+    uint32_t size = 0, out5 = 9;
+    EXPECT_EQ(Export<GetExifInfosFn>("GetExifInfos")(W(exifFile), &size, nullptr, nullptr, nullptr, &out5, 2),
+              exiftest::kJpegTiffOffset);
+    EXPECT_EQ(size, 2048u);
+    EXPECT_EQ(out5, 0u);
+
+    // No character set named: the ANSI code page (Windows-1252 here) decodes \xE9.
+    const std::u16string iptcFile = dir.Write("a.jpg", fixture::JpegWithIptc(fixture::IimBuilder()
+                                                                             .Dataset(2, 0, std::string("\0\x04", 2))
+                                                                             .Dataset(2, 5, "Caf\xE9")
+                                                                             .Dataset(2, 25, "k1").Dataset(2, 25, "k2")
+                                                                             .Dataset(2, 55, "19991231").Build()));
+    EXPECT_EQ(Export<LoadDataFn>("LoadData_IPTC_W")(W(iptcFile), out.data(), 512, 3), 4);
+    EXPECT_EQ(UpToNul(out), L"Record Version - 4.0\nObject Name - Caf\u00E9\nKeywords - k1 \nk2\nCreated Date - 19991231\n");
+    EXPECT_EQ(Export<LoadTagFn>("LoadTag_IPTC_W")(W(iptcFile), 55, value, 16), 1);
+    EXPECT_STREQ(value, L"1999:12:31");
+
+    const fixture::Bytes text = fixture::PngChunk("tEXt", fixture::Join({fixture::ToBytes("Comment"), {0},
+                                                                         fixture::ToBytes("Hello")}));
+    const std::u16string png = dir.Write("p.png", fixture::PngFile({text}));
+    EXPECT_EQ(Export<LoadCommentFn>("Load_Comment_W")(W(png), out.data(), 6, 0, L";PNG;"), 5);
+    EXPECT_EQ(UpToNul(out), L"Comme");
 }
 
 }  // namespace

@@ -77,97 +77,75 @@ struct Canvas {
     HGDIOBJ old;
 };
 
-TEST_F(ThemeTest, LightModeHandlesNothingAndChangesNothing) {
+// Light mode subclasses and answers nothing; dark mode answers every colour
+// message with one brush.
+TEST_F(ThemeTest, ColourMessagesAreAnsweredWithTheOneDarkBrushInDarkModeOnly) {
     const COLORREF listText = ListView_GetTextColor(Item(kList));
     ApplyDarkModeToDialog(dialog_, -1, 0);
     for (int id = kStatic; id <= kCombo; ++id)
         EXPECT_FALSE(Subclassed(id)) << id;
     EXPECT_EQ(ListView_GetTextColor(Item(kList)), listText);
-
-    HDC dc = GetDC(Item(kStatic));
-    MEASUREITEMSTRUCT measure = {ODT_MENU, 0, 1, 0, 0, reinterpret_cast<ULONG_PTR>(L"Copy")};
-    const std::pair<UINT, LPARAM> messages[] = {{WM_CTLCOLORSTATIC, reinterpret_cast<LPARAM>(Item(kStatic))},
-                                                {WM_CTLCOLOREDIT, reinterpret_cast<LPARAM>(Item(kEdit))},
-                                                {WM_CTLCOLORDLG, reinterpret_cast<LPARAM>(dialog_)},
-                                                {WM_MEASUREITEM, reinterpret_cast<LPARAM>(&measure)}};
-    for (const auto& [message, lParam] : messages) {
-        LRESULT result = 12345;
-        const WPARAM wParam = message == WM_MEASUREITEM ? 0 : reinterpret_cast<WPARAM>(dc);
-        EXPECT_FALSE(HandleDarkModeMessage(dialog_, message, wParam, lParam, 0, -1, &result)) << message;
-        EXPECT_EQ(result, 12345);
-    }
-    EXPECT_EQ(measure.itemWidth, 0u);
-    ReleaseDC(Item(kStatic), dc);
-}
-
-TEST_F(ThemeTest, DarkModeAnswersColourMessagesWithTheOneBrush) {
-    ApplyDarkModeToDialog(dialog_, 0, 1);
-    g_darkMode = 1;
     HBRUSH first = nullptr;
-    for (int id : {kStatic, kEdit}) {
-        HDC dc = GetDC(Item(id));
-        LRESULT result = 0;
-        const UINT message = id == kEdit ? WM_CTLCOLOREDIT : WM_CTLCOLORSTATIC;
-        ASSERT_TRUE(HandleDarkModeMessage(dialog_, message, reinterpret_cast<WPARAM>(dc),
-                                          reinterpret_cast<LPARAM>(Item(id)), 1, -1, &result));
-        EXPECT_EQ(GetTextColor(dc), 0xDCDCDCu);
-        EXPECT_EQ(GetBkColor(dc), 0x202020u);
-        EXPECT_EQ(GetBkMode(dc), id == kEdit ? OPAQUE : TRANSPARENT);
-        ReleaseDC(Item(id), dc);
-
-        LOGBRUSH brush = {};
-        ASSERT_EQ(GetObjectW(reinterpret_cast<HBRUSH>(result), sizeof brush, &brush), int(sizeof brush));
-        EXPECT_EQ(brush.lbStyle, UINT(BS_SOLID));
-        EXPECT_EQ(brush.lbColor, 0x202020u);
-        if (!first)
-            first = reinterpret_cast<HBRUSH>(result);
-        EXPECT_EQ(reinterpret_cast<HBRUSH>(result), first) << "one brush for every control";
-    }
-    // The dialog procedure path: the control asks its parent.
-    HDC dc = GetDC(Item(kStatic));
-    EXPECT_EQ(reinterpret_cast<HBRUSH>(SendMessageW(dialog_, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
-                                                    reinterpret_cast<LPARAM>(Item(kStatic)))),
-              first);
-    ReleaseDC(Item(kStatic), dc);
-}
-
-TEST_F(ThemeTest, DarkModeDarkensTheListAndPaintsPushButtonsFlat) {
     ApplyDarkModeToDialog(dialog_, 0, 1);
-    EXPECT_EQ(ListView_GetTextColor(Item(kList)), 0xDCDCDCu);
-    EXPECT_TRUE(Subclassed(kList));
-    EXPECT_TRUE(Subclassed(kButton));
-    EXPECT_FALSE(Subclassed(kIconButton)) << "icon buttons stay unless flag is -1";
-    EXPECT_FALSE(Subclassed(kStatic));
-    EXPECT_FALSE(Subclassed(kEdit));
+    for (int darkMode : {1, 0}) {  // light mode answers nothing, even with the brush made
+        for (int id : {kStatic, kEdit}) {
+            HDC dc = GetDC(Item(id));
+            LRESULT result = 12345;
+            const UINT message = id == kEdit ? WM_CTLCOLOREDIT : WM_CTLCOLORSTATIC;
+            EXPECT_EQ(HandleDarkModeMessage(dialog_, message, reinterpret_cast<WPARAM>(dc),
+                                            reinterpret_cast<LPARAM>(Item(id)), darkMode, -1, &result),
+                      darkMode);
+            if (!darkMode) {
+                EXPECT_EQ(result, 12345);
+                ReleaseDC(Item(id), dc);
+                continue;
+            }
+            EXPECT_EQ(GetTextColor(dc), 0xDCDCDCu);
+            EXPECT_EQ(GetBkColor(dc), 0x202020u);
+            EXPECT_EQ(GetBkMode(dc), id == kEdit ? OPAQUE : TRANSPARENT);
+            ReleaseDC(Item(id), dc);
 
-    Canvas canvas;
-    SendMessageW(Item(kButton), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.dc), PRF_CLIENT);
-    EXPECT_EQ(GetPixel(canvas.dc, 4, 4), 0x202020u) << "the face";
-    EXPECT_NE(GetPixel(canvas.dc, 0, 4), 0x202020u) << "the frame";
-
-    ApplyDarkModeToDialog(dialog_, -1, 1);
-    EXPECT_TRUE(Subclassed(kIconButton));
+            LOGBRUSH brush = {};
+            ASSERT_EQ(GetObjectW(reinterpret_cast<HBRUSH>(result), sizeof brush, &brush), int(sizeof brush));
+            EXPECT_EQ(brush.lbStyle, UINT(BS_SOLID));
+            EXPECT_EQ(brush.lbColor, 0x202020u);
+            if (!first)
+                first = reinterpret_cast<HBRUSH>(result);
+            EXPECT_EQ(reinterpret_cast<HBRUSH>(result), first) << "one brush for every control";
+        }
+    }
 }
 
 // Visual styles draw check-box text in the theme's colour, whatever
 // WM_CTLCOLORSTATIC says; so check boxes are painted flat exactly then.
-TEST_F(ThemeTest, CheckBoxesArePaintedFlatWhereVisualStylesDrawThem) {
+TEST_F(ThemeTest, DarkModeDarkensTheListAndPaintsPushButtonsAndThemedCheckBoxesFlat) {
     HTHEME theme = OpenThemeData(dialog_, L"BUTTON");
     const bool themed = theme != nullptr;
     if (theme)
         CloseThemeData(theme);
     ApplyDarkModeToDialog(dialog_, 0, 1);
-    ASSERT_EQ(Subclassed(kCheckBox), themed);
-    if (!themed)
-        GTEST_SKIP() << "no visual styles here";
+    EXPECT_EQ(ListView_GetTextColor(Item(kList)), 0xDCDCDCu);
+    const std::pair<int, bool> kSubclassed[] = {{kList, true},  {kButton, true}, {kIconButton, false},
+                                                {kStatic, false}, {kEdit, false},  {kCheckBox, themed}};
+    for (const auto& [id, subclassed] : kSubclassed)
+        EXPECT_EQ(Subclassed(id), subclassed) << id << " (icon buttons stay unless flag is -1)";
 
-    SendMessageW(Item(kCheckBox), BM_SETCHECK, BST_CHECKED, 0);
-    RECT client;
-    GetClientRect(Item(kCheckBox), &client);
-    Canvas canvas;
-    SendMessageW(Item(kCheckBox), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.dc), PRF_CLIENT);
-    EXPECT_EQ(GetPixel(canvas.dc, 0, client.bottom / 2), 0xDCDCDCu) << "the box's edge";
-    EXPECT_EQ(GetPixel(canvas.dc, 63, 0), 0x202020u) << "the background";
+    Canvas button;
+    SendMessageW(Item(kButton), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(button.dc), PRF_CLIENT);
+    EXPECT_EQ(GetPixel(button.dc, 4, 4), 0x202020u) << "the face";
+    EXPECT_NE(GetPixel(button.dc, 0, 4), 0x202020u) << "the frame";
+    if (themed) {
+        SendMessageW(Item(kCheckBox), BM_SETCHECK, BST_CHECKED, 0);
+        RECT client;
+        GetClientRect(Item(kCheckBox), &client);
+        Canvas checkBox;
+        SendMessageW(Item(kCheckBox), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(checkBox.dc), PRF_CLIENT);
+        EXPECT_EQ(GetPixel(checkBox.dc, 0, client.bottom / 2), 0xDCDCDCu) << "the box's edge";
+        EXPECT_EQ(GetPixel(checkBox.dc, 63, 0), 0x202020u) << "the background";
+    }
+
+    ApplyDarkModeToDialog(dialog_, -1, 1);
+    EXPECT_TRUE(Subclassed(kIconButton));
 }
 
 TEST_F(ThemeTest, MenuItemsMeasureByTheMenuFont) {
@@ -184,6 +162,8 @@ TEST_F(ThemeTest, MenuItemsMeasureByTheMenuFont) {
 
     MEASUREITEMSTRUCT item = {ODT_MENU, 0, 1, 0, 0, reinterpret_cast<ULONG_PTR>(L"Copy &all")};
     LRESULT result = 0;
+    EXPECT_FALSE(HandleDarkModeMessage(dialog_, WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&item), 0, -1, &result));
+    EXPECT_EQ(item.itemWidth, 0u) << "light mode measures nothing";
     ASSERT_TRUE(HandleDarkModeMessage(dialog_, WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&item), 1, -1, &result));
     EXPECT_EQ(result, 1);
     EXPECT_EQ(int(item.itemWidth), text.cx + 2 * (GetSystemMetrics(SM_CXMENUCHECK) + GetSystemMetrics(SM_CXEDGE)));
