@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <sstream>
 #include <sys/wait.h>
@@ -38,6 +39,19 @@ std::vector<std::string> Files(const std::vector<std::string>& extensions) {
     }
     std::sort(out.begin(), out.end());
     return out;
+}
+
+std::vector<std::vector<std::string>> ReadTable(const std::string& path) {
+    std::vector<std::vector<std::string>> lines;
+    std::ifstream in(path);
+    EXPECT_TRUE(in.is_open()) << path;
+    for (std::string line; std::getline(in, line);) {
+        if (line.empty() || line[0] == '#') continue;
+        std::vector<std::string>& fields = lines.emplace_back();
+        for (size_t at = 0, tab; at <= line.size(); at = tab + 1)
+            fields.push_back(line.substr(at, (tab = std::min(line.find('\t', at), line.size())) - at));
+    }
+    return lines;
 }
 
 std::string Quote(const std::string& text) {

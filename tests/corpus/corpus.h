@@ -36,6 +36,10 @@ struct MakerRow {
 };
 std::vector<MakerRow> MakerRows(const std::string& file);
 
+// The lines of a tab-separated table, split at its tabs; blank lines and
+// lines that start with '#' are left out.
+std::vector<std::vector<std::string>> ReadTable(const std::string& path);
+
 // Runs a shell command; returns its standard output and sets exitCode.
 std::string Run(const std::string& command, int* exitCode = nullptr);
 // Quotes a path for the shell.

@@ -2,10 +2,8 @@
 // round our writer: what it writes we read, what we write it reads.
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <memory>
-#include <sstream>
 #include <vector>
 
 #include "corpus.h"
@@ -27,13 +25,8 @@ using Tags = std::map<std::string, std::string>;
 const std::vector<std::pair<std::string, int>>& Names(const std::string& kind) {
     static const std::map<std::string, std::vector<std::pair<std::string, int>>> names = [] {
         std::map<std::string, std::vector<std::pair<std::string, int>>> out;
-        std::ifstream in(std::string(VV_TESTS_DIR) + "/corpus/iptc/names.tsv");
-        for (std::string line, group, name; std::getline(in, line);) {
-            std::istringstream fields(line);
-            int dataset = 0;
-            if (line[0] != '#' && std::getline(fields, group, '\t') && std::getline(fields, name, '\t') >> dataset)
-                out[group].emplace_back(name, dataset);
-        }
+        for (const std::vector<std::string>& f : corpus::ReadTable(std::string(VV_TESTS_DIR) + "/corpus/iptc/names.tsv"))
+            out[f.at(0)].emplace_back(f.at(1), std::stoi(f.at(2)));
         return out;
     }();
     static const std::vector<std::pair<std::string, int>> none;
