@@ -114,16 +114,11 @@ std::map<std::string, std::string> ExiftoolByTagId(const std::string& file, cons
     return tags;
 }
 
-namespace {
-
-constexpr char kMakerHeading[] = "Maker Note (Vendor):";
-
-// The file's rows; none when it cannot be read.
-std::vector<MakerRow> AllRows(const std::string& file) {
+std::vector<Row> Rows(const std::string& file) {
     auto table = std::make_unique<exif::TagRecordTable>();
     uint32_t count = 0;
     int bigEndian = 0;
-    std::vector<MakerRow> rows;
+    std::vector<Row> rows;
     if (exif::ReadExifTags(platform::Utf8ToUtf16(file), *table, &count, &bigEndian,
                            makernotes::StandardMakerNoteRules()))
         for (uint32_t i = 0; i < count; ++i) rows.push_back({table->rows[i].tag, table->rows[i].name, table->rows[i].value});
@@ -131,13 +126,11 @@ std::vector<MakerRow> AllRows(const std::string& file) {
     return rows;
 }
 
-}  // namespace
-
-std::vector<MakerRow> MakerRows(const std::string& file) {
-    std::vector<MakerRow> rows;
+std::vector<Row> MakerRows(const std::string& file) {
+    std::vector<Row> rows;
     bool inNote = false;
-    for (MakerRow& row : AllRows(file)) {
-        if (row.name == kMakerHeading) {
+    for (Row& row : Rows(file)) {
+        if (row.name == "Maker Note (Vendor):") {
             inNote = true;
         } else if (inNote) {
             if (row.name.empty() || row.name.back() == ':') break;

@@ -67,7 +67,7 @@ std::pair<size_t, size_t> CheckTable(const std::string& path) {
         SCOPED_TRACE(block.file);
         const std::string file = corpus::Path(block.file);
         const auto printed = corpus::Exiftool(file, ""), printedById = corpus::ExiftoolByTagId(file, "");
-        const std::vector<corpus::MakerRow> ours = corpus::MakerRows(file);
+        const std::vector<corpus::Row> ours = corpus::MakerRows(file);
         EXPECT_EQ(ours.size(), block.rows.size()) << "maker rows of " << block.file;
         for (size_t i = 0; i < ours.size() && i < block.rows.size(); ++i) {
             const Expected& want = block.rows[i];
