@@ -125,9 +125,7 @@ TEST(MakerDispatch, PrefixAndMakeChooseTheDecoderItsStartBaseAndOrder) {
 
 TEST(MakerDispatch, LastMakeRowWithinTheCountDecides) {
     Decoded two = TableWithMake("Canon");
-    exif::TagRecord& later = two.table->rows[two.count++];
-    later.tag = 271;
-    std::strcpy(later.value, "sony");
+    AddRow(two, 271, "Make", "sony");
     EXPECT_TRUE(exif::MakeEquals(*two.table, two.count, "SONY"));
     EXPECT_TRUE(exif::MakeContains(*two.table, two.count, "ONY"));
     EXPECT_TRUE(exif::MakeEquals(*two.table, two.count - 1, "CANON"));
