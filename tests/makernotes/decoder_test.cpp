@@ -3,6 +3,7 @@
 // headerless notes and Nikon's type-1 notes take the low half of the whole
 // 32-bit field (so a big-endian SHORT reads as 0), while "QVC", Sony and
 // Panasonic notes read the field's first two bytes in the file's order.
+// And the tag and lens tables as data: keys in order, once each.
 #include <cstring>
 #include <iterator>
 #include <set>
