@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <sstream>
 #include <sys/wait.h>
@@ -38,6 +39,19 @@ std::vector<std::string> Files(const std::vector<std::string>& extensions) {
     }
     std::sort(out.begin(), out.end());
     return out;
+}
+
+std::vector<std::vector<std::string>> ReadTable(const std::string& path) {
+    std::vector<std::vector<std::string>> lines;
+    std::ifstream in(path);
+    EXPECT_TRUE(in.is_open()) << path;
+    for (std::string line; std::getline(in, line);) {
+        if (line.empty() || line[0] == '#') continue;
+        std::vector<std::string>& fields = lines.emplace_back();
+        for (size_t at = 0, tab; at <= line.size(); at = tab + 1)
+            fields.push_back(line.substr(at, (tab = std::min(line.find('\t', at), line.size())) - at));
+    }
+    return lines;
 }
 
 std::string Quote(const std::string& text) {
@@ -100,16 +114,11 @@ std::map<std::string, std::string> ExiftoolByTagId(const std::string& file, cons
     return tags;
 }
 
-namespace {
-
-constexpr char kMakerHeading[] = "Maker Note (Vendor):";
-
-// The file's rows; none when it cannot be read.
-std::vector<MakerRow> AllRows(const std::string& file) {
+std::vector<Row> Rows(const std::string& file) {
     auto table = std::make_unique<exif::TagRecordTable>();
     uint32_t count = 0;
     int bigEndian = 0;
-    std::vector<MakerRow> rows;
+    std::vector<Row> rows;
     if (exif::ReadExifTags(platform::Utf8ToUtf16(file), *table, &count, &bigEndian,
                            makernotes::StandardMakerNoteRules()))
         for (uint32_t i = 0; i < count; ++i) rows.push_back({table->rows[i].tag, table->rows[i].name, table->rows[i].value});
@@ -117,13 +126,11 @@ std::vector<MakerRow> AllRows(const std::string& file) {
     return rows;
 }
 
-}  // namespace
-
-std::vector<MakerRow> MakerRows(const std::string& file) {
-    std::vector<MakerRow> rows;
+std::vector<Row> MakerRows(const std::string& file) {
+    std::vector<Row> rows;
     bool inNote = false;
-    for (MakerRow& row : AllRows(file)) {
-        if (row.name == kMakerHeading) {
+    for (Row& row : Rows(file)) {
+        if (row.name == "Maker Note (Vendor):") {
             inNote = true;
         } else if (inNote) {
             if (row.name.empty() || row.name.back() == ':') break;

@@ -28,13 +28,18 @@ std::map<std::string, std::string> Exiftool(const std::string& file, const std::
 // ColorMode"), for makers that use one name for two tags.
 std::map<std::string, std::string> ExiftoolByTagId(const std::string& file, const std::string& options = "-n");
 
-// Our rows under the "Maker Note (Vendor):" heading, up to the next separator
-// or heading.
-struct MakerRow {
+// Our rows of a file's EXIF block (none when it cannot be read), and those
+// under the "Maker Note (Vendor):" heading, up to the next separator or heading.
+struct Row {
     uint32_t tag;
     std::string name, value;
 };
-std::vector<MakerRow> MakerRows(const std::string& file);
+std::vector<Row> Rows(const std::string& file);
+std::vector<Row> MakerRows(const std::string& file);
+
+// The lines of a tab-separated table, split at its tabs; blank lines and
+// lines that start with '#' are left out.
+std::vector<std::vector<std::string>> ReadTable(const std::string& path);
 
 // Runs a shell command; returns its standard output and sets exitCode.
 std::string Run(const std::string& command, int* exitCode = nullptr);

@@ -2,8 +2,6 @@
 // little-endian, so the records are read here in both byte orders (the file
 // number packed across two elements shows the order most), with the values
 // the corpus does not hold; and what hostile records do.
-#include <cstring>
-#include <initializer_list>
 #include <string>
 
 #include "makernotes/makernote_decoders.h"
@@ -12,12 +10,6 @@
 namespace {
 
 using namespace notetest;
-
-Bytes Shorts(ByteOrder order, std::initializer_list<int> values) {
-    Bytes out;
-    for (int v : values) fixture::PutU16(out, static_cast<uint16_t>(v), order);
-    return out;
-}
 
 // The note of a body whose Model row reads `model`.
 Decoded Canon(ByteOrder order, const char* model, const MakerNoteBuilder& note, uint32_t filler = 0) {

@@ -3,9 +3,15 @@
 // headerless notes and Nikon's type-1 notes take the low half of the whole
 // 32-bit field (so a big-endian SHORT reads as 0), while "QVC", Sony and
 // Panasonic notes read the field's first two bytes in the file's order.
+// And the tag and lens tables as data: keys in order, once each.
+#include <cstring>
+#include <iterator>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "makernotes/lens_tables.h"
 #include "makernotes/makernote_decoders.h"
 #include "note_harness.h"
 
@@ -14,12 +20,8 @@ namespace {
 using namespace notetest;
 
 // The same note in either byte order, decoded as a camera with this Make.
-template <typename Fill>
-Texts Decode(ByteOrder order, const std::string& make, const std::string& header, Fill fill) {
-    MakerNoteBuilder note(order);
-    note.Header(header);
-    fill(note);
-    return RowTexts(DispatchNote(order, make, note.Build(fixture::kNoteOffset)));
+Texts Decode(ByteOrder order, const std::string& make, const std::string& header, const Fill& fill) {
+    return RowTexts(Note(order, make, header, fill));
 }
 
 TEST(CasioNote, ZoomFactorAndSignedSensitivityOfALittleEndianNote) {
@@ -60,10 +62,8 @@ TEST(PanasonicNote, AfModeBytesEmptyValuesAndFaceRecordsInEitherOrder) {
 TEST(NikonType1Note, ReadsTheLowHalfOfTheWholeFieldAsHeaderlessCasioDoes) {
     const auto entries = [](MakerNoteBuilder& n) {
         n.Short(3, 12).Short(6, 5).Field(3840, fixture::kByte, 4, {1, 2, 3, 4});
-        fixture::Bytes focus, zoom;
-        fixture::PutU32(focus, 35, n.order()), fixture::PutU32(focus, 10, n.order());
-        fixture::PutU32(zoom, 2, n.order()), fixture::PutU32(zoom, 1, n.order());
-        n.OutOfLine(8, fixture::kRational, 1, focus).OutOfLine(10, fixture::kRational, 1, zoom);
+        n.OutOfLine(8, fixture::kRational, 1, Longs(n.order(), {35, 10}));
+        n.OutOfLine(10, fixture::kRational, 1, Longs(n.order(), {2, 1}));
         n.Field(1, fixture::kUndefined, 4, fixture::ToBytes("0100"));
     };
     const std::string header("Nikon\0\x01\0", 8);
@@ -76,7 +76,7 @@ TEST(NikonType1Note, ReadsTheLowHalfOfTheWholeFieldAsHeaderlessCasioDoes) {
                      "Digital Zoom=2", "Data version=0100"}));
 }
 
-TEST(MakerTables, TagsAscendOnceEachAndEveryRowHasAName) {
+TEST(MakerTables, KeysAscendOnceEachAndEveryRowHasAName) {
     for (const makernotes::MakerTable* t :
          {&makernotes::CasioTags(), &makernotes::CasioQvcTags(), &makernotes::SonyTags(), &makernotes::PanasonicTags(),
           &makernotes::NikonType1Tags(), &makernotes::PentaxTags(), &makernotes::MinoltaTags()}) {
@@ -87,6 +87,36 @@ TEST(MakerTables, TagsAscendOnceEachAndEveryRowHasAName) {
             }
         }
     }
+    // The Pentax lenses: (3, 4432) can never match single-byte keys; it
+    // stands between (3, 44) and (3, 46) as it is.
+    std::set<std::pair<uint32_t, uint32_t>> pentax;
+    std::pair<uint32_t, uint32_t> last{0, 0};
+    for (const makernotes::PentaxLens& row : makernotes::PentaxLensTable) {
+        const std::pair<uint32_t, uint32_t> key{row.series, row.number};
+        EXPECT_TRUE(pentax.insert(key).second) << row.name;
+        EXPECT_TRUE(std::strlen(row.name) > 0 && std::strlen(row.name) <= 127) << row.name;
+        if (row.number == 4432) continue;
+        if (pentax.size() > 1) {
+            EXPECT_LT(last, key) << row.name;
+        }
+        last = key;
+    }
+    // The Nikon lenses: each key once, and a key one bit off any row's finds none.
+    std::set<std::string> nikon;
+    for (const makernotes::NikonLens& row : makernotes::NikonLensTable) {
+        EXPECT_TRUE(nikon.insert(std::string(std::begin(row.key), std::end(row.key))).second) << row.name;
+        for (size_t b = 0; b < sizeof row.key; ++b) {
+            uint8_t key[8];
+            std::memcpy(key, row.key, sizeof key);
+            key[b] ^= 0x01;
+            char other[128] = "untouched";
+            EXPECT_FALSE(makernotes::LookupNikonLens(key, other, sizeof other)) << row.name << " byte " << b;
+            EXPECT_STREQ(other, "untouched");
+        }
+    }
+    char cut[8];  // a name is cut to the output size
+    ASSERT_TRUE(makernotes::LookupNikonLens(makernotes::NikonLensTable[0].key, cut, sizeof cut));
+    EXPECT_STREQ(cut, "AF-S DX");
 }
 
 }  // namespace

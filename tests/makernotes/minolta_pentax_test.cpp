@@ -1,9 +1,13 @@
-// Minolta notes (plain tags and the big-endian camera-settings array) and
-// Pentax / Ricoh notes (both header forms, in the EXIF byte order) beyond
-// the corpus files: little-endian files, the other header form, the rarer
-// branches of the value texts, and what hostile arrays, absurd entry counts
-// and a full table do.
+// Minolta notes (plain tags, the big-endian camera-settings array and the
+// Dynax 7D and 5D settings, big-endian SHORTs in files of either order) and
+// Pentax / Ricoh notes (both header forms, in the EXIF byte order, and their
+// setting blocks, read in the note's order or fixed big-endian where the
+// camera writes them so) beyond the corpus files: little-endian files, the
+// other header form, layouts no corpus file carries, the rarer branches of
+// the value texts, and what hostile arrays, absurd entry counts and a full
+// table do.
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -13,14 +17,6 @@ namespace {
 
 using namespace notetest;
 
-template <typename Fill>
-Decoded Note(ByteOrder order, const std::string& make, const std::string& header, Fill fill, uint32_t filler = 0) {
-    MakerNoteBuilder note(order);
-    note.Header(header);
-    fill(note);
-    return DispatchNote(order, make, note.Build(fixture::kNoteOffset), filler);
-}
-
 // ------------------------------------------------------------ Pentax
 
 const std::string kAocMM("AOC\0MM", 6);
@@ -29,10 +25,8 @@ TEST(PentaxNote, BothHeaderFormsInBothOrdersReadInTheExifOrder) {
     // The mark in the header is ignored: a note written in the EXIF order
     // reads the same whichever mark it carries.
     const auto entries = [](MakerNoteBuilder& n) {
-        fixture::Bytes twoShorts;
-        fixture::PutU16(twoShorts, 1, n.order());
-        fixture::PutU16(twoShorts, 63, n.order());
-        n.Short(17, 0).Short(8, 1).Field(12, fixture::kShort, 2, twoShorts).Field(51, fixture::kByte, 3, {5, 0, 1});
+        n.Short(17, 0).Short(8, 1).Field(12, fixture::kShort, 2, Shorts(n.order(), {1, 63}));
+        n.Field(51, fixture::kByte, 3, {5, 0, 1});
     };
     for (ByteOrder order : {kLE, kBE}) {
         for (const std::string& header : {kAocMM, std::string("AOC\0II", 6), std::string("PENTAX \0MM", 10),
@@ -66,15 +60,63 @@ TEST(PentaxNote, IsoIndexRangesPairedSizesUnlistedValuesAndLensKeys) {
               (Texts{"Lens Type=smc PENTAX-FA SOFT 85mm F2.8", "Lens Type=unknown (32, 32; 242, 8)"}));
 }
 
-TEST(PentaxNote, RicohFormsAndAbsurdCountsGiveNoRows) {
-    // Ricoh's own directory stands at note + 8; read at note + 6 its count is 0.
-    EXPECT_EQ(RowTexts(Note(kBE, "RICOH", std::string("RICOH\0\0\0", 8),
-                            [](MakerNoteBuilder& n) { n.Short(8, 1).Short(20, 6); })),
-              Texts{});
-    // The oldest Ricoh notes are text; read as a count it is 8224 or more.
+TEST(PentaxNote, RicohTextAndAbsurdCountsGiveNoRows) {
+    // (Ricoh's own directory, at note + 8 where note + 6 reads as a count of
+    // 0, is the corpus's Ricoh.jpg.) The oldest Ricoh notes are text; read as a count it is 8224 or more.
     EXPECT_EQ(RowTexts(DispatchNote(kLE, "RICOH", fixture::ToBytes("Rv0103;Rg1C;Bg1A;"))), Texts{});
     EXPECT_EQ(RowTexts(Note(kBE, "PENTAX", kAocMM, [](MakerNoteBuilder& n) { n.Count(0xFFFF).Short(8, 1); })),
               Texts{});
+}
+
+// A K-5 note with one block of each kind (and two that are not read).
+void PentaxBlocks(MakerNoteBuilder& n) {
+    n.Long(5, 0x12e76);
+    n.Field(6, fixture::kUndefined, 4, {0x07, 0xD8, 0x03, 0x02}).Field(7, fixture::kUndefined, 3, {12, 1, 23, 0});
+    n.Short(0x50, 0).Short(0x50, 53190 - 5200);                           // none recorded, then 5200 K
+    n.Field(0x5c, fixture::kByte, 2, {1, 1, 0, 0});                       // the two-byte form: not read
+    n.Field(0x5d, fixture::kUndefined, 4, {0xF4, 0x26, 0xED, 0x8D});      // scrambled with date and time
+    n.Field(0x60, fixture::kUndefined, 4, {2, 0, 40, 60}).Field(0x76, fixture::kByte, 2, {10, 2, 0, 0});
+    n.OutOfLine(0x206, fixture::kUndefined, 24, Bytes(24, 0x40));         // a longer layout: not read
+    n.OutOfLine(0x215, fixture::kLong, 5, Longs(n.order(), {0x12e76, 20101231, 8, 1, 4242}));
+    n.Field(0x216, fixture::kUndefined, 4, {0x02, 0x54, 0, 0});
+    n.OutOfLine(0x21f, fixture::kUndefined, 12, {0, 0, 0, 0, 0xFF, 0xFE, 9, 3, 0, 0, 0, 19});
+}
+
+TEST(PentaxBlocks, ReadInTheNotesOrderOrBigEndianAsTheCameraWritesThem) {
+    const Texts want{"Pentax Model ID=K-5",
+                     "Date=2008:03:02",
+                     "Time=12:01:23",
+                     "Face Detect=On (10 faces max); 2 faces detected",
+                     "Color Temperature=5200",
+                     "Shutter Count=1648",
+                     "Faces Detected=2",
+                     "Face Position=40 60",
+                     "Pentax Model ID=K-5",
+                     "Manufacture Date=2010:12:31",
+                     "Production Code=8.1 (camera has been serviced)",
+                     "Internal Serial Number=4242",
+                     "Power Source=Body Battery",
+                     "Body Battery State=Full",
+                     "AF Predictor=-2",
+                     "AF Defocus=9",
+                     "AF Integration Time=6 ms",
+                     "AF Points In Focus=Center (vertical)"};
+    for (ByteOrder order : {kLE, kBE}) {
+        SCOPED_TRACE(order == kBE ? "BE" : "LE");
+        EXPECT_EQ(RowTexts(Note(order, "PENTAX", kAocMM, PentaxBlocks)), want);
+    }
+    // 241 filler + Make + 13 entries stays below 256; the blocks stop at 256.
+    const Decoded d = Note(kBE, "PENTAX", kAocMM, PentaxBlocks, 241);
+    ASSERT_EQ(d.count, 256u);
+    EXPECT_EQ(RowTexts(d).back(), "Body Battery State=Full");
+}
+
+TEST(PentaxBlocks, AnIsoCodeFarBeyondAnyCamerasNoLongerOverflows) {
+    // Found by fuzzing: the speed of the highest code overflowed an int.
+    Bytes ae(16, 64);
+    ae[2] = 255;
+    const auto note = [&](MakerNoteBuilder& n) { n.OutOfLine(0x206, fixture::kUndefined, 16, ae); };
+    EXPECT_EQ(RowTexts(Note(kLE, "PENTAX", kAocMM, note)).at(2), "AE ISO=24615639849");
 }
 
 // ------------------------------------------------------------ Minolta
@@ -162,6 +204,43 @@ TEST(MinoltaNote, SettingRowsStopAtTheRowLimit) {
     EXPECT_EQ(RowTexts(d).back(), "Metering Mode=Spot");
     // 250 + 6 reaches 256: neither pass adds anything.
     EXPECT_EQ(RowTexts(Minolta(kBE, Settings(56), 3, 249)), Texts{});
+}
+
+// Big-endian SHORTs, `size` of them, with the given ones set.
+Bytes Shorts(size_t size, std::initializer_list<std::pair<size_t, uint16_t>> set) {
+    Bytes out(size * 2, 0);
+    for (const auto& [index, value] : set) {
+        out[2 * index] = static_cast<uint8_t>(value >> 8);
+        out[2 * index + 1] = static_cast<uint8_t>(value);
+    }
+    return out;
+}
+
+Decoded DslrNote(ByteOrder order, uint16_t tag, const Bytes& settings) {
+    MakerNoteBuilder note(order);
+    note.OutOfLine(tag, fixture::kUndefined, static_cast<uint32_t>(settings.size()), settings);
+    return DispatchNote(order, "KONICA MINOLTA", note.Build(fixture::kNoteOffset));
+}
+
+TEST(MinoltaDslrSettings, The7dAnd5dLayoutsAreBigEndianInFilesOfEitherOrder) {
+    const Bytes settings7d = Shorts(0x1f, {{0x00, 1}, {0x03, 34}, {0x04, 0x100}, {0x0e, 4}, {0x10, 0x11},
+                                          {0x15, 1}, {0x16, 2}, {0x1c, 6}, {0x1e, static_cast<uint16_t>(-16)}});
+    const Bytes settings5d = Shorts(0x37, {{0x0a, 3}, {0x0c, 2}, {0x0d, 16}, {0x0e, 6}, {0x1f, 1}, {0x25, 2},
+                                          {0x26, 8}, {0x2f, 5}, {0x30, 12}, {0x31, 8}, {0x35, 40}, {0x36, 40}});
+    for (ByteOrder order : {kLE, kBE}) {
+        SCOPED_TRACE(order == kBE ? "BE" : "LE");
+        EXPECT_EQ(RowTexts(DslrNote(order, 4, settings7d)),
+                  (Texts{"Exposure Mode=Aperture Priority", "Image Size=Large", "Quality=RAW+JPEG",
+                         "White Balance=Kelvin", "Focus Mode=AF-A", "AF Points=Center, Bottom-right", "Flash=On",
+                         "Flash Mode=Rear flash sync", "ISO Setting=1600", "Exposure Compensation=-2/3"}));
+        EXPECT_EQ(RowTexts(DslrNote(order, 0x114, settings5d)),
+                  (Texts{"Exposure Mode=Manual", "Image Size=Small", "Quality=Fine", "White Balance=Flash",
+                         "Flash=Fired", "Flash Mode=Normal", "Metering Mode=Spot",
+                         "ISO Setting=200 (Zone Matching High)", "Color Space=Adobe RGB", "Sharpness=2",
+                         "Contrast=-2", "Saturation=-10", "Exposure Time=2", "F Number=4.0"}));
+    }
+    // Found by fuzzing: a speed code far above any camera's overflowed an int.
+    EXPECT_EQ(RowTexts(DslrNote(kBE, 0x114, Shorts(0x36, {{0x35, 304}}))).back(), "Exposure Time=1/4294967296");
 }
 
 }  // namespace

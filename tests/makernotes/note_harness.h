@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstring>
+#include <functional>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -51,19 +54,32 @@ inline Texts RowTexts(const Decoded& d) {
     return out;
 }
 
+// SHORTs or LONGs in the given order (negative values as their two's complement).
+inline Bytes Shorts(ByteOrder order, std::initializer_list<int64_t> values) {
+    Bytes out;
+    for (int64_t v : values) fixture::PutU16(out, static_cast<uint16_t>(v), order);
+    return out;
+}
+inline Bytes Longs(ByteOrder order, std::initializer_list<int64_t> values) {
+    Bytes out;
+    for (int64_t v : values) fixture::PutU32(out, static_cast<uint32_t>(v), order);
+    return out;
+}
+
+// Appends a row with this tag, name and text (when the text is given).
+inline void AddRow(Decoded& d, uint32_t tag, const char* name, const std::string& value) {
+    if (value.empty()) return;
+    exif::TagRecord& row = d.table->rows[d.count++];
+    row.tag = tag;
+    std::strcpy(row.name, name);
+    std::strncpy(row.value, value.c_str(), 255);
+}
+
 // A table with `filler` data rows and then a Make row (when make is given).
 inline Decoded TableWithMake(const std::string& make, uint32_t filler = 0) {
     Decoded d;
-    for (; d.count < filler; ++d.count) {
-        d.table->rows[d.count].tag = 1;
-        std::strcpy(d.table->rows[d.count].name, "filler");
-    }
-    if (!make.empty()) {
-        exif::TagRecord& row = d.table->rows[d.count++];
-        row.tag = 271;
-        std::strcpy(row.name, "Make");
-        std::strncpy(row.value, make.c_str(), 255);
-    }
+    while (d.count < filler) AddRow(d, 1, "filler", "-");
+    AddRow(d, 271, "Make", make);
     d.first = d.count;
     return d;
 }
@@ -81,18 +97,25 @@ inline int IsBig(ByteOrder order) { return order == ByteOrder::kBig; }
 inline Decoded DispatchNote(ByteOrder order, const std::string& make, const Bytes& note, uint32_t filler = 0,
                             const std::string& model = "") {
     Decoded d = TableWithMake(make, filler);
-    if (!model.empty()) {
-        exif::TagRecord& row = d.table->rows[d.count++];
-        row.tag = 272;
-        std::strcpy(row.name, "Model");
-        std::strncpy(row.value, model.c_str(), 255);
-        d.first = d.count;
-    }
+    AddRow(d, 272, "Model", model);
+    d.first = d.count;
     WithNoteFile(order, note, [&](platform::File& file) {
         exif::DispatchMakerNote(file, 0, *d.table, &d.count, IsBig(order), fixture::kNoteOffset, false,
                                 makernotes::StandardMakerNoteRules());
     });
     return d;
+}
+
+using Fill = std::function<void(MakerNoteBuilder&)>;
+
+// The rows of a note with this header and these entries, its offsets
+// counting from the TIFF header.
+inline Decoded Note(ByteOrder order, const std::string& make, const std::string& header, const Fill& fill,
+                    uint32_t filler = 0, const std::string& model = "") {
+    MakerNoteBuilder note(order);
+    note.Header(header);
+    fill(note);
+    return DispatchNote(order, make, note.Build(fixture::kNoteOffset), filler, model);
 }
 
 }  // namespace notetest

@@ -1,11 +1,10 @@
 // Olympus / OM System notes in the header forms and byte orders the corpus
-// files lack, with the equipment and camera-settings sub-directories and
-// what hostile sub-directory entries do; Fujifilm's little-endian note in a
-// big-endian file.
-#include <functional>
-#include <initializer_list>
+// files lack, with the equipment and camera-settings sub-directories, the
+// values the corpus files hold only little-endian or not at all (signed
+// tables, AF areas, lens and aperture codes, the focus distance) read in a
+// big-endian note, and what hostile sub-directory entries do; Fujifilm's
+// little-endian note in a big-endian file.
 #include <string>
-#include <vector>
 
 #include "note_harness.h"
 
@@ -20,21 +19,13 @@ const std::string kFullNameII("OLYMPUS\0II\x03\0", 12);
 const std::string kFullNameMM("OLYMPUS\0MM\x03\0", 12);
 const std::string kOmSystemII("OM SYSTEM\0\0\0II\x04\0", 16);
 
-Bytes Words(ByteOrder o, size_t size, std::initializer_list<uint32_t> values) {
-    Bytes out;
-    for (uint32_t v : values) size == 2 ? fixture::PutU16(out, static_cast<uint16_t>(v), o) : fixture::PutU32(out, v, o);
-    return out;
-}
-
-using Fill = std::function<void(MakerNoteBuilder&)>;
-
 void MainEntries(MakerNoteBuilder& n) {
     const ByteOrder o = n.order();
     Bytes id = fixture::ToBytes("OLYMPUS DIGITAL CAMERA");
     id.resize(32, 0);
-    n.OutOfLine(0x0200, fixture::kLong, 3, Words(o, 4, {3, 5, 2}));
+    n.OutOfLine(0x0200, fixture::kLong, 3, Longs(o, {3, 5, 2}));
     n.Short(0x0201, 2).Short(0x0202, 2);
-    n.OutOfLine(0x0204, fixture::kRational, 1, Words(o, 4, {150, 100}));
+    n.OutOfLine(0x0204, fixture::kRational, 1, Longs(o, {150, 100}));
     n.Ascii(0x0207, "SX558").OutOfLine(0x0209, fixture::kUndefined, 32, id);
     n.Short(0x0F00, 7);  // never named
 }
@@ -47,9 +38,9 @@ void EquipmentEntries(MakerNoteBuilder& n) {
 
 void SettingsEntries(MakerNoteBuilder& n) {
     const ByteOrder o = n.order();
-    n.Field(0x0301, fixture::kShort, 2, Words(o, 2, {2, 0x24}));
+    n.Field(0x0301, fixture::kShort, 2, Shorts(o, {2, 0x24}));
     n.Short(0x0500, 18);
-    n.OutOfLine(0x0529, fixture::kShort, 4, Words(o, 2, {2, 0, 0, 0}));
+    n.OutOfLine(0x0529, fixture::kShort, 4, Shorts(o, {2, 0, 0, 0}));
 }
 
 const Texts kAllRows{
@@ -76,7 +67,7 @@ Bytes OlympusNote(ByteOrder o, const std::string& header, int64_t origin, const 
         (i == 0 ? EquipmentEntries : SettingsEntries)(sub);
         blocks[i] = sub.Build(origin + kAt[i]);
         const auto count = static_cast<uint32_t>(subType == fixture::kUndefined ? blocks[i].size() : 1);
-        n.Field(i == 0 ? 0x2010 : 0x2020, subType, count, Words(o, 4, {static_cast<uint32_t>(origin + kAt[i])}));
+        n.Field(i == 0 ? 0x2010 : 0x2020, subType, count, Longs(o, {origin + kAt[i]}));
     }
     Bytes note = n.Build(origin);
     for (int i = 0; i < subs; ++i) {
@@ -146,13 +137,58 @@ TEST(OlympusNote, HostileSubDirectoryEntriesGiveNoRows) {
     };
     for (const auto& c : cases) {
         MakerNoteBuilder n(kLE);
-        n.Header(kOldForm).Short(0x0202, 0).Ascii(0x0208, "x").Field(0x2010, c.type, c.count, Words(kLE, 4, {c.offset}));
+        n.Header(kOldForm).Short(0x0202, 0).Ascii(0x0208, "x").Field(0x2010, c.type, c.count, Longs(kLE, {c.offset}));
         Bytes note = n.Build(fixture::kNoteOffset);
         note.resize(kSound - fixture::kNoteOffset, 0);
         fixture::Append(note, {1, 0, 0x01, 0x01, 2, 0, 3, 0, 0, 0, 'a', 'b', 0, 0, 0, 0, 0, 0});
         fixture::Append(note, {0xFF, 0xFF, 0x01, 0x01, 2, 0});
         EXPECT_EQ(Olympus(kLE, note), c.rows) << c.what;
     }
+}
+
+TEST(OlympusNote, SubDirectoryValuesOfABigEndianNote) {
+    // "OLYMPUS\0MM": offsets from the note; one sub-directory after the main one.
+    const auto note = [](uint16_t tag, MakerNoteBuilder sub) {
+        MakerNoteBuilder n(kBE);
+        n.Header(std::string("OLYMPUS\0MM\x03\0", 12)).Ascii(0x0207, "D4040");
+        n.Field(tag, 13, 1, Longs(kBE, {0}));
+        const auto at = static_cast<uint32_t>(n.Build(0).size());
+        MakerNoteBuilder main(kBE);
+        main.Header(std::string("OLYMPUS\0MM\x03\0", 12)).Ascii(0x0207, "D4040").Field(tag, 13, 1, Longs(kBE, {at}));
+        Bytes out = main.Build(0);
+        fixture::Append(out, sub.Build(at));
+        return RowTexts(DispatchNote(kBE, "", out));
+    };
+    MakerNoteBuilder equipment(kBE);
+    equipment.OutOfLine(0x0201, fixture::kByte, 6, {0, 0, 0x19, 0x10, 0, 0}).Long(0x0204, 0x1100);
+    equipment.Short(0x020a, 0x2f3).Long(0x0304, 0);
+    EXPECT_EQ(note(0x2010, equipment),
+              (Texts{"Camera Type=E-1", "Lens Type=Olympus M.Zuiko Digital ED 12-40mm F2.8 Pro",
+                     "Lens Firmware Version=1.100", "Max Aperture=2.8", "Extender Firmware Version=0"}));
+
+    MakerNoteBuilder settings(kBE);
+    settings.OutOfLine(0x0304, fixture::kLong, 3, Longs(kBE, {0x79798585, 0x10203040, 0}));
+    settings.OutOfLine(0x0305, fixture::kSRational, 5, Longs(kBE, {0, 0, 1, 2, 1, 4, 3, 4, -1, 2}));
+    settings.Short(0x0400, 0x15).OutOfLine(0x0503, fixture::kShort, 3, Shorts(kBE, {-1, -2, 2}));
+    settings.OutOfLine(0x050f, fixture::kShort, 4, Shorts(kBE, {1, -1, 1, 1})).Field(0x0600, fixture::kShort, 2, Shorts(kBE, {2, 3}));
+    settings.OutOfLine(0x0901, fixture::kSLong, 2, Longs(kBE, {-10, -32}));
+    EXPECT_EQ(note(0x2020, settings),
+              (Texts{"Camera Type=E-1", "AF Areas=Center (121,121)-(133,133), (16,32)-(48,64)",
+                     "AF Point Selected=(50%,25%) (75%,-50%)",                     "Flash Mode=On, Red-eye, Forced On", "Custom Saturation=-1 (min -2, max 2)",
+                     "Gradation=High Key; Auto-Override", "Drive Mode=Exposure Bracketing, Shot 3",
+                     "Manometer Reading=-1 m, -3.2 ft"}));
+
+    MakerNoteBuilder processing(kBE);
+    processing.OutOfLine(0x0200, fixture::kShort, 3, Shorts(kBE, {348, -54, -42})).Field(0x1112, fixture::kByte, 2, {3, 3, 0, 0});
+    EXPECT_EQ(note(0x2040, processing), (Texts{"Camera Type=E-1", "Color Matrix=348 -54 -42", "Aspect Ratio=16:9"}));
+
+    // The focus distance is the numerator in millimetres, whatever the
+    // denominator; the three-point AF names come from the camera type.
+    MakerNoteBuilder focus(kBE);
+    focus.OutOfLine(0x0305, fixture::kRational, 1, Longs(kBE, {705, 10})).Short(0x0308, 3);
+    focus.Field(0x1209, fixture::kShort, 2, Shorts(kBE, {1, 4})).Short(0x1500, -10);
+    EXPECT_EQ(note(0x2050, focus), (Texts{"Camera Type=E-1", "Focus Distance=0.705 m", "AF Point=Center (vertical)",
+                                          "Manual Flash=On (1/4 strength)", "Sensor Temperature=-10 C"}));
 }
 
 // ------------------------------------------------------------ Fujifilm
@@ -165,10 +201,10 @@ TEST(FujifilmNote, LittleEndianDirectoryInABigEndianFileOffsetsFromTheNote) {
     n.Short(0x1001, 0x84).Short(0x1002, 0x301).Short(0x1010, 0x8120).Short(0x1031, 0x200);
     n.Short(0x1234, 1).Short(0x1002, 0x777);  // an unnamed tag; an unlisted value
     // The longer values, signed and unsigned.
-    n.OutOfLine(0x100a, fixture::kSLong, 2, Words(kLE, 4, {40, static_cast<uint32_t>(-20)}));
-    n.OutOfLine(0x1011, fixture::kSRational, 1, Words(kLE, 4, {static_cast<uint32_t>(-3), 3}));
+    n.OutOfLine(0x100a, fixture::kSLong, 2, Longs(kLE, {40, -20}));
+    n.OutOfLine(0x1011, fixture::kSRational, 1, Longs(kLE, {-3, 3}));
     n.Field(0x1023, fixture::kShort, 2, {12, 0, 34, 0});
-    n.Long(0x1040, 0xFFFFFFF0).OutOfLine(0x1404, fixture::kRational, 1, Words(kLE, 4, {1800, 100}));
+    n.Long(0x1040, 0xFFFFFFF0).OutOfLine(0x1404, fixture::kRational, 1, Longs(kLE, {1800, 100}));
     n.OutOfLine(0x1422, fixture::kShort, 3, {2, 1, 2, 0, 0, 0}).Short(0x1438, 0x8123);
     EXPECT_EQ(RowTexts(DispatchNote(kBE, "FUJIFILM", n.Build(0))),
               (Texts{"Version=0130", "Serial Number=FPX20582698 592D3131", "Sharpness=+1 (medium hard)",
