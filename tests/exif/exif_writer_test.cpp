@@ -88,6 +88,7 @@ TEST_F(ExifWriter, DefaultDateIsWrittenWhenNothingElseIsFilled) {
 TEST_F(ExifWriter, OddBlockIsPaddedToAnEvenSegment) {
     Set(1, "Canon");  // 12 + 4 + 6 bytes: block 22, + 18 = 40 even
     Bytes out = WriteOk(plain);
+    EXPECT_EQ(U16At(out, kTiff + 10), 271u);  // the camera maker's row is Make
     EXPECT_EQ((out[4] << 8 | out[5]) % 2, 0);
     Set(1, "Nikon1");  // block 23: raised to 42 with one zero byte
     dir.Write("a.jpg", plain);

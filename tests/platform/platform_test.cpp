@@ -92,4 +92,10 @@ TEST(Files, NonAsciiPathsMoveOverAndDelete) {
     EXPECT_FALSE(platform::RemoveFile(target));
 }
 
+TEST(System, TempFolderEndsInSeparator) {
+    const std::u16string temp = platform::TempFolder();
+    ASSERT_FALSE(temp.empty());
+    EXPECT_EQ(temp.back(), platform::kPathSeparator);
+}
+
 }  // namespace
