@@ -83,13 +83,4 @@ TEST(LoadCommentText, AutomaticModeReadsUtf8AsUtf8AndTheRestAsAnsi) {
     EXPECT_EQ(LoadText("abcdefghij", "", 6), u"abcd");  // the narrow read stops at capacity - 2 bytes
 }
 
-TEST(TrimBlanks, RemovesOnlySpacesAtBothEnds) {
-    char text[] = "  a b \t  ";
-    comment::TrimBlanks(text);
-    EXPECT_STREQ(text, "a b \t");
-    std::u16string wide = u"   ";
-    comment::TrimBlanks(wide);
-    EXPECT_EQ(wide, u"");
-}
-
 }  // namespace
