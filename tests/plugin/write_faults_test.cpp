@@ -245,15 +245,6 @@ protected:
         EXPECT_EQ(Listing(folder).size(), 1u) << writer.name << ": something beside the original ";
         EXPECT_TRUE(Listing(temp_.Utf8Path("")).empty()) << writer.name << ": the temporary file is left";
     }
-    // A write that succeeds, leaving nothing behind.
-    void ExpectDone(const Writer& writer, const std::u16string& path, const Bytes& original,
-                    const std::string& folder) {
-        std::u16string error;
-        EXPECT_EQ(writer.write(path, error), 1) << writer.name << ": " << platform::Utf16ToUtf8(error);
-        ExpectWritten(writer, path, original);
-        EXPECT_EQ(Listing(folder).size(), 1u) << writer.name << ": something beside the original ";
-        EXPECT_TRUE(Listing(temp_.Utf8Path("")).empty()) << writer.name << ": the temporary file is left";
-    }
 };
 
 TEST_F(WriteFaults, ReadOnlyFileIsRefusedUntouched) {
@@ -272,7 +263,12 @@ TEST_F(WriteFaults, NotAJpegIsRefusedAndACutOneKeepsEveryByteItHas) {
             const std::u16string path = dir_.Write("f.jpg", *bad);
             ExpectRefused(writer, path, Fill(writer.texts.notJpeg, path), *bad, dir_.Utf8Path(""));
         }
-        ExpectDone(writer, dir_.Write("f.jpg", cut), cut, dir_.Utf8Path(""));
+        const std::u16string path = dir_.Write("f.jpg", cut);
+        std::u16string error;
+        EXPECT_EQ(writer.write(path, error), 1) << writer.name << ": " << platform::Utf16ToUtf8(error);
+        ExpectWritten(writer, path, cut);
+        EXPECT_EQ(Listing(dir_.Utf8Path("")).size(), 1u) << writer.name << ": something beside the original ";
+        EXPECT_TRUE(Listing(temp_.Utf8Path("")).empty()) << writer.name << ": the temporary file is left";
     }
 }
 
