@@ -63,16 +63,6 @@ TEST_F(CommentWriter, SegmentTakesTheOldCommentsPlaceOrFollowsStartOfImage) {
               Join({head, Com("replacement\0"s), kScan, Bytes(head.size() - 2, 0)}));
 }
 
-TEST_F(CommentWriter, WithoutKeepDateTheFileTimesAreNew) {
-    const auto path = dir_.Write("a.jpg", kPlain);
-    platform::FileTimes old, now;
-    old.creation = old.lastAccess = old.lastWrite = 132000000000000000ULL;  // 2019
-    ASSERT_TRUE(platform::SetFileTimes(path, old));
-    ASSERT_EQ(Write(path, "not kept", false), 1);
-    ASSERT_TRUE(platform::GetFileTimes(path, now));
-    EXPECT_GT(now.lastWrite, old.lastWrite);
-}
-
 TEST_F(CommentWriter, EveryRefusalLeavesTheFileByteForByte) {
     const Bytes original = Join({kSoi, kApp0, Com("keep me"), kScan});
     const auto path = dir_.Write("f.jpg", original);
@@ -104,14 +94,10 @@ TEST_F(CommentWriter, EveryRefusalLeavesTheFileByteForByte) {
     EXPECT_EQ(fixture::ReadAll(plain), kPlain);
 }
 
-TEST(CommentText, Utf8CutJoinAndFileList) {
+// The joins and the file list are checked in the runs below.
+TEST(CommentText, Utf8CutAtACharacterAndAnEmptyAddition) {
     EXPECT_EQ(comment::CommentToUtf8(std::u16string(4094, u'a') + u"\u00FC"), std::string(4094, 'a'));
-    EXPECT_EQ(comment::AppendComment(u"old", u"new"), u"old\r\nnew");
-    EXPECT_EQ(comment::AppendComment(u"", u"new"), u"new");
     EXPECT_EQ(comment::AppendComment(u"old", u""), u"old");
-    using V = std::vector<std::u16string>;
-    EXPECT_EQ(comment::SplitFileList(u"a.jpg||b c.jpg|"), (V{u"a.jpg", u"b c.jpg"}));
-    EXPECT_EQ(comment::SplitFileList(u"only.jpg"), (V{u"only.jpg"}));
 }
 
 TEST(CommentSettings, DefaultsKeepTheDateAndTheDialogsWritesReadBack) {
@@ -144,12 +130,21 @@ protected:
     std::vector<std::u16string> errors_;
 };
 
+// The jobs here do not keep the date: the file times are new.
 TEST_F(CommentRun, SingleFileExpandsOnlyWithADollarAndTrimsWhenAsked) {
     const auto path = dir_.Write("one.jpg", kPlain);
-    auto job = Job(u"  a|b  ");
+    platform::FileTimes old, now;
+    old.creation = old.lastAccess = old.lastWrite = 132000000000000000ULL;  // 2019
+    ASSERT_TRUE(platform::SetFileTimes(path, old));
+    auto job = Job(u"  a|b\t  ");
     job.settings.clearSpaces = true;
     EXPECT_EQ(comment::WriteCommentToFile(path, job, Collect()), 1);
-    EXPECT_EQ(Comments(path), "a|b");
+    EXPECT_EQ(Comments(path), "a|b\t");  // spaces trimmed, not tabs
+    ASSERT_TRUE(platform::GetFileTimes(path, now));
+    EXPECT_GT(now.lastWrite, old.lastWrite);
+    job.text = u"   ";
+    EXPECT_EQ(comment::WriteCommentToFile(path, job, Collect()), 1);
+    EXPECT_EQ(Comments(path), "");
     EXPECT_EQ(comment::WriteCommentToFile(path, Job(u"$F|Z\u00FCrich"), Collect()), 1);
     EXPECT_EQ(Comments(path), "one.jpg\r\nZ\xC3\xBCrich");
     EXPECT_TRUE(errors_.empty());
@@ -160,7 +155,7 @@ TEST_F(CommentRun, BatchGoesOnAfterFailingFiles) {
     const auto missing = dir_.Path("gone.jpg");
     const std::u16string overlong = dir_.Path(std::string(270, 'x'));
     platform::SetReadOnly(b, true);
-    const auto result = comment::WriteCommentBatch(a + u"|" + b + u"|" + missing + u"|" + overlong + u"|" + c + u"|",
+    const auto result = comment::WriteCommentBatch(a + u"||" + b + u"|" + missing + u"|" + overlong + u"|" + c + u"|",
                                                    Job(u"n$C"), Collect());
     platform::SetReadOnly(b, false);
     EXPECT_EQ(result.written, 2);

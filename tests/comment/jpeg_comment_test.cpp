@@ -1,5 +1,5 @@
-// JPEG COM segments: joining, CR LF normalisation, the walk's ends, the
-// encoding classification and the conversion it drives.
+// JPEG COM segments: joining, CR LF normalisation, the walk's ends, and the
+// conversion the encoding of the text decides.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -60,19 +60,6 @@ TEST(AppendWithCrLf, RefusesShortCountsAndUnterminatedTargetsAndStaysTerminated)
     EXPECT_EQ(std::string(full, 4), "abcd");
 }
 
-TEST(ClassifyTextEncoding, DistinguishesEmptyAsciiInvalidAndUtf8) {
-    auto classify = [](const std::string& s) { return comment::ClassifyTextEncoding(s.data(), s.size()); };
-    EXPECT_EQ(classify(""), comment::kTextEmpty);
-    EXPECT_EQ(classify("plain 123"), comment::kTextAscii);
-    EXPECT_EQ(classify("Z\xFCrich \xE9t\xE9"), comment::kTextNotUtf8);
-    EXPECT_EQ(classify("Z\xC3\xBCrich"), comment::kTextUtf8);
-    EXPECT_EQ(classify("\xE2\x82\xAC"), comment::kTextUtf8);
-    EXPECT_EQ(classify("\xF0\x9F\x93\xB7"), comment::kTextUtf8);
-    EXPECT_EQ(classify("\xFC\xE9 and \xC3\xBC"), comment::kTextUtf8);  // one valid sequence suffices
-    EXPECT_EQ(classify("cut \xE2\x82"), comment::kTextNotUtf8);       // sequence beyond the end
-    EXPECT_EQ(comment::ClassifyTextEncoding("\xC3\xBC", 1), comment::kTextNotUtf8);
-}
-
 std::u16string LoadText(const std::string& bytes, const std::string& settings, size_t capacity = 4096) {
     fixture::TempDir dir;
     const auto path = dir.Write("c.jpg", JpegBuilder().Soi().Com(bytes).ScanAndEoi().Build());
@@ -87,16 +74,13 @@ TEST(LoadCommentText, AutomaticModeReadsUtf8AsUtf8AndTheRestAsAnsi) {
     EXPECT_EQ(LoadText("Z\xFCrich \x80", "[IPTC]\nJPGComConversion=0\n"), u"Z\u00FCrich \u20AC");
     EXPECT_EQ(LoadText("Z\xC3\xBCrich", "[IPTC]\nJPGComConversion=1\n"), u"Z\u00C3\u00BCrich");
     EXPECT_EQ(LoadText("Z\xFCrich", "[IPTC]\nJPGComConversion=2\n"), u"Z\uFFFDrich");
+    // One valid sequence makes the text UTF-8; one cut short by the end does not.
+    EXPECT_EQ(LoadText("\xFC and \xC3\xBC", ""), u"\uFFFD and \u00FC");
+    EXPECT_EQ(LoadText("cut \xE2\x82", ""), u"cut \u00E2\u201A");
+    EXPECT_EQ(comment::ClassifyTextEncoding("\xC3\xBC", 1), comment::kTextNotUtf8);  // the length given ends it
+    EXPECT_EQ(LoadText("\xE2\x82\xAC", ""), u"\u20AC");
+    EXPECT_EQ(LoadText("\xF0\x9F\x93\xB7", ""), u"\U0001F4F7");
     EXPECT_EQ(LoadText("abcdefghij", "", 6), u"abcd");  // the narrow read stops at capacity - 2 bytes
-}
-
-TEST(TrimBlanks, RemovesOnlySpacesAtBothEnds) {
-    char text[] = "  a b \t  ";
-    comment::TrimBlanks(text);
-    EXPECT_STREQ(text, "a b \t");
-    std::u16string wide = u"   ";
-    comment::TrimBlanks(wide);
-    EXPECT_EQ(wide, u"");
 }
 
 }  // namespace

@@ -46,7 +46,7 @@ TEST(PngText, ChunksAreKeywordColonTextJoinedByCrLf) {
 TEST(PngText, KeywordIsCutTo32BytesAndAnEmptyOneLeftOut) {
     const std::string keyword = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789xyz";
     EXPECT_EQ(PngText(PngFile({Text(keyword, "v")})), keyword.substr(0, 32) + ": v");
-    EXPECT_EQ(PngText(PngFile({Text("", "  just text  ")})), "just text");  // trimmed
+    EXPECT_EQ(PngText(PngFile({Text("", "  just\ttext \t  ")})), "just\ttext \t");  // spaces trimmed, not tabs
 }
 
 TEST(PngText, SixteenChunksAreReadAndTheSeventeenthEndsTheWalk) {

@@ -5,7 +5,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <map>
+#include <string>
+
+#include "exif_reading.h"
 #include "fixture/container_fixture.h"
+#include "plugin/plugin_api.h"
 
 namespace {
 
@@ -167,6 +173,72 @@ TEST_F(Container, LimitsAreExact) {
     EXPECT_NE(boxes_.cmt4, 0u);
     EXPECT_NE(Locate(Kind::kCr3, Cr3File(UuidBox(kCanonUuidHex, Cmts(29)))), 0u);
     EXPECT_EQ(boxes_.cmt4, 0u);  // the 33rd child
+}
+
+// End to end through the directory walker: the rows a file gives, tag ->
+// value text; empty when nothing was read. GetExifInfos answers with the
+// locator its format code names.
+std::map<uint32_t, std::string> Rows(const std::u16string& path) {
+    std::map<uint32_t, std::string> rows;
+    for (const exiftest::Row& row : exiftest::ReadRows(path).rows) rows.emplace(row.tag, row.value);
+    return rows;
+}
+
+constexpr int32_t kHeifCode = 115, kPngCode = 3, kCr3Code = 118;
+
+TEST(ContainerReading, EveryContainerGivesTheRowsOfIfd0) {
+    TempDir dir;
+    const Bytes tiff = Tiff(BO::kBig);
+    const std::pair<const char*, Bytes> files[] = {
+        {"heic", HeifBuilder().IlocBeforeIinf().Item(1, "hvc1", ToBytes("x")).Item(2, "Exif", HeifExifItem(tiff)).Build()},
+        {"avif", HeifBuilder("avif").FieldSizes(4, 4, 4).Item(5, "Exif", HeifExifItem(tiff)).Build()},
+        {"png", PngFile({PngChunk("IDAT", Bytes(20, 0)), PngChunk("eXIf", tiff)})},
+        {"webp", WebpFile({RiffChunk("VP8X", Bytes(10, 0)), RiffChunk("VP8 ", Bytes(2001, 0)), RiffChunk("EXIF", tiff)})},
+        {"jxl", JxlContainer({IsoBox("jxlc", Bytes(3000, 0)), JxlExifBox(tiff)})},
+        {"jxl codestream", JxlCodestream(Join({ToBytes("Exif"), U32Be(0), tiff}))},
+        {"mrw", Join({{0, 'M', 'R', 'M'}, U32Be(100), {0, 'T', 'T', 'W'}, U32Be(64), tiff})},
+    };
+    for (const auto& [name, bytes] : files) EXPECT_EQ(Rows(dir.Write(name, bytes))[271], "Vantaview") << name;
+    EXPECT_TRUE(Rows(dir.Write("no exif.png", PngFile({}))).empty());
+}
+
+TEST(ContainerReading, Cr3DirectoriesEachBehindTheirOwnHeader) {
+    TiffBuilder exifIfd(ByteOrder::kBig), gps;
+    exifIfd.Rational(0, 33434, {{1, 250}}).Rational(0, 33437, {{28, 10}});
+    gps.Ascii(0, 1, "N").Rational(0, 2, {{48, 1}, {51, 1}, {0, 1}});
+    TempDir dir;
+    auto rows = Rows(dir.Write("a.cr3", Cr3File(UuidBox(kCanonUuidHex, Join({IsoBox("CMT1", Tiff()),
+                                                                          IsoBox("CMT2", exifIfd.Build()),
+                                                                          IsoBox("CMT4", gps.Build())})))));
+    EXPECT_EQ(rows[271], "Vantaview");
+    EXPECT_FALSE(rows[33434].empty());
+    EXPECT_FALSE(rows[33437].empty());
+    EXPECT_FALSE(rows[exif::kGpsTagBase + 2].empty());
+}
+
+TEST(ContainerReading, GetExifInfosAnswersWithTheLocatorOfItsFormatCode) {
+    TempDir dir;
+    const Bytes heif = HeifBuilder().Item(3, "Exif", kItem).Build(), png = PngFile({PngChunk("eXIf", Tiff())});
+    const Bytes cr3 = Cr3File(UuidBox(kCanonUuidHex, Cmts()));
+    const std::u16string heifPath = dir.Write("a.heic", heif), pngPath = dir.Write("a.png", png),
+                         cr3Path = dir.Write("a.cr3", cr3);
+    uint32_t size = 1, out[4] = {1, 1, 1, 1};
+    auto infos = [&](const std::u16string& path, int32_t code) {
+        return vv::GetExifInfos(path.c_str(), &size, &out[0], &out[1], &out[2], &out[3], code);
+    };
+
+    EXPECT_EQ(infos(heifPath, kHeifCode), OffsetOf(heif, Tiff()));
+    EXPECT_EQ(size, kItem.size());
+    EXPECT_EQ(infos(pngPath, kPngCode), OffsetOf(png, Tiff()));
+    EXPECT_EQ(size, 0u);
+    EXPECT_EQ(infos(cr3Path, kCr3Code), After(cr3, "CMT1"));
+    EXPECT_EQ(size, OffsetOf(cr3, ToBytes("mdat")) - OffsetOf(cr3, ToBytes("moov")));
+    const uint32_t expected[4] = {After(cr3, "CMT2"), After(cr3, "CMT3"), After(cr3, "CMT4"), 0};
+    EXPECT_TRUE(std::equal(out, out + 4, expected));
+    // Another container's code: that locator finds nothing, and every output is cleared.
+    EXPECT_EQ(infos(heifPath, kCr3Code), 0u);
+    EXPECT_EQ(out[0] | out[1] | out[2] | out[3] | size, 0u);
+    EXPECT_EQ(infos(pngPath, kHeifCode), 0u);
 }
 
 }  // namespace

@@ -72,12 +72,17 @@ TEST(IptcBlock, CutsLongTextsAtACharacterBoundary) {
     EXPECT_EQ(length, 5u + 4095u);
 }
 
-TEST(IptcWriter, InsertsRightAfterStartOfImageAndRoundTrips) {
+// Writes with the temporary folder in a folder of the test's own.
+class IptcWriter : public ::testing::Test {
+protected:
     TempDir dir, temp;
-    ScopedTempFolder tempFolder(temp.Utf8Path(""));
+    ScopedTempFolder tempFolder{temp.Utf8Path("")};
+    std::u16string error;
+};
+
+TEST_F(IptcWriter, InsertsRightAfterStartOfImageAndRoundTrips) {
     const auto path = dir.Write("a.jpg", kPlainJpeg);
     auto data = NewRecord();
-    std::u16string error;
     // An empty record still writes record 1: IIM 15 bytes, segment length 43 + 1 pad byte.
     ASSERT_EQ(WriteIptcToJpeg(path, 0, 0, *data, error), 1) << platform::Utf16ToUtf8(error);
     Bytes after = ReadAll(path);
@@ -100,9 +105,7 @@ TEST(IptcWriter, InsertsRightAfterStartOfImageAndRoundTrips) {
     EXPECT_TRUE(std::equal(after.begin() + 2 + 2 + length, after.end(), kPlainJpeg.begin() + 2));
 }
 
-TEST(IptcWriter, DropsTheOtherPhotoshopResourcesAndKeepsTheDate) {
-    TempDir dir, temp;
-    ScopedTempFolder tempFolder(temp.Utf8Path(""));
+TEST_F(IptcWriter, DropsTheOtherPhotoshopResourcesAndKeepsTheDate) {
     const Bytes old = JpegBuilder().Soi().Segment(0xE0, ToBytes("JFIF\0"))
                           .Segment(0xED, PhotoshopApp13({PhotoshopResource(0x040C, Bytes(9, 7)),
                                                          PhotoshopResource(0x0404, IimBuilder().Dataset(2, 5, "old").Build())}))
@@ -115,7 +118,6 @@ TEST(IptcWriter, DropsTheOtherPhotoshopResourcesAndKeepsTheDate) {
     auto data = NewRecord();
     data->keepOrgDate = 1;
     Set(*data, kObjectName, u"new");
-    std::u16string error;
     ASSERT_EQ(WriteIptcToJpeg(path, offset, length, *data, error), 1);
     platform::FileTimes now;
     ASSERT_TRUE(platform::GetFileTimes(path, now));
@@ -130,7 +132,7 @@ TEST(IptcWriter, DropsTheOtherPhotoshopResourcesAndKeepsTheDate) {
 }
 
 // Each refusal: the message, and the original byte for byte.
-class IptcWriterRefusal : public ::testing::Test {
+class IptcWriterRefusal : public IptcWriter {
 protected:
     void SetUp() override {
         path = dir.Write("c.jpg", kPlainJpeg);
@@ -138,13 +140,11 @@ protected:
         Set(*data, kObjectName, u"x");
     }
     int Write() { return WriteIptcToJpeg(path, 0, 0, *data, error); }
-    TempDir dir, temp;
-    std::u16string path, error;
+    std::u16string path;
     std::unique_ptr<IptcData> data;
 };
 
 TEST_F(IptcWriterRefusal, FileGoneOrChangedSinceItWasRead) {
-    ScopedTempFolder tempFolder(temp.Utf8Path(""));
     const Bytes withApp13 = JpegWithIptc(IimBuilder().Dataset(2, 5, "a").Build());
     dir.Write("c.jpg", withApp13);
     uint32_t length = 0, offset = 0;

@@ -34,6 +34,10 @@ TEST(Input, FileThroughTheWindowReadsAsTheBytesInMemory) {
     }
     EXPECT_FALSE(file->Seek(-1));
     EXPECT_EQ(file->Size(), end);
+    // The file under the window allows a seek past its end, and reads nothing there.
+    auto raw = platform::OpenFile(dir.Path("big.bin"), platform::FileMode::kRead);
+    ASSERT_TRUE(raw && raw->Seek(end + 1));
+    EXPECT_EQ(raw->Read(bytes.data(), 1), 0u);
 }
 
 TEST(Cursor, FailureStaysSetAndChildrenKeepInsideTheirParent) {

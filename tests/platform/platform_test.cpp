@@ -77,22 +77,6 @@ TEST(IniText, KeepsOtherSectionsAndAddsAfterTheSectionsLastKey) {
 }
 #endif
 
-TEST(Files, ReadSeekAndShortReads) {
-    fixture::TempDir dir;
-    auto path = dir.Write("data.bin", {1, 2, 3, 4, 5});
-    auto f = platform::OpenFile(path, platform::FileMode::kRead);
-    ASSERT_TRUE(f);
-    EXPECT_EQ(f->Size(), 5);
-    uint8_t buffer[8] = {};
-    ASSERT_TRUE(f->Seek(3));
-    EXPECT_EQ(f->Read(buffer, 8), 2u);
-    EXPECT_EQ(buffer[0], 4);
-    EXPECT_TRUE(f->Seek(100));  // past the end: allowed, then nothing to read
-    EXPECT_EQ(f->Read(buffer, 1), 0u);
-    EXPECT_FALSE(f->Seek(-1));
-    EXPECT_FALSE(platform::OpenFile(dir.Path("missing.bin"), platform::FileMode::kRead));
-}
-
 TEST(Files, NonAsciiPathsMoveOverAndDelete) {
     fixture::TempDir dir;
     auto source = dir.Write("Bild \xC3\xBC \xE4\xB8\xAD.jpg", {9, 8, 7});
@@ -108,14 +92,10 @@ TEST(Files, NonAsciiPathsMoveOverAndDelete) {
     EXPECT_FALSE(platform::RemoveFile(target));
 }
 
-// The shell and file times are checked where the writers and map links use them.
-TEST(System, TempFolderEndsInSeparatorAndLocalTimeIsPlausible) {
+TEST(System, TempFolderEndsInSeparator) {
     const std::u16string temp = platform::TempFolder();
     ASSERT_FALSE(temp.empty());
     EXPECT_EQ(temp.back(), platform::kPathSeparator);
-    platform::LocalTime now = platform::GetLocalTime();
-    EXPECT_GE(now.year, 2020);
-    EXPECT_TRUE(now.month >= 1 && now.month <= 12);
 }
 
 }  // namespace
