@@ -62,6 +62,7 @@ private:
 };
 
 enum class ByteOrder { kLittle, kBig };
+constexpr ByteOrder OrderOf(bool bigEndian) { return bigEndian ? ByteOrder::kBig : ByteOrder::kLittle; }
 
 class Cursor {
 public:
@@ -88,10 +89,16 @@ public:
     uint32_t U32();
     // Exactly n bytes or a failure (the buffer is then zero-filled).
     bool Bytes(void* out, size_t n);
+    // Up to n bytes, as many as the range and the input hold, moving past
+    // them; returns how many. No failure: a value cut by the end of the
+    // input stays partial, and the buffer's other bytes are left as they are.
+    size_t Some(void* out, size_t n);
 
     // [position, position + size) cut to this range, in the same byte order.
     Cursor Child(uint64_t size) const;
     Cursor ChildAt(uint64_t position, uint64_t size) const;
+    // The whole input in this byte order: where offsets met in a range point.
+    Cursor Whole() const { return Cursor(*input_, order_); }
 
 private:
     platform::File* input_;
