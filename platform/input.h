@@ -4,14 +4,15 @@
 // read-ahead window, or bytes in memory (tests and fuzz targets). It behaves
 // as a platform::File opened for reading: seeking past the end succeeds and
 // the next read comes back short; a negative position fails. Seeks and reads
-// inside the window cost no system call, so the save/seek/read/restore
-// pattern of the value readers is cheap.
+// inside the window cost no system call, so a reader that jumps between a
+// directory and its values costs little.
 //
 // A Cursor reads numbers in a byte order from a range [begin, end) of an
 // Input. Any read or seek that would leave the range sets a failure flag that
 // stays set; the reads that fail give zeroes, so a caller checks ok() once at
-// the end of a block. Child ranges (a directory, a segment, a box) are made
-// from the declared size and cut to the parent's range.
+// the end of a block (Some alone takes what there is and never fails). Child
+// ranges (a directory, a segment, a box) are made from the declared size and
+// cut to the parent's range.
 #pragma once
 
 #include <cstddef>
