@@ -101,7 +101,7 @@ uint32_t LocateExifDefault(platform::File& file, uint32_t& size) {
     const uint64_t headerBytes = head8.remaining();
     head8.Bytes(header, static_cast<size_t>(headerBytes));
     const bool bigEndian = header[0] == 'M' && header[1] == 'M';
-    in.SetOrder(bigEndian ? platform::ByteOrder::kBig : platform::ByteOrder::kLittle);
+    in.SetOrder(platform::OrderOf(bigEndian));
     Extent extent(in, tiff, std::min<uint64_t>(uint64_t{tiff} + headerBytes, in.end()));
     uint32_t subDirectories[kExtentSubDirectories] = {};
     const uint32_t ifd0 = platform::GetU32(header + 4, bigEndian);

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 
 #include "container.h"
 #include "exif_limits.h"
@@ -19,7 +20,6 @@ namespace {
 using tiff::At;
 using platform::GetU16;
 using platform::GetU32;
-using tiff::PositionGuard;
 
 constexpr uint8_t kApp1Marker = 225;
 constexpr uint16_t kTagEmbeddedJpeg = 46;
@@ -29,6 +29,7 @@ constexpr uint16_t kTagModel = 272;
 constexpr uint16_t kTagUserComment = 37510;
 using tiff::kEntrySize;
 using tiff::kValueFieldSize;
+constexpr size_t kTiffHeaderSize = 8;      // "II" or "MM", 42, the offset of IFD0
 constexpr size_t kCharacterCodeSize = 8;  // UserComment's "ASCII\0\0\0", "UNICODE\0", ...
 // The value buffer is cleaned within its first 256 bytes, the long value within all of it.
 constexpr size_t kValueCleanLimit = 256;
@@ -47,11 +48,6 @@ constexpr struct {
 
 bool IsTiffByteOrder(const uint8_t* two) {
     return (two[0] == 'I' && two[1] == 'I') || (two[0] == 'M' && two[1] == 'M');
-}
-
-uint32_t ReadEntryCount(platform::File& file, int bigEndian) {
-    uint8_t raw[2];
-    return file.ReadExact(raw, sizeof raw) ? GetU16(raw, bigEndian) : 0;
 }
 
 bool ContainsBytes(const char* haystack, size_t size, const char* needle) {
@@ -142,32 +138,40 @@ bool LocateTiffHeader(platform::File& file, uint32_t startOffset, uint32_t& base
     return base != 0;
 }
 
-// Positions the file at a directory. Normally the pointer counts from the
-// TIFF base; with separate headers (CR3) it is the absolute position of a
-// TIFF header of its own, which gives the directory's base and byte order.
+// A directory: from its entry count on, in its byte order, and the base its
+// offsets count from.
+struct Directory {
+    platform::Cursor in;
+    uint32_t base;
+};
+
+// Finds directories. Normally the pointer counts from the TIFF base; with
+// separate headers (CR3) it is the absolute position of a TIFF header of its
+// own, which gives the directory's base and byte order (and the order of the
+// directories after it). A directory past the end reads as empty.
 class DirectoryWalk {
 public:
-    DirectoryWalk(platform::File& file, uint32_t base, bool separateHeaders, int bigEndian)
-        : file_(file), base_(base), separate_(separateHeaders), bigEndian_(bigEndian) {}
+    DirectoryWalk(const platform::Cursor& input, uint32_t base, bool separateHeaders)
+        : input_(input), base_(base), separate_(separateHeaders) {}
 
-    bool Seek(uint32_t pointer, uint32_t& directoryBase) {
-        if (!separate_) {
-            directoryBase = base_;
-            return file_.Seek(At(base_, pointer));
-        }
-        uint8_t header[8];
-        if (!file_.Seek(pointer) || !file_.ReadExact(header, sizeof header)) return false;
-        bigEndian_ = header[0] == 'M' && header[1] == 'M';
-        directoryBase = pointer;
-        return file_.Seek(At(pointer, GetU32(header + 4, bigEndian_)));
+    // Nothing when a header of its own cannot be read.
+    std::optional<Directory> Find(uint32_t pointer) {
+        if (!separate_) return Directory{input_.ChildAt(At(base_, pointer), input_.end()), base_};
+        platform::Cursor header = input_.ChildAt(pointer, kTiffHeaderSize);
+        uint8_t mark[2];
+        header.Bytes(mark, sizeof mark);
+        header.SetOrder(platform::OrderOf(mark[0] == 'M' && mark[1] == 'M'));
+        header.Skip(2);
+        const uint32_t ifd = header.U32();
+        if (!header.ok()) return std::nullopt;
+        input_.SetOrder(header.order());
+        return Directory{input_.ChildAt(At(pointer, ifd), input_.end()), pointer};
     }
-    int bigEndian() const { return bigEndian_; }
 
 private:
-    platform::File& file_;
+    platform::Cursor input_;
     uint32_t base_;
     bool separate_;
-    int bigEndian_;
 };
 
 // The value of the tag 46 row as a start offset; 0 when it is not a number.
@@ -245,14 +249,12 @@ void ReadTextValue(const EntryContext& c, bool characterCodeHeader) {
         return;
     }
 
-    PositionGuard guard(c.file);
-    const int64_t start = At(c.base, e.valueField);
-    if (!c.file.Seek(start)) return;
+    platform::Cursor text = c.input.ChildAt(At(c.base, e.valueField), c.input.end());
     enum class Code { kNone, kAscii, kUnicode, kOther } code = Code::kNone;
     uint32_t textBytes = e.count;
     if (characterCodeHeader) {
         char header[kCharacterCodeSize] = {};
-        c.file.Read(header, sizeof header);
+        text.Some(header, sizeof header);
         for (char& ch : header)
             if (ch >= 'a' && ch <= 'z') ch = static_cast<char>(ch - 'a' + 'A');
         if (ContainsBytes(header, sizeof header, "ASCII")) code = Code::kAscii;
@@ -261,7 +263,7 @@ void ReadTextValue(const EntryContext& c, bool characterCodeHeader) {
         if (code == Code::kOther) {
             // An unknown code (JIS, or all zeros for "undefined"): the header
             // bytes are read as the start of the text.
-            if (!c.file.Seek(start)) return;
+            text.Seek(text.begin());
         } else {
             textBytes = e.count >= kCharacterCodeSize ? e.count - static_cast<uint32_t>(kCharacterCodeSize) : 0;
         }
@@ -279,11 +281,11 @@ void ReadTextValue(const EntryContext& c, bool characterCodeHeader) {
     }
     uint8_t bytes[kLongValueTextLimit];
     const size_t want = std::min<size_t>(textBytes, capacity);
-    const size_t got = want ? c.file.Read(bytes, want) : 0;
+    const size_t got = text.Some(bytes, want);
 
     size_t length = 0;
     if (code == Code::kUnicode) {
-        const std::string utf8 = Utf16ToUtf8Until(bytes, got, c.bigEndian, capacity);
+        const std::string utf8 = Utf16ToUtf8Until(bytes, got, c.bigEndian(), capacity);
         std::memcpy(dest, utf8.data(), utf8.size());
         length = utf8.size();
     } else {
@@ -308,25 +310,25 @@ void ReadUtf16LeTextValue(const EntryContext& c) {
         std::memcpy(bytes, c.entry.fieldBytes, want);
         got = want;
     } else {
-        PositionGuard guard(c.file);
-        if (c.file.Seek(At(c.base, c.entry.valueField))) got = c.file.Read(bytes, want);
+        got = c.input.ChildAt(At(c.base, c.entry.valueField), want).Some(bytes, want);
     }
     SetRowValue(c.row, Utf16ToUtf8Until(bytes, got, /*bigEndian=*/0, kValueTextLimit));
     TrimTrailingSpaces(c.row.value);
 }
 
 size_t ReadRawBlock(const EntryContext& c, uint8_t* out, size_t maxBytes) {
-    return tiff::ReadValueBytes(c.file, c.base, c.entry, out, maxBytes);
+    return tiff::ReadValueBytes(c.input, c.base, c.entry, out, maxBytes);
 }
 
 // ------------------------------------------------------------ directories
 
-void ProcessIfdEntries(platform::File& file, uint32_t base, TagRecordTable& table, uint32_t* rowCount,
-                       uint32_t entryCount, IfdPointers& pointers, int bigEndian) {
+void ProcessIfdEntries(platform::Cursor& entries, uint32_t base, TagRecordTable& table, uint32_t* rowCount,
+                       uint32_t entryCount, IfdPointers& pointers) {
+    const platform::Cursor input = entries.Whole();
     for (uint32_t i = 0; i < entryCount; ++i) {
         if (*rowCount >= kTagTableRows) return;
         tiff::Entry entry;
-        if (!tiff::ReadEntry(file, bigEndian, entry)) return;
+        if (!tiff::ReadEntry(entries, entry)) return;
         // The row is written before the tag is known: an unknown tag leaves
         // the count where it was, and the next entry takes the same row.
         TagRecord& row = TakeRow(table, *rowCount);
@@ -334,7 +336,7 @@ void ProcessIfdEntries(platform::File& file, uint32_t base, TagRecordTable& tabl
         const TagInfo* info = FindStandardTag(entry.tag);
         if (!info) continue;
         SetRowName(row, info->name);
-        info->format(EntryContext{file, base, bigEndian, entry, row});
+        info->format(EntryContext{input, base, entry, row});
         for (const auto& p : kPointerTags)
             if (p.tag == entry.tag) pointers.*p.pointer = entry.valueField;
         ++*rowCount;
@@ -398,42 +400,42 @@ int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCoun
     ContainerPointers container;
     uint32_t base = 0;
     if (!LocateTiffHeader(input, startOffset, base, container)) return 0;
-    platform::File* const file = &input;
 
-    uint8_t header[8] = {};
-    if (file->Seek(base)) file->Read(header, sizeof header);
+    // A header cut by the end of the file keeps the bytes it has.
+    uint8_t header[kTiffHeaderSize] = {};
+    platform::Cursor whole(input, platform::ByteOrder::kLittle);
+    whole.ChildAt(base, sizeof header).Some(header, sizeof header);
     const int order = header[0] == 'M' && header[1] == 'M';
+    whole.SetOrder(platform::OrderOf(order));
     const uint32_t ifd0 = GetU32(header + 4, order);
     const bool separate = container.separateHeaders;
-    DirectoryWalk walk(*file, base, separate, order);
+    DirectoryWalk walk(whole, base, separate);
 
     IfdPointers pointers;
     pointers.exifIfd = container.exifIfd;
     pointers.gpsIfd = container.gpsIfd;
     pointers.makerNote = container.makerNote;
     uint32_t ifd1 = container.ifd1;
-    uint32_t directoryBase = base;
 
     // IFD0: a directory too large for the table is passed over whole.
-    if (ifd0 != 0 && file->Seek(At(base, ifd0))) {
-        const uint32_t n = ReadEntryCount(*file, order);
+    if (ifd0 != 0) {
+        platform::Cursor in = whole.ChildAt(At(base, ifd0), whole.end());
+        const uint32_t n = in.U16();
         if (*rowCount + n >= kDirectoryRowLimit)
-            file->Seek(static_cast<int64_t>(n) * kEntrySize, platform::SeekFrom::kCurrent);
+            in.Skip(uint64_t{n} * kEntrySize);
         else
-            ProcessIfdEntries(*file, base, table, rowCount, n, pointers, order);
-        if (!separate) {
-            uint8_t next[4];
-            ifd1 = file->ReadExact(next, sizeof next) ? GetU32(next, order) : 0;
-        }
+            ProcessIfdEntries(in, base, table, rowCount, n, pointers);
+        // After a short read (an entry cut by the end of the file) there is
+        // no next-directory offset.
+        if (!separate) ifd1 = in.ok() ? in.U32() : 0;
     }
 
     // Exif IFD, then the JPEG that a raw file embeds (tag 46): its EXIF
     // stands in for the rest of the raw file's directories.
     if (pointers.exifIfd != 0) {
-        if (walk.Seek(pointers.exifIfd, directoryBase)) {
-            const uint32_t n = ReadEntryCount(*file, walk.bigEndian());
-            if (*rowCount + n < kDirectoryRowLimit)
-                ProcessIfdEntries(*file, directoryBase, table, rowCount, n, pointers, walk.bigEndian());
+        if (auto d = walk.Find(pointers.exifIfd)) {
+            const uint32_t n = d->in.U16();
+            if (*rowCount + n < kDirectoryRowLimit) ProcessIfdEntries(d->in, d->base, table, rowCount, n, pointers);
         }
         if (startOffset == 0) {
             if (const uint32_t jpeg = EmbeddedJpegOffset(table, *rowCount)) {
@@ -445,29 +447,30 @@ int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCoun
         }
     }
 
-    if (pointers.gpsIfd != 0 && walk.Seek(pointers.gpsIfd, directoryBase)) {
-        const uint32_t n = ReadEntryCount(*file, walk.bigEndian());
-        AppendSeparatorRow(table, rowCount);
-        AppendHeadingRow(table, rowCount, "GPS information:");
-        if (*rowCount + n < kDirectoryRowLimit)
-            ProcessGpsEntries(*file, directoryBase, table, rowCount, n, walk.bigEndian());
+    if (pointers.gpsIfd != 0) {
+        if (auto d = walk.Find(pointers.gpsIfd)) {
+            const uint32_t n = d->in.U16();
+            AppendSeparatorRow(table, rowCount);
+            AppendHeadingRow(table, rowCount, "GPS information:");
+            if (*rowCount + n < kDirectoryRowLimit) ProcessGpsEntries(d->in, d->base, table, rowCount, n);
+        }
     }
 
-    if (pointers.makerNote != 0 && walk.Seek(pointers.makerNote, directoryBase)) {
-        uint8_t prefix[5];
-        file->Read(prefix, sizeof prefix);
+    if (pointers.makerNote != 0 && walk.Find(pointers.makerNote)) {
         AppendSeparatorRow(table, rowCount);
         AppendHeadingRow(table, rowCount, "Maker Note (Vendor):");
-        DispatchMakerNote(*file, base, table, rowCount, order, pointers.makerNote, separate, makerNotes);
+        DispatchMakerNote(input, base, table, rowCount, order, pointers.makerNote, separate, makerNotes);
     }
 
-    if (ifd1 != 0 && walk.Seek(ifd1, directoryBase)) {
-        const uint32_t n = ReadEntryCount(*file, walk.bigEndian());
-        AppendSeparatorRow(table, rowCount);
-        AppendHeadingRow(table, rowCount, "Thumbnail:");
-        if (*rowCount + n < kDirectoryRowLimit) {
-            IfdPointers ignored;
-            ProcessIfdEntries(*file, directoryBase, table, rowCount, n, ignored, walk.bigEndian());
+    if (ifd1 != 0) {
+        if (auto d = walk.Find(ifd1)) {
+            const uint32_t n = d->in.U16();
+            AppendSeparatorRow(table, rowCount);
+            AppendHeadingRow(table, rowCount, "Thumbnail:");
+            if (*rowCount + n < kDirectoryRowLimit) {
+                IfdPointers ignored;
+                ProcessIfdEntries(d->in, d->base, table, rowCount, n, ignored);
+            }
         }
     }
 

@@ -1,12 +1,12 @@
 // The TIFF directory walker behind every EXIF export, and the value readers
 // it shares with the GPS directory and the maker-note decoders.
 //
-// Every reader works on an open file and a base offset (the file position of
-// the TIFF header the offsets count from). A value reader saves the file
-// position, seeks to base + offset, reads into a buffer of its own size and
-// restores the position, so an entry loop goes on where it was. A short read
-// or a seek past the end gives an empty or partial value, never a read
-// outside the reader's buffer.
+// Every reader works on a cursor over the open input and a base offset (the
+// file position of the TIFF header the offsets count from). A value reader
+// reads at base + offset through a child cursor of its own into a buffer of
+// its own size, so an entry loop goes on where it was. A short read or an
+// offset past the end gives an empty or partial value, never a read outside
+// the reader's buffer.
 #pragma once
 
 #include <cstddef>
@@ -16,6 +16,7 @@
 #include <string_view>
 
 #include "maker_note_dispatch.h"
+#include "platform/input.h"
 #include "platform/platform.h"
 #include "tag_record.h"
 #include "tiff/entry.h"
@@ -46,11 +47,12 @@ int ReadExifTags(std::u16string_view path, TagRecordTable& table, uint32_t* rowC
 int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCount, int* bigEndian,
                  const MakerNoteRules& makerNotes, uint32_t startOffset = 0);
 
-// Decodes entryCount 12-byte entries from the current file position; every
-// standard tag becomes a row, other tags none. Stops at a short read, keeping
-// the rows made so far. The caller has checked *rowCount + entryCount < 256.
-void ProcessIfdEntries(platform::File& file, uint32_t base, TagRecordTable& table, uint32_t* rowCount,
-                       uint32_t entryCount, IfdPointers& pointers, int bigEndian);
+// Decodes entryCount 12-byte entries from `entries` (in its byte order, which
+// the values share); every standard tag becomes a row, other tags none.
+// Stops at a short read, keeping the rows made so far. The caller has checked
+// *rowCount + entryCount < 256.
+void ProcessIfdEntries(platform::Cursor& entries, uint32_t base, TagRecordTable& table, uint32_t* rowCount,
+                       uint32_t entryCount, IfdPointers& pointers);
 
 // Scans a JPEG from startOffset for the first segment with marker 0xFF
 // `marker` (for APP1, 225, only one that begins "Exif"). firstTwo receives the
@@ -68,14 +70,16 @@ bool FindJpegSegmentAt(platform::File& file, uint32_t& length, uint32_t& markerO
 
 // ------------------------------------------------------------ entries
 
-// What a tag's formatter is given: the open file, where offsets count from,
-// the entry and the row (name already written) that receives the value.
+// What a tag's formatter is given: a cursor over the whole input in the
+// values' byte order, where offsets count from, the entry and the row (name
+// already written) that receives the value.
 struct EntryContext {
-    platform::File& file;
+    platform::Cursor input;
     uint32_t base;
-    int bigEndian;
     const tiff::Entry& entry;
     TagRecord& row;
+
+    int bigEndian() const { return input.bigEndian(); }
 };
 
 // ------------------------------------------------------------ value readers

@@ -59,15 +59,15 @@ void VersionId(const EntryContext& c) {
     const uint32_t v = c.entry.valueField;
     char text[32];
     std::snprintf(text, sizeof text, "%u.%u.%u.%u", v & 0xFF, v >> 8 & 0xFF, v >> 16 & 0xFF, v >> 24);
-    if (c.bigEndian) std::reverse(text, text + std::strlen(text));
+    if (c.bigEndian()) std::reverse(text, text + std::strlen(text));
     SetRowValue(c.row, text);
 }
 
 void Text(const EntryContext& c) { ReadTextValue(c, /*characterCodeHeader=*/false); }
 
 void Coordinate(const EntryContext& c) {
-    const std::string dms = tiff::FormatMultiRational(c.file, c.base, c.entry.valueField,
-                                                std::min(c.entry.count, kGpsRationalsLimit), c.bigEndian,
+    const std::string dms = tiff::FormatMultiRational(c.input, c.base, c.entry.valueField,
+                                                std::min(c.entry.count, kGpsRationalsLimit),
                                                 tiff::RationalDecimals::kTrimmedSix);
     char degrees[64];
     std::snprintf(degrees, sizeof degrees, " (%f)", ParseDegMinSec(dms.c_str()));
@@ -81,7 +81,7 @@ constexpr EnumText kAltitudeRefTexts[] = {
 
 void AltitudeRef(const EntryContext& c) {
     // The BYTE is the top byte of the word in a big-endian file.
-    const uint32_t value = c.bigEndian ? c.entry.valueField >> 24 : c.entry.valueField & 0xFFFF;
+    const uint32_t value = c.bigEndian() ? c.entry.valueField >> 24 : c.entry.valueField & 0xFFFF;
     for (const EnumText& t : kAltitudeRefTexts)
         if (t.value == value) return SetRowValue(c.row, t.text);
     char text[32];
@@ -90,13 +90,13 @@ void AltitudeRef(const EntryContext& c) {
 }
 
 void Altitude(const EntryContext& c) {
-    const std::string metres = tiff::FormatSingleRational(c.file, c.base, c.entry.valueField, c.bigEndian, false);
+    const std::string metres = tiff::FormatSingleRational(c.input, c.base, c.entry.valueField, false);
     if (!metres.empty()) SetRowValue(c.row, metres + " m");
 }
 
 void TimeStamp(const EntryContext& c) {
-    SetRowValue(c.row, tiff::FormatMultiRational(c.file, c.base, c.entry.valueField,
-                                           std::min(c.entry.count, kGpsRationalsLimit), c.bigEndian,
+    SetRowValue(c.row, tiff::FormatMultiRational(c.input, c.base, c.entry.valueField,
+                                           std::min(c.entry.count, kGpsRationalsLimit),
                                            tiff::RationalDecimals::kTrimmedSix));
 }
 
@@ -107,7 +107,7 @@ void DirectionRef(const EntryContext& c) {
 }
 
 void Direction(const EntryContext& c) {
-    SetRowValue(c.row, tiff::FormatMultiRational(c.file, c.base, c.entry.valueField, 1, c.bigEndian,
+    SetRowValue(c.row, tiff::FormatMultiRational(c.input, c.base, c.entry.valueField, 1,
                                            tiff::RationalDecimals::kTrimmedSix));
 }
 
@@ -139,18 +139,19 @@ const TagInfo* GpsTags(size_t& count) {
     return kGpsTags;
 }
 
-void ProcessGpsEntries(platform::File& file, uint32_t base, TagRecordTable& table, uint32_t* rowCount,
-                       uint32_t entryCount, int bigEndian) {
+void ProcessGpsEntries(platform::Cursor& entries, uint32_t base, TagRecordTable& table, uint32_t* rowCount,
+                       uint32_t entryCount) {
+    const platform::Cursor input = entries.Whole();
     for (uint32_t i = 0; i < entryCount; ++i) {
         if (*rowCount >= kTagTableRows) return;
         tiff::Entry entry;
-        if (!tiff::ReadEntry(file, bigEndian, entry)) return;
+        if (!tiff::ReadEntry(entries, entry)) return;
         TagRecord& row = TakeRow(table, *rowCount);
         BeginRow(row, kGpsTagBase + entry.tag, entry);
         const TagInfo* info = FindGpsTag(entry.tag);
         if (!info) continue;
         SetRowName(row, info->name);
-        info->format(EntryContext{file, base, bigEndian, entry, row});
+        info->format(EntryContext{input, base, entry, row});
         ++*rowCount;
     }
 }

@@ -67,6 +67,8 @@ void DispatchMakerNote(platform::File& file, uint32_t tiffBase, TagRecordTable& 
                        int bigEndian, uint32_t makerNoteOffset, bool isCr3, const MakerNoteRules& rules) {
     if (makerNoteOffset == 0 || !rowCount) return;
 
+    // Headers cut by the end of the file keep the bytes they have.
+    const platform::Cursor input(file, platform::ByteOrder::kLittle);
     // A CR3 note is the absolute position of a TIFF header of its own: its
     // byte order holds for the note, and Canon's offsets count from it.
     int64_t noteStart = static_cast<int64_t>(tiffBase) + makerNoteOffset;
@@ -74,18 +76,17 @@ void DispatchMakerNote(platform::File& file, uint32_t tiffBase, TagRecordTable& 
     int order = bigEndian;
     if (isCr3) {
         uint8_t header[8] = {};
-        if (!file.Seek(makerNoteOffset)) return;
-        file.Read(header, sizeof header);
+        input.ChildAt(makerNoteOffset, sizeof header).Some(header, sizeof header);
         order = header[0] == 'M' && header[1] == 'M';
         noteStart = static_cast<int64_t>(makerNoteOffset) + platform::GetU32(header + 4, order);
         cr3Base = makerNoteOffset;
     }
     // Offsets inside a note are 32-bit: a note beyond that cannot be read.
-    if (noteStart > UINT32_MAX || !file.Seek(noteStart)) return;
+    if (noteStart > UINT32_MAX) return;
     const auto note = static_cast<uint32_t>(noteStart);
 
     char prefix[kPrefixSize + 1] = {};
-    file.Read(prefix, kPrefixSize);
+    input.ChildAt(note, kPrefixSize).Some(prefix, kPrefixSize);
     const Note seen{prefix, isCr3, table, rowCount};
 
     for (size_t i = 0; i < rules.size;) {

@@ -227,7 +227,7 @@ void SingleRationals(const EntryContext& c, uint32_t limit) {
     for (uint32_t i = 0; i < n && out.size() < kValueTextLimit; ++i) {
         const uint64_t offset = static_cast<uint64_t>(c.entry.valueField) + 8ull * i;
         if (offset > UINT32_MAX) break;
-        const std::string one = tiff::FormatSingleRational(c.file, c.base, static_cast<uint32_t>(offset), c.bigEndian,
+        const std::string one = tiff::FormatSingleRational(c.input, c.base, static_cast<uint32_t>(offset),
                                                      c.entry.type == 10);
         if (one.empty()) break;
         if (i > 0) out += ' ';
@@ -253,10 +253,10 @@ void Numbers(const EntryContext& c) {
         const uint8_t* b = bytes + i;
         switch (type) {
             case 6: std::snprintf(text, sizeof text, "%d", static_cast<int8_t>(b[0])); break;
-            case 8: std::snprintf(text, sizeof text, "%d", static_cast<int16_t>(platform::GetU16(b, c.bigEndian))); break;
-            case 9: std::snprintf(text, sizeof text, "%d", static_cast<int32_t>(platform::GetU32(b, c.bigEndian))); break;
-            case 3: std::snprintf(text, sizeof text, "%u", platform::GetU16(b, c.bigEndian)); break;
-            case 4: case 11: case 13: std::snprintf(text, sizeof text, "%u", platform::GetU32(b, c.bigEndian)); break;
+            case 8: std::snprintf(text, sizeof text, "%d", static_cast<int16_t>(platform::GetU16(b, c.bigEndian()))); break;
+            case 9: std::snprintf(text, sizeof text, "%d", static_cast<int32_t>(platform::GetU32(b, c.bigEndian()))); break;
+            case 3: std::snprintf(text, sizeof text, "%u", platform::GetU16(b, c.bigEndian())); break;
+            case 4: case 11: case 13: std::snprintf(text, sizeof text, "%u", platform::GetU32(b, c.bigEndian())); break;
             default: std::snprintf(text, sizeof text, "%u", b[0]); break;
         }
         if (i > 0) out += ' ';
@@ -267,26 +267,26 @@ void Numbers(const EntryContext& c) {
 
 void Rational(const EntryContext& c) {
     if (!IsRational(c.entry.type)) return Numbers(c);
-    SetRowValue(c.row, tiff::FormatSingleRational(c.file, c.base, c.entry.valueField, c.bigEndian, c.entry.type == 10));
+    SetRowValue(c.row, tiff::FormatSingleRational(c.input, c.base, c.entry.valueField, c.entry.type == 10));
 }
 
 void Chromaticities(const EntryContext& c) {
     if (!IsRational(c.entry.type)) return Numbers(c);
-    SetRowValue(c.row, tiff::FormatMultiRational(c.file, c.base, c.entry.valueField,
-                                           std::min(c.entry.count, kChromaticityRationalsLimit), c.bigEndian,
+    SetRowValue(c.row, tiff::FormatMultiRational(c.input, c.base, c.entry.valueField,
+                                           std::min(c.entry.count, kChromaticityRationalsLimit),
                                            tiff::RationalDecimals::kTrimmedSix));
 }
 
 void LensInfo(const EntryContext& c) {
     if (!IsRational(c.entry.type)) return Numbers(c);
-    SetRowValue(c.row, tiff::FormatMultiRational(c.file, c.base, c.entry.valueField,
-                                           std::min(c.entry.count, kLensInfoRationalsLimit), c.bigEndian,
+    SetRowValue(c.row, tiff::FormatMultiRational(c.input, c.base, c.entry.valueField,
+                                           std::min(c.entry.count, kLensInfoRationalsLimit),
                                            tiff::RationalDecimals::kTwo));
 }
 
 void FNumber(const EntryContext& c) {
     uint32_t numerator = 0, denominator = 0;
-    if (!tiff::ReadRational(c.file, c.base, c.entry.valueField, c.bigEndian, numerator, denominator) || denominator == 0)
+    if (!tiff::ReadRational(c.input, c.base, c.entry.valueField, numerator, denominator) || denominator == 0)
         return;
     Printf(c.row, "F %.2f", static_cast<double>(numerator) / denominator);
 }
@@ -300,7 +300,7 @@ void WriteSeconds(TagRecord& row, double seconds) {
 
 void ExposureTime(const EntryContext& c) {
     uint32_t numerator = 0, denominator = 0;
-    if (!tiff::ReadRational(c.file, c.base, c.entry.valueField, c.bigEndian, numerator, denominator) || denominator == 0)
+    if (!tiff::ReadRational(c.input, c.base, c.entry.valueField, numerator, denominator) || denominator == 0)
         return;
     if (numerator == 0) return SetRowValue(c.row, "0");
     WriteSeconds(c.row, static_cast<double>(numerator) / denominator);
@@ -309,7 +309,7 @@ void ExposureTime(const EntryContext& c) {
 // The APEX time value Tv: the exposure lasts 2^-Tv seconds.
 void ShutterSpeed(const EntryContext& c) {
     uint32_t numerator = 0, denominator = 0;
-    if (!tiff::ReadRational(c.file, c.base, c.entry.valueField, c.bigEndian, numerator, denominator) || denominator == 0)
+    if (!tiff::ReadRational(c.input, c.base, c.entry.valueField, numerator, denominator) || denominator == 0)
         return;
     const double tv = c.entry.type == 10
                           ? static_cast<double>(static_cast<int32_t>(numerator)) / static_cast<int32_t>(denominator)

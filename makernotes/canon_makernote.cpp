@@ -870,7 +870,7 @@ private:
 
 // An entry's value bytes (at most `limit`) as elements of `elementSize`
 // bytes in the note's order, widened with their sign. Returns the count.
-size_t ReadElements(platform::File& file, uint32_t offsetBase, int bigEndian, const tiff::Entry& entry,
+size_t ReadElements(const platform::Cursor& input, uint32_t offsetBase, const tiff::Entry& entry,
                     exif::TagRecordTable& table, uint32_t rowCount, uint32_t elementSize, bool isSigned,
                     int64_t* out, size_t limit) {
     uint8_t bytes[kCanonRecordElementsLimit * 4];
@@ -879,9 +879,10 @@ size_t ReadElements(platform::File& file, uint32_t offsetBase, int bigEndian, co
     const uint64_t declared = uint64_t{entry.count} * typeSize;
     const size_t want = static_cast<size_t>(std::min<uint64_t>(declared, uint64_t{limit} * elementSize));
     // The reader wants a row for its context; it writes none.
-    const exif::EntryContext context{file, offsetBase, bigEndian, entry, exif::TakeRow(table, rowCount)};
+    const exif::EntryContext context{input, offsetBase, entry, exif::TakeRow(table, rowCount)};
     const size_t got = exif::ReadRawBlock(context, bytes, want);
     const size_t n = got / elementSize;
+    const int bigEndian = input.bigEndian();
     for (size_t i = 0; i < n; ++i) {
         const uint8_t* b = bytes + i * elementSize;
         if (elementSize == 2) {
@@ -1074,18 +1075,19 @@ std::string ModelText(const exif::TagRecordTable& table, uint32_t rowCount) {
     return model;
 }
 
-void DecodeSecondPass(platform::File& file, int64_t directory, uint32_t offsetBase, exif::TagRecordTable& table,
-                      uint32_t rowsBefore, uint32_t* rowCount, int bigEndian) {
+void DecodeSecondPass(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                      uint32_t rowsBefore, uint32_t* rowCount) {
     CanonNote note;
     note.model = ModelText(table, rowsBefore);
-    note.bigEndian = bigEndian;
+    note.bigEndian = directory.bigEndian();
     int64_t values[kCanonRecordElementsLimit];
-    RevisitDirectory(file, directory, bigEndian, rowsBefore, rowCount, [&](const tiff::Entry& entry, uint32_t) {
+    const platform::Cursor input = directory.Whole();
+    RevisitDirectory(directory, rowsBefore, rowCount, [&](const tiff::Entry& entry, uint32_t) {
         RowWriter rows(table, rowCount, entry);
         if (entry.tag == 0x000C && entry.type == kLongType) return SerialNumber(entry, note, rows);
         if (entry.tag == 0x0028 || entry.tag == 0x0038) {
             uint8_t bytes[76] = {};
-            const exif::EntryContext context{file, offsetBase, bigEndian, entry, exif::TakeRow(table, *rowCount)};
+            const exif::EntryContext context{input, offsetBase, entry, exif::TakeRow(table, *rowCount)};
             const size_t want = std::min<uint32_t>(entry.count, entry.tag == 0x0028 ? 16 : 76);
             if (tiff::TypeSize(entry.type) != 1) return;
             const size_t got = exif::ReadRawBlock(context, bytes, want);
@@ -1095,13 +1097,13 @@ void DecodeSecondPass(platform::File& file, int64_t directory, uint32_t offsetBa
         if (entry.tag == 0x000D) {
             if (tiff::TypeSize(entry.type) != 1) return;
             uint8_t bytes[kCanonCameraInfoReadLimit] = {};
-            const exif::EntryContext context{file, offsetBase, bigEndian, entry, exif::TakeRow(table, *rowCount)};
+            const exif::EntryContext context{input, offsetBase, entry, exif::TakeRow(table, *rowCount)};
             const size_t got = exif::ReadRawBlock(context, bytes, std::min<size_t>(entry.count, sizeof bytes));
             return DecodeCameraInfo(bytes, got, note, rows);
         }
         if (entry.tag == 0x0012 || entry.tag == 0x0026) {
             if (entry.type != kShortType) return;
-            const size_t n = ReadElements(file, offsetBase, bigEndian, entry, table, *rowCount, 2, false, values,
+            const size_t n = ReadElements(input, offsetBase, entry, table, *rowCount, 2, false, values,
                                           kCanonRecordElementsLimit);
             return DecodeAfInfo(Record{values, n, note}, entry.tag == 0x0026, rows);
         }
@@ -1109,7 +1111,7 @@ void DecodeSecondPass(platform::File& file, int64_t directory, uint32_t offsetBa
             if (record.tag != entry.tag) continue;
             const uint32_t typeSize = tiff::TypeSize(entry.type);
             if (typeSize != record.elementSize && entry.type != kUndefinedType) return;
-            const size_t n = ReadElements(file, offsetBase, bigEndian, entry, table, *rowCount, record.elementSize,
+            const size_t n = ReadElements(input, offsetBase, entry, table, *rowCount, record.elementSize,
                                           record.isSigned, values, kCanonRecordElementsLimit);
             const Record r{values, n, note};
             // The focal lengths count in the units the settings give; 0 means 1.
@@ -1124,10 +1126,11 @@ void DecodeSecondPass(platform::File& file, int64_t directory, uint32_t offsetBa
 
 void DecodeCanonMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
                           uint32_t* rowCount, int bigEndian) {
-    const int64_t directory = file.Tell();
+    const platform::Cursor directory = DirectoryAtFilePosition(file, bigEndian);
     const uint32_t rowsBefore = *rowCount;
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kCanon);
-    DecodeSecondPass(file, directory, offsetBase, table, rowsBefore, rowCount, bigEndian);
+    platform::Cursor in = directory;
+    DecodeMakerDirectory(in, offsetBase, table, rowCount, kCanon);
+    DecodeSecondPass(directory, offsetBase, table, rowsBefore, rowCount);
 }
 
 }  // namespace makernotes

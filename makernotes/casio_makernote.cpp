@@ -153,12 +153,14 @@ const MakerTable& CasioQvcTags() { return kCasioQvc; }
 
 void DecodeCasioMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
                           uint32_t* rowCount, int bigEndian) {
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kCasio);
+    platform::Cursor in = DirectoryAtFilePosition(file, bigEndian);
+    DecodeMakerDirectory(in, offsetBase, table, rowCount, kCasio);
 }
 
 void DecodeCasioQvcMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
                              uint32_t* rowCount, int bigEndian) {
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kCasioQvc);
+    platform::Cursor in = DirectoryAtFilePosition(file, bigEndian);
+    DecodeMakerDirectory(in, offsetBase, table, rowCount, kCasioQvc);
 }
 
 }  // namespace makernotes

@@ -282,10 +282,10 @@ static_assert(ValuesUnique(kSharpnessTexts) && ValuesUnique(kWhiteBalanceTexts) 
 
 void DecodeFujifilmMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
                              uint32_t* rowCount, int bigEndian) {
-    file.Seek(kSignatureRest + kDirectoryOffsetSize, platform::SeekFrom::kCurrent);
+    platform::Cursor in = DirectoryAtFilePosition(file, /*bigEndian=*/0);
+    in.Skip(kSignatureRest + kDirectoryOffsetSize);
     // The values that shared readers fetch keep the EXIF order.
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, DirectoryOrder{/*entries=*/0, /*values=*/bigEndian},
-                         kFujifilm);
+    DecodeMakerDirectory(in, platform::OrderOf(bigEndian), offsetBase, table, rowCount, kFujifilm);
 }
 
 }  // namespace makernotes

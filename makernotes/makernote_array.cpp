@@ -15,15 +15,15 @@ int64_t ElementAt(const uint8_t* bytes, const ArrayLayout& layout, int order) {
     return layout.sign == Sign::kSigned ? int64_t{static_cast<int32_t>(v)} : int64_t{v};
 }
 
-void DecodeArray(platform::File& file, uint32_t offsetBase, int bigEndian, const tiff::Entry& entry,
+void DecodeArray(const platform::Cursor& input, uint32_t offsetBase, const tiff::Entry& entry,
                  const ArrayTag& array, exif::TagRecordTable& table, uint32_t* rowCount) {
     const ArrayLayout& layout = array.layout;
     if (entry.type != layout.type || (layout.elementSize != 2 && layout.elementSize != 4)) return;
     uint8_t bytes[kArrayElementsLimit * 4] = {};
     // The reader wants a row for its context; it writes none.
-    const exif::EntryContext context{file, offsetBase, bigEndian, entry, exif::TakeRow(table, *rowCount)};
+    const exif::EntryContext context{input, offsetBase, entry, exif::TakeRow(table, *rowCount)};
     const size_t got = exif::ReadRawBlock(context, bytes, kArrayElementsLimit * layout.elementSize);
-    const int order = layout.order == ElementOrder::kBigEndian ? 1 : bigEndian;
+    const int order = layout.order == ElementOrder::kBigEndian ? 1 : input.bigEndian();
     int64_t values[kArrayElementsLimit] = {};
     const size_t size = got / layout.elementSize;
     for (size_t i = 0; i < size; ++i) values[i] = ElementAt(bytes + i * layout.elementSize, layout, order);
@@ -48,11 +48,12 @@ const ArrayTag* ArrayTags::Find(uint16_t tag) const {
     return nullptr;
 }
 
-void DecodeArrayTags(platform::File& file, int64_t directory, uint32_t offsetBase, exif::TagRecordTable& table,
-                     uint32_t rowsBefore, uint32_t* rowCount, int bigEndian, const ArrayTags& arrays) {
-    RevisitDirectory(file, directory, bigEndian, rowsBefore, rowCount, [&](const tiff::Entry& entry, uint32_t) {
+void DecodeArrayTags(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                     uint32_t rowsBefore, uint32_t* rowCount, const ArrayTags& arrays) {
+    const platform::Cursor input = directory.Whole();
+    RevisitDirectory(directory, rowsBefore, rowCount, [&](const tiff::Entry& entry, uint32_t) {
         if (const ArrayTag* array = arrays.Find(entry.tag))
-            DecodeArray(file, offsetBase, bigEndian, entry, *array, table, rowCount);
+            DecodeArray(input, offsetBase, entry, *array, table, rowCount);
     });
 }
 

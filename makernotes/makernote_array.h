@@ -72,16 +72,16 @@ constexpr ArrayTags Arrays(const ArrayTag (&arrays)[N]) {
     return {arrays, N};
 }
 
-// The second pass over the directory whose entry count stands at `directory`.
+// The second pass over the directory (`directory` at its entry count, in the
+// note's byte order).
 // rowsBefore is the row count before the entry loop ran: a directory that
 // the loop skipped (rowsBefore + entry count reaching kMakerNoteRowLimit) is
 // skipped here too. For each entry whose tag is an array tag, reads at most
 // kArrayElementsLimit elements (from the value field, or at offsetBase +
 // offset) and appends one row per setting the array is long enough for.
-// Adds no row at or beyond kMakerNoteRowLimit, and stops at a short read or a
-// failed seek. The file position afterwards is unspecified.
-void DecodeArrayTags(platform::File& file, int64_t directory, uint32_t offsetBase, exif::TagRecordTable& table,
-                     uint32_t rowsBefore, uint32_t* rowCount, int bigEndian, const ArrayTags& arrays);
+// Adds no row at or beyond kMakerNoteRowLimit, and stops at a short read.
+void DecodeArrayTags(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                     uint32_t rowsBefore, uint32_t* rowCount, const ArrayTags& arrays);
 
 // ------------------------------------------------------------ element formats
 

@@ -30,7 +30,7 @@ void FormatNumbers(const MakerEntry& e) {
     uint8_t bytes[kGenericNumbersLimit * 4];
     const size_t want = std::min<uint64_t>(sizeof bytes, uint64_t{entry.count} * size);
     const size_t got = exif::ReadRawBlock(e.context, bytes, want);
-    const int order = e.context.bigEndian;
+    const int order = e.context.bigEndian();
     std::string out;
     for (size_t i = 0; i + size <= got && out.size() < exif::kValueTextLimit; i += size) {
         const uint8_t* b = bytes + i;
@@ -59,8 +59,8 @@ void FormatRationals(const MakerEntry& e) {
     for (uint32_t i = 0; i < n; ++i) {
         const uint64_t offset = uint64_t{entry.valueField} + 8ull * i;
         if (offset > UINT32_MAX) break;
-        const std::string one = tiff::FormatSingleRational(e.context.file, e.context.base,
-                                                           static_cast<uint32_t>(offset), e.context.bigEndian,
+        const std::string one = tiff::FormatSingleRational(e.context.input, e.context.base,
+                                                           static_cast<uint32_t>(offset),
                                                            entry.type == kSRational);
         if (one.empty()) break;
         if (i > 0) out += ' ';
@@ -77,7 +77,7 @@ uint16_t MakerEntry::Unsigned16() const {
         case ValueRule::kLowHalfOfWord:
             return static_cast<uint16_t>(e.valueField & 0xFFFF);
         case ValueRule::kLeadingShort:
-            return platform::GetU16(e.fieldBytes, context.bigEndian);
+            return platform::GetU16(e.fieldBytes, context.bigEndian());
     }
     return 0;
 }
@@ -90,27 +90,25 @@ const char* EnumerationText(const Enumeration& e, int64_t value) {
     return nullptr;
 }
 
-int32_t RevisitDirectoryCount(platform::File& file, int64_t directory, int bigEndian, uint32_t rowsBefore) {
-    uint8_t countBytes[2] = {};
-    if (directory < 0 || !file.Seek(directory) || !file.ReadExact(countBytes, sizeof countBytes)) return -1;
-    const uint32_t entryCount = platform::GetU16(countBytes, bigEndian);
+platform::Cursor DirectoryAtFilePosition(platform::File& file, int bigEndian) {
+    const platform::Cursor input(file, platform::OrderOf(bigEndian));
+    return input.ChildAt(static_cast<uint64_t>(file.Tell()), input.end());
+}
+
+int32_t RevisitDirectoryCount(platform::Cursor& in, uint32_t rowsBefore) {
+    const uint32_t entryCount = in.U16();
+    if (!in.ok()) return -1;
     if (rowsBefore >= kMakerNoteRowLimit || entryCount >= kMakerNoteRowLimit - rowsBefore) return -1;
     return static_cast<int32_t>(entryCount);
 }
 
-bool FindDirectoryEntry(platform::File& file, int bigEndian, uint16_t tag, tiff::Entry& found) {
-    const int64_t start = file.Tell();
-    uint8_t countBytes[2] = {};
-    bool seen = false;
-    if (start >= 0 && file.ReadExact(countBytes, sizeof countBytes)) {
-        const uint32_t count = platform::GetU16(countBytes, bigEndian);
-        for (uint32_t i = 0; i < count && i < kMakerNoteRowLimit && !seen; ++i) {
-            if (!tiff::ReadEntry(file, bigEndian, found)) break;
-            seen = found.tag == tag;
-        }
+bool FindDirectoryEntry(platform::Cursor directory, uint16_t tag, tiff::Entry& found) {
+    const uint32_t count = directory.U16();
+    for (uint32_t i = 0; i < count && i < kMakerNoteRowLimit; ++i) {
+        if (!tiff::ReadEntry(directory, found)) return false;
+        if (found.tag == tag) return true;
     }
-    if (start >= 0) file.Seek(start);
-    return seen;
+    return false;
 }
 
 const MakerTag* MakerTable::Find(uint16_t tag) const {
@@ -142,16 +140,18 @@ void FormatGenericValue(const MakerEntry& e) {
 }
 
 void FormatRational(const MakerEntry& e) {
-    exif::SetRowValue(e.row(), tiff::FormatSingleRational(e.context.file, e.context.base, e.entry().valueField,
-                                                          e.context.bigEndian, /*isSigned=*/false));
+    exif::SetRowValue(e.row(), tiff::FormatSingleRational(e.context.input, e.context.base, e.entry().valueField,
+                                                          /*isSigned=*/false));
 }
 
-void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                          uint32_t* rowCount, DirectoryOrder order, const MakerTable& maker,
+void DecodeMakerDirectory(platform::Cursor& in, platform::ByteOrder values, uint32_t offsetBase,
+                          exif::TagRecordTable& table, uint32_t* rowCount, const MakerTable& maker,
                           const NoteContext& note) {
     uint8_t countBytes[2] = {};
-    file.Read(countBytes, sizeof countBytes);
-    const uint32_t entryCount = platform::GetU16(countBytes, order.entries);
+    in.Some(countBytes, sizeof countBytes);
+    const uint32_t entryCount = platform::GetU16(countBytes, in.bigEndian());
+    platform::Cursor input = in.Whole();
+    input.SetOrder(values);
     // rows + entries >= limit, written so that no sum can wrap.
     if (*rowCount >= kMakerNoteRowLimit || entryCount >= kMakerNoteRowLimit - *rowCount) return;
 
@@ -159,7 +159,7 @@ void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif::TagRe
         if (maker.stopAtRowLimit && *rowCount >= kMakerNoteRowLimit) return;
         tiff::Entry entry;
         // A short read leaves the missing bytes zero, and the loop goes on.
-        tiff::ReadEntry(file, order.entries, entry);
+        tiff::ReadPartialEntry(in, entry);
         // The row takes the entry before the tag is known: an unknown tag
         // leaves the count where it was, and the next entry reuses the row.
         exif::TagRecord& row = exif::TakeRow(table, *rowCount);
@@ -167,7 +167,7 @@ void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif::TagRe
         const MakerTag* tag = maker.Find(entry.tag);
         if (!tag) continue;
         exif::SetRowName(row, tag->name);
-        const MakerEntry value{exif::EntryContext{file, offsetBase, order.values, entry, row}, maker.rule, note};
+        const MakerEntry value{exif::EntryContext{input, offsetBase, entry, row}, maker.rule, note};
         if (tag->format.enumeration) FormatEnumeration(value, *tag->format.enumeration);
         else tag->format.formatter(value);
         ++*rowCount;

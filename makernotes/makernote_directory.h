@@ -17,6 +17,7 @@
 #include "exif/exif_reader.h"
 #include "exif/tag_record.h"
 #include "makernote_limits.h"
+#include "platform/input.h"
 #include "platform/platform.h"
 
 namespace makernotes {
@@ -82,8 +83,8 @@ struct NoteContext {
 
 // What a tag's format is given: the entry (fields in host order, the value
 // field also in file order), the row that receives the value text, the
-// reading context for out-of-line values (file, offset base, byte order) and
-// the note's context.
+// reading context for out-of-line values (input, offset base, byte order)
+// and the note's context.
 struct MakerEntry {
     exif::EntryContext context;
     ValueRule rule;
@@ -148,27 +149,24 @@ constexpr MakerTable Table(const MakerTag (&tags)[N], ValueRule rule, bool stopA
 // A maker whose tags are not named yet: its entries are read and dropped.
 constexpr MakerTable NoTags(ValueRule rule) { return {nullptr, 0, rule, false}; }
 
-// Byte orders of a directory: of its count and entries, and of the values
-// that the shared readers fetch. They differ only for Fujifilm.
-struct DirectoryOrder {
-    int entries;
-    int values;
-};
+// A decoder's directory: from the file position the dispatch chose to the
+// end of the input, in the byte order it was given.
+platform::Cursor DirectoryAtFilePosition(platform::File& file, int bigEndian);
 
-// The shared entry loop, from the current file position: reads the entry
-// count; returns at once when *rowCount + count reaches kMakerNoteRowLimit;
+// The shared entry loop, from `in` (at the entry count; count and entries in
+// its byte order): reads the entry count (a short read keeps the byte it
+// got); returns at once when *rowCount + count reaches kMakerNoteRowLimit;
 // otherwise reads each 12-byte entry (a short read leaves the missing bytes
 // zero and goes on), writes its tag into the row at *rowCount, and for a tag
 // the maker knows writes the name and value text and advances *rowCount.
-// Out-of-line values are read at offsetBase + offset; the file position is
-// kept across them.
-void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                          uint32_t* rowCount, DirectoryOrder order, const MakerTable& maker,
+// Out-of-line values are read at offsetBase + offset, in `values` order (it
+// differs from the directory's only for Fujifilm).
+void DecodeMakerDirectory(platform::Cursor& in, platform::ByteOrder values, uint32_t offsetBase,
+                          exif::TagRecordTable& table, uint32_t* rowCount, const MakerTable& maker,
                           const NoteContext& note = {});
-inline void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                                 uint32_t* rowCount, int bigEndian, const MakerTable& maker,
-                                 const NoteContext& note = {}) {
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, DirectoryOrder{bigEndian, bigEndian}, maker, note);
+inline void DecodeMakerDirectory(platform::Cursor& in, uint32_t offsetBase, exif::TagRecordTable& table,
+                                 uint32_t* rowCount, const MakerTable& maker, const NoteContext& note = {}) {
+    DecodeMakerDirectory(in, in.order(), offsetBase, table, rowCount, maker, note);
 }
 
 // ------------------------------------------------------------ second passes
@@ -177,31 +175,28 @@ inline void DecodeMakerDirectory(platform::File& file, uint32_t offsetBase, exif
 // arrays, sub-directories), or looked up before it (a tag whose value changes
 // how another tag reads). Both walk the same directory again.
 
-// The entry count of the directory at `directory`, leaving the file at its
+// The entry count of the directory (`in` at its count), leaving `in` at its
 // first entry; -1 when the count cannot be read, or when the entry loop
 // skipped the directory (rowsBefore: the row count before the loop ran, so
 // that both passes make the same decision).
-int32_t RevisitDirectoryCount(platform::File& file, int64_t directory, int bigEndian, uint32_t rowsBefore);
+int32_t RevisitDirectoryCount(platform::Cursor& in, uint32_t rowsBefore);
 
-// Walks the directory again, calling visit(entry, entryCount) for each entry
-// while the table has room; stops at a short read. What `visit` reads
-// elsewhere does not disturb the walk.
+// Walks the directory (`directory` at its count) again, calling
+// visit(entry, entryCount) for each entry while the table has room; stops at
+// a short read.
 template <typename Visit>
-void RevisitDirectory(platform::File& file, int64_t directory, int bigEndian, uint32_t rowsBefore,
-                      const uint32_t* rowCount, Visit&& visit) {
-    const int32_t count = RevisitDirectoryCount(file, directory, bigEndian, rowsBefore);
+void RevisitDirectory(platform::Cursor directory, uint32_t rowsBefore, const uint32_t* rowCount, Visit&& visit) {
+    const int32_t count = RevisitDirectoryCount(directory, rowsBefore);
     for (int32_t i = 0; i < count && *rowCount < kMakerNoteRowLimit; ++i) {
         tiff::Entry entry;
-        if (!tiff::ReadEntry(file, bigEndian, entry)) return;
-        const int64_t next = file.Tell();
+        if (!tiff::ReadEntry(directory, entry)) return;
         visit(entry, static_cast<uint32_t>(count));
-        if (file.Tell() != next && (next < 0 || !file.Seek(next))) return;
     }
 }
 
-// The first entry with `tag` in the directory at the file position (at most
-// as many entries as the row limit are looked at); the position is kept.
-bool FindDirectoryEntry(platform::File& file, int bigEndian, uint16_t tag, tiff::Entry& found);
+// The first entry with `tag` in the directory (`directory` at its count; at
+// most as many entries as the row limit are looked at).
+bool FindDirectoryEntry(platform::Cursor directory, uint16_t tag, tiff::Entry& found);
 
 // Formats for the tags whose value is stored in its own type: text for ASCII
 // and UNDEFINED, numbers for the integer types and rationals (one decimal

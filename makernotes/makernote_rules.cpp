@@ -75,12 +75,12 @@ const exif::MakerNoteRules& StandardMakerNoteRules() {
 bool CheckNikonEmbeddedTiffHeader(platform::File& file, int* bigEndian) {
     const int64_t start = file.Tell();
     uint8_t bytes[sizeof kNikonHeaders[0].bytes] = {};
-    const size_t got = file.Read(bytes, sizeof bytes);
-    if (got == sizeof bytes) {
+    platform::Cursor in = DirectoryAtFilePosition(file, /*bigEndian=*/0);
+    if (in.Bytes(bytes, sizeof bytes)) {
         for (const NikonHeader& header : kNikonHeaders) {
             if (std::memcmp(bytes, header.bytes, sizeof bytes) == 0) {
                 if (bigEndian) *bigEndian = header.bigEndian;
-                return true;
+                return file.Seek(static_cast<int64_t>(in.position()));
             }
         }
     }

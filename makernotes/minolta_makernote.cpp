@@ -94,8 +94,8 @@ void SignedLong(const MakerEntry& e) { SetValuef(e.row(), "%d", static_cast<int3
 void SignedRational(const MakerEntry& e) {
     uint8_t b[8] = {};
     if (exif::ReadRawBlock(e.context, b, sizeof b) < sizeof b) return;
-    const int32_t num = static_cast<int32_t>(platform::GetU32(b, e.context.bigEndian));
-    const int32_t den = static_cast<int32_t>(platform::GetU32(b + 4, e.context.bigEndian));
+    const int32_t num = static_cast<int32_t>(platform::GetU32(b, e.context.bigEndian()));
+    const int32_t den = static_cast<int32_t>(platform::GetU32(b + 4, e.context.bigEndian()));
     if (den == 0) return SetValuef(e.row(), "%d", num);
     SetValuef(e.row(), "%.15g", static_cast<double>(num) / den);
 }
@@ -492,10 +492,11 @@ const MakerTable& MinoltaTags() { return kMinolta; }
 
 void DecodeMinoltaMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
                             uint32_t* rowCount, int bigEndian) {
-    const int64_t directory = file.Tell();
+    const platform::Cursor directory = DirectoryAtFilePosition(file, bigEndian);
     const uint32_t rowsBefore = *rowCount;
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kMinolta);
-    DecodeArrayTags(file, directory, offsetBase, table, rowsBefore, rowCount, bigEndian, kMinoltaArrays);
+    platform::Cursor in = directory;
+    DecodeMakerDirectory(in, offsetBase, table, rowCount, kMinolta);
+    DecodeArrayTags(directory, offsetBase, table, rowsBefore, rowCount, kMinoltaArrays);
 }
 
 }  // namespace makernotes

@@ -108,7 +108,7 @@ void StructureVersion(const MakerEntry& e) {
 
 // Two SHORTs inline: a flag, then the speed the photographer set.
 void IsoSpeed(const MakerEntry& e) {
-    SetValuef(e.row(), "%u", platform::GetU16(e.entry().fieldBytes + 2, e.context.bigEndian));
+    SetValuef(e.row(), "%u", platform::GetU16(e.entry().fieldBytes + 2, e.context.bigEndian()));
 }
 
 // An EV amount as photographers write it: whole steps, halves or thirds as
@@ -151,7 +151,7 @@ bool RationalAt(const MakerEntry& e, uint32_t i, int64_t& num, int64_t& den) {
     const uint64_t offset = uint64_t{e.entry().valueField} + 8u * i;
     uint32_t n = 0, d = 0;
     if (offset > UINT32_MAX ||
-        !tiff::ReadRational(e.context.file, e.context.base, static_cast<uint32_t>(offset), e.context.bigEndian, n, d))
+        !tiff::ReadRational(e.context.input, e.context.base, static_cast<uint32_t>(offset), n, d))
         return false;
     const bool isSigned = e.entry().type == tiff::kSRational;
     num = isSigned ? int64_t{static_cast<int32_t>(n)} : int64_t{n};
@@ -297,7 +297,7 @@ void CropHiSpeed(const MakerEntry& e) {
     if (e.entry().type != tiff::kShort || e.entry().count != 7 || exif::ReadRawBlock(e.context, b, sizeof b) != sizeof b)
         return;
     unsigned v[7];
-    for (int i = 0; i < 7; ++i) v[i] = platform::GetU16(b + 2 * i, e.context.bigEndian);
+    for (int i = 0; i < 7; ++i) v[i] = platform::GetU16(b + 2 * i, e.context.bigEndian());
     const char* crop = EnumerationText(kCrop, v[0]);
     const std::string name = crop ? crop : "Unknown (" + std::to_string(v[0]) + ")";
     SetValuef(e.row(), "%s (%ux%u cropped to %ux%u at pixel %u,%u)", name.c_str(), v[1], v[2], v[3], v[4], v[5], v[6]);
@@ -308,7 +308,7 @@ void CropHiSpeed(const MakerEntry& e) {
 void PowerUpTime(const MakerEntry& e) {
     uint8_t b[7] = {};
     if (exif::ReadRawBlock(e.context, b, sizeof b) != sizeof b) return;
-    SetValuef(e.row(), "%04u:%02u:%02u %02u:%02u:%02u", platform::GetU16(b, e.context.bigEndian), b[2], b[3], b[4], b[5],
+    SetValuef(e.row(), "%04u:%02u:%02u %02u:%02u:%02u", platform::GetU16(b, e.context.bigEndian()), b[2], b[3], b[4], b[5],
               b[6]);
 }
 
@@ -967,10 +967,9 @@ uint32_t SerialKey(const char* text, size_t size, const char* model) {
     return n >= 3 && std::strcmp(model + n - 3, "D50") == 0 ? 0x22 : 0x60;
 }
 
-// Reads, from the Model row and from the directory at the file position
-// (which is kept), what the structures depend on: the body, the lens-type
-// flags and the cipher's keys.
-NikonFacts FindFacts(platform::File& file, uint32_t offsetBase, int bigEndian, exif::TagRecordTable& table,
+// Reads, from the Model row and from the directory (at its count), what the
+// structures depend on: the body, the lens-type flags and the cipher's keys.
+NikonFacts FindFacts(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                      uint32_t rowCount) {
     NikonFacts facts;
     if (rowCount >= kMakerNoteRowLimit) return facts;
@@ -980,18 +979,16 @@ NikonFacts FindFacts(platform::File& file, uint32_t offsetBase, int bigEndian, e
     for (const char* m : kFileInfoLittleEndianModels)
         facts.fileInfoLittleEndian = facts.fileInfoLittleEndian || ModelIs(model, m);
     tiff::Entry entry;
-    if (FindDirectoryEntry(file, bigEndian, kLensTypeTag, entry)) facts.lensType = entry.fieldBytes[0];
-    if (FindDirectoryEntry(file, bigEndian, kShutterCountTag, entry)) {
+    if (FindDirectoryEntry(directory, kLensTypeTag, entry)) facts.lensType = entry.fieldBytes[0];
+    if (FindDirectoryEntry(directory, kShutterCountTag, entry)) {
         facts.haveCount = true;
         facts.count = entry.valueField;
     }
-    if (FindDirectoryEntry(file, bigEndian, kSerialNumberTag, entry)) {
-        const int64_t position = file.Tell();
+    if (FindDirectoryEntry(directory, kSerialNumberTag, entry)) {
         uint8_t text[kSerialReadLimit + 1] = {};
         // The reader wants a row for its context; it writes none.
-        const exif::EntryContext context{file, offsetBase, bigEndian, entry, exif::TakeRow(table, rowCount)};
+        const exif::EntryContext context{directory.Whole(), offsetBase, entry, exif::TakeRow(table, rowCount)};
         const size_t got = exif::ReadRawBlock(context, text, kSerialReadLimit);
-        if (position >= 0) file.Seek(position);
         facts.haveSerial = true;
         facts.serial = SerialKey(reinterpret_cast<const char*>(text), got, model);
     }
@@ -1017,21 +1014,21 @@ constexpr NikonStructure kNikonStructures[] = {
     {0xB9, AfTune, 0},
 };
 
-void DecodeNikonStructures(platform::File& file, int64_t directory, uint32_t offsetBase, exif::TagRecordTable& table,
-                           uint32_t rowsBefore, uint32_t* rowCount, int bigEndian, const NikonFacts& facts) {
-    RevisitDirectory(file, directory, bigEndian, rowsBefore, rowCount, [&](const tiff::Entry& entry, uint32_t) {
+void DecodeNikonStructures(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                           uint32_t rowsBefore, uint32_t* rowCount, const NikonFacts& facts) {
+    const platform::Cursor input = directory.Whole();
+    RevisitDirectory(directory, rowsBefore, rowCount, [&](const tiff::Entry& entry, uint32_t) {
         if (entry.tag == 0x11 && (entry.type == tiff::kLong || entry.type == kIfdType)) {
-            const uint64_t at = uint64_t{offsetBase} + entry.valueField;
-            if (file.Seek(static_cast<int64_t>(at)))
-                DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kNikonPreview);
+            platform::Cursor preview = input.ChildAt(tiff::At(offsetBase, entry.valueField), input.end());
+            DecodeMakerDirectory(preview, offsetBase, table, rowCount, kNikonPreview);
             return;
         }
         const NikonStructure* structure = nullptr;
         for (const NikonStructure& candidate : kNikonStructures)
             if (candidate.tag == entry.tag) structure = &candidate;
         if (!structure || !(entry.type == kUndefinedType || entry.type == structure->alsoType)) return;
-        Structure s{{}, 0, bigEndian, entry, table, rowCount};
-        const exif::EntryContext context{file, offsetBase, bigEndian, entry, exif::TakeRow(table, *rowCount)};
+        Structure s{{}, 0, input.bigEndian(), entry, table, rowCount};
+        const exif::EntryContext context{input, offsetBase, entry, exif::TakeRow(table, *rowCount)};
         s.size = exif::ReadRawBlock(context, s.bytes, sizeof s.bytes);
         structure->decode(s, facts);
     });
@@ -1044,17 +1041,19 @@ const MakerTable& NikonType1Tags() { return kNikonType1; }
 
 void DecodeNikonType1MakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
                                uint32_t* rowCount, int bigEndian) {
-    file.Seek(kType1HeaderRest, platform::SeekFrom::kCurrent);
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kNikonType1);
+    platform::Cursor in = DirectoryAtFilePosition(file, bigEndian);
+    in.Skip(kType1HeaderRest);
+    DecodeMakerDirectory(in, offsetBase, table, rowCount, kNikonType1);
 }
 
 void DecodeNikonMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
                           uint32_t* rowCount, int bigEndian) {
-    const int64_t directory = file.Tell();
+    const platform::Cursor directory = DirectoryAtFilePosition(file, bigEndian);
     const uint32_t rowsBefore = *rowCount;
-    const NikonFacts facts = FindFacts(file, offsetBase, bigEndian, table, *rowCount);
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kNikon);
-    DecodeNikonStructures(file, directory, offsetBase, table, rowsBefore, rowCount, bigEndian, facts);
+    const NikonFacts facts = FindFacts(directory, offsetBase, table, *rowCount);
+    platform::Cursor in = directory;
+    DecodeMakerDirectory(in, offsetBase, table, rowCount, kNikon);
+    DecodeNikonStructures(directory, offsetBase, table, rowsBefore, rowCount, facts);
 }
 
 }  // namespace makernotes

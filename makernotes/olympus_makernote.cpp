@@ -54,10 +54,10 @@ size_t ReadElements(const MakerEntry& e, int64_t* out, size_t max, bool signed16
         const uint8_t* b = bytes + i * size;
         if (size == 1) out[i] = type == tiff::kSByte ? int64_t{static_cast<int8_t>(b[0])} : int64_t{b[0]};
         else if (size == 2) {
-            const uint16_t v = platform::GetU16(b, e.context.bigEndian);
+            const uint16_t v = platform::GetU16(b, e.context.bigEndian());
             out[i] = type == tiff::kSShort || signed16 ? int64_t{static_cast<int16_t>(v)} : int64_t{v};
         } else {
-            const uint32_t v = platform::GetU32(b, e.context.bigEndian);
+            const uint32_t v = platform::GetU32(b, e.context.bigEndian());
             out[i] = type == tiff::kSLong ? int64_t{static_cast<int32_t>(v)} : int64_t{v};
         }
     }
@@ -85,7 +85,7 @@ bool ReadQuotient(const MakerEntry& e, double& out) {
     uint32_t num = 0, den = 0;
     const bool sign = e.entry().type == tiff::kSRational;
     if ((e.entry().type != kRationalType && !sign) ||
-        !tiff::ReadRational(e.context.file, e.context.base, e.entry().valueField, e.context.bigEndian, num, den) ||
+        !tiff::ReadRational(e.context.input, e.context.base, e.entry().valueField, num, den) ||
         den == 0)
         return false;
     out = sign ? static_cast<double>(static_cast<int32_t>(num)) / static_cast<int32_t>(den)
@@ -444,8 +444,8 @@ void AfPointSelected(const MakerEntry& e) {
     if (e.entry().type != tiff::kSRational || exif::ReadRawBlock(e.context, b, sizeof b) != sizeof b) return;
     double corner[4] = {};
     for (size_t i = 1; i < kAfPointRationals; ++i) {
-        const auto num = static_cast<int32_t>(platform::GetU32(b + 8 * i, e.context.bigEndian));
-        const auto den = static_cast<int32_t>(platform::GetU32(b + 8 * i + 4, e.context.bigEndian));
+        const auto num = static_cast<int32_t>(platform::GetU32(b + 8 * i, e.context.bigEndian()));
+        const auto den = static_cast<int32_t>(platform::GetU32(b + 8 * i + 4, e.context.bigEndian()));
         if (den == 0) return exif::SetRowValue(e.row(), "n/a");
         corner[i - 1] = std::trunc(100.0 * num / den) + 0.0;  // whole percent, never "-0"
     }
@@ -779,7 +779,7 @@ void AfPoint(const MakerEntry& e) {
 void FocusDistance(const MakerEntry& e) {
     uint32_t num = 0, den = 0;
     if (e.entry().type != kRationalType ||
-        !tiff::ReadRational(e.context.file, e.context.base, e.entry().valueField, e.context.bigEndian, num, den))
+        !tiff::ReadRational(e.context.input, e.context.base, e.entry().valueField, num, den))
         return;
     if (num == UINT32_MAX) return exif::SetRowValue(e.row(), "inf");
     SetValuef(e.row(), "%g m", num / 1000.0);
@@ -859,62 +859,55 @@ constexpr SubDirectory kSubDirectories[] = {
 // The main directory's bytes: a sub-directory that points into them would
 // read the main entries again under the wrong names.
 struct Span {
-    int64_t begin, end;
+    uint64_t begin, end;
 };
 
 // Where a sub-directory starts, or -1 when its entry cannot hold one: a
 // wrong type, an offset outside the file or into the main directory, or
 // entries that run past the file (or past an UNDEFINED block's own size).
-int64_t SubDirectoryStart(platform::File& file, uint32_t offsetBase, int bigEndian, const tiff::Entry& entry,
+int64_t SubDirectoryStart(const platform::Cursor& input, uint32_t offsetBase, const tiff::Entry& entry,
                           const Span& main) {
     const bool block = entry.type == kUndefinedType;
     if (!(entry.type == kIfdType || entry.type == kLongType || (block && entry.count > 4))) return -1;
-    const int64_t size = file.Size();
-    const int64_t start = int64_t{offsetBase} + entry.valueField;
-    if (size < 0 || start > size || size - start < static_cast<int64_t>(kDirectoryCountSize)) return -1;
+    const uint64_t start = tiff::At(offsetBase, entry.valueField);
     if (start >= main.begin && start < main.end) return -1;
-    const int64_t back = file.Tell();
-    uint8_t countBytes[kDirectoryCountSize] = {};
-    const bool read = file.Seek(start) && file.ReadExact(countBytes, sizeof countBytes);
-    file.Seek(back);
-    if (!read) return -1;
-    const int64_t bytes = kDirectoryCountSize + int64_t{kEntrySize} * platform::GetU16(countBytes, bigEndian);
-    if (bytes > size - start || (block && bytes > entry.count)) return -1;
-    return start;
+    platform::Cursor in = input.ChildAt(start, input.end());
+    const uint64_t bytes = kDirectoryCountSize + uint64_t{kEntrySize} * in.U16();
+    if (!in.ok() || bytes > in.end() - start || (block && bytes > entry.count)) return -1;
+    return static_cast<int64_t>(start);
 }
 
 // The second pass: the main directory again, for the sub-directory tags
 // only, each read once.
-void DecodeSubDirectories(platform::File& file, int64_t directory, uint32_t offsetBase, exif::TagRecordTable& table,
-                          uint32_t rowsBefore, uint32_t* rowCount, int bigEndian, const NoteContext& note) {
+void DecodeSubDirectories(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                          uint32_t rowsBefore, uint32_t* rowCount, const NoteContext& note) {
     bool done[sizeof kSubDirectories / sizeof kSubDirectories[0]] = {};
-    RevisitDirectory(file, directory, bigEndian, rowsBefore, rowCount, [&](const tiff::Entry& entry,
-                                                                            uint32_t entryCount) {
-        const Span main{directory, directory + static_cast<int64_t>(kDirectoryCountSize + kEntrySize * entryCount)};
+    const platform::Cursor input = directory.Whole();
+    RevisitDirectory(directory, rowsBefore, rowCount, [&](const tiff::Entry& entry, uint32_t entryCount) {
+        const Span main{directory.position(), directory.position() + kDirectoryCountSize + kEntrySize * entryCount};
         for (size_t k = 0; k < sizeof kSubDirectories / sizeof kSubDirectories[0]; ++k) {
             if (kSubDirectories[k].tag != entry.tag || done[k]) continue;
             done[k] = true;
-            const int64_t start = SubDirectoryStart(file, offsetBase, bigEndian, entry, main);
-            if (start >= 0 && file.Seek(start))
-                DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, *kSubDirectories[k].table, note);
+            const int64_t start = SubDirectoryStart(input, offsetBase, entry, main);
+            if (start < 0) continue;
+            platform::Cursor sub = input.ChildAt(static_cast<uint64_t>(start), input.end());
+            DecodeMakerDirectory(sub, offsetBase, table, rowCount, *kSubDirectories[k].table, note);
         }
     });
 }
 
-// What the camera type (0207) of the directory at the file position says
-// about the values: whether quality counts from 0, and whether the camera
-// has the three AF points of the early bodies (every type but the "S0"
-// codes of the later interchangeable-lens bodies), and how it stores the
-// sensor temperature. The position is kept.
-void ReadCameraType(platform::File& file, uint32_t offsetBase, int bigEndian, NoteContext& note) {
+// What the camera type (0207) of the directory (at its count) says about the
+// values: whether quality counts from 0, and whether the camera has the
+// three AF points of the early bodies (every type but the "S0" codes of the
+// later interchangeable-lens bodies), and how it stores the sensor
+// temperature.
+void ReadCameraType(const platform::Cursor& directory, uint32_t offsetBase, NoteContext& note) {
     char type[8] = {};
     tiff::Entry entry;
-    if (!FindDirectoryEntry(file, bigEndian, 0x0207, entry)) return;
-    const int64_t start = file.Tell();
+    if (!FindDirectoryEntry(directory, 0x0207, entry)) return;
     exif::TagRecord scratch = {};
-    const exif::EntryContext context{file, offsetBase, bigEndian, entry, scratch};
+    const exif::EntryContext context{directory.Whole(), offsetBase, entry, scratch};
     exif::ReadRawBlock(context, reinterpret_cast<uint8_t*>(type), sizeof type - 1);
-    file.Seek(start);
     // "SX151" alone of the SX types counts from 1.
     const bool sx = std::strncmp(type, "SX", 2) == 0 &&
                     !(std::strncmp(type, "SX151", 5) == 0 && (type[5] == '\0' || type[5] == ' '));
@@ -950,28 +943,29 @@ static_assert(ValuesUnique(kMacroTexts) && ValuesUnique(kQualityFromZeroTexts) &
 
 void DecodeOlympusMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
                             uint32_t* rowCount, int bigEndian) {
-    const int64_t noteStart = file.Tell() - static_cast<int64_t>(kMakerNotePrefixSize);
+    platform::Cursor in = DirectoryAtFilePosition(file, bigEndian);
+    const int64_t noteStart = static_cast<int64_t>(in.begin()) - static_cast<int64_t>(kMakerNotePrefixSize);
     char form[kFormBytes + 1] = {};
-    file.Read(form, kFormBytes);
+    in.Some(form, kFormBytes);
     const bool fullName = EqualsIgnoringCase(form, "US");
     const bool omSystem = EqualsIgnoringCase(form, "STE");
     if (fullName || omSystem) {
-        if (omSystem) file.Seek(kOmSystemPadding, platform::SeekFrom::kCurrent);
+        if (omSystem) in.Skip(kOmSystemPadding);
         uint8_t markAndVersion[4] = {};
-        file.Read(markAndVersion, sizeof markAndVersion);
-        if (markAndVersion[0] == 'I' && markAndVersion[1] == 'I') bigEndian = 0;
+        in.Some(markAndVersion, sizeof markAndVersion);
+        if (markAndVersion[0] == 'I' && markAndVersion[1] == 'I') in.SetOrder(platform::ByteOrder::kLittle);
         // The newer forms are self-contained: their offsets (values and
         // sub-directories alike) count from the note's first byte, not from
         // the TIFF header the older form uses. Cameras write them so, and
         // the note keeps working when a program moves it within the file.
         if (noteStart >= 0 && noteStart <= UINT32_MAX) offsetBase = static_cast<uint32_t>(noteStart);
     }
-    const int64_t directory = file.Tell();
+    const platform::Cursor directory = in;
     const uint32_t rowsBefore = *rowCount;
     NoteContext note;
-    ReadCameraType(file, offsetBase, bigEndian, note);
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kOlympus, note);
-    if (directory >= 0) DecodeSubDirectories(file, directory, offsetBase, table, rowsBefore, rowCount, bigEndian, note);
+    ReadCameraType(directory, offsetBase, note);
+    DecodeMakerDirectory(in, offsetBase, table, rowCount, kOlympus, note);
+    DecodeSubDirectories(directory, offsetBase, table, rowsBefore, rowCount, note);
 }
 
 }  // namespace makernotes

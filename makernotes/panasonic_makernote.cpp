@@ -65,12 +65,9 @@ constexpr Enumeration kNumber = Number(Sign::kUnsigned, "%d");
 // The face record lies at the offset in the value field whatever its size;
 // its text is bytes 4 to 23, cut at the first zero byte.
 void FaceInfo(const MakerEntry& e) {
-    platform::File& file = e.context.file;
     uint8_t record[kFaceInfoReadLimit + 1] = {};
-    const int64_t back = file.Tell();
-    if (file.Seek(static_cast<int64_t>(e.context.base) + e.entry().valueField))
-        file.Read(record, std::min(e.entry().count, kFaceInfoReadLimit));
-    file.Seek(back);
+    const uint32_t want = std::min(e.entry().count, kFaceInfoReadLimit);
+    e.context.input.ChildAt(tiff::At(e.context.base, e.entry().valueField), want).Some(record, want);
     const char* text = reinterpret_cast<const char*>(record + kFaceInfoTextStart);
     exif::SetRowValue(e.row(), std::string_view(text, strnlen(text, kFaceInfoTextBytes)));
 }
@@ -102,7 +99,8 @@ const MakerTable& PanasonicTags() { return kPanasonic; }
 
 void DecodePanasonicMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
                               uint32_t* rowCount, int bigEndian) {
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kPanasonic);
+    platform::Cursor in = DirectoryAtFilePosition(file, bigEndian);
+    DecodeMakerDirectory(in, offsetBase, table, rowCount, kPanasonic);
 }
 
 }  // namespace makernotes

@@ -123,7 +123,7 @@ constexpr Enumeration kWorldTime = Enum(kWorldTimeTexts, Sign::kUnsigned, "%u");
 constexpr Enumeration kCity = Enum(kCityTexts, Sign::kUnsigned, "%u");
 
 // The second SHORT of the value field, in the note's byte order.
-uint16_t SecondShort(const MakerEntry& e) { return platform::GetU16(e.entry().fieldBytes + 2, e.context.bigEndian); }
+uint16_t SecondShort(const MakerEntry& e) { return platform::GetU16(e.entry().fieldBytes + 2, e.context.bigEndian()); }
 
 // ------------------------------------------------------------ formatters
 
@@ -1054,15 +1054,15 @@ void AppendRow(exif::TagRecordTable& table, uint32_t* rowCount, const tiff::Entr
     ++*rowCount;
 }
 
-void DecodeBlock(platform::File& file, uint32_t offsetBase, int bigEndian, const tiff::Entry& entry,
+void DecodeBlock(const platform::Cursor& input, uint32_t offsetBase, const tiff::Entry& entry,
                  const PassState& state, exif::TagRecordTable& table, uint32_t* rowCount) {
     BlockLayout layout;
     const Rows rows = BlockRows(entry, state, layout);
     if (!rows.size || entry.count > 0xFFFF) return;
     uint8_t bytes[kBlockBytesLimit] = {};
-    const exif::EntryContext context{file, offsetBase, bigEndian, entry, exif::TakeRow(table, *rowCount)};
+    const exif::EntryContext context{input, offsetBase, entry, exif::TakeRow(table, *rowCount)};
     const size_t got = exif::ReadRawBlock(context, bytes, sizeof bytes);
-    const int order = layout.order == ElementOrder::kBigEndian ? 1 : bigEndian;
+    const int order = layout.order == ElementOrder::kBigEndian ? 1 : input.bigEndian();
     int64_t values[kBlockBytesLimit] = {};
     const size_t size = got / layout.elementSize;
     for (size_t i = 0; i < size; ++i)
@@ -1090,10 +1090,11 @@ void ColorTemperature(const tiff::Entry& entry, int bigEndian, exif::TagRecordTa
     SetValuef(table.rows[*rowCount - 1], "%d", 53190 - v);
 }
 
-void DecodeBlocks(platform::File& file, int64_t directory, uint32_t offsetBase, exif::TagRecordTable& table,
-                  uint32_t rowsBefore, uint32_t* rowCount, int bigEndian) {
+void DecodeBlocks(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                  uint32_t rowsBefore, uint32_t* rowCount) {
     PassState state;
-    RevisitDirectory(file, directory, bigEndian, rowsBefore, rowCount, [&](const tiff::Entry& entry, uint32_t) {
+    const platform::Cursor input = directory.Whole();
+    RevisitDirectory(directory, rowsBefore, rowCount, [&](const tiff::Entry& entry, uint32_t) {
         switch (entry.tag) {
             case 0x0005: state.model = entry.valueField; return;
             case 0x0006:
@@ -1104,9 +1105,9 @@ void DecodeBlocks(platform::File& file, int64_t directory, uint32_t offsetBase, 
                 state.hasTime = entry.count >= 3;
                 std::memcpy(state.time, entry.fieldBytes, 3);
                 return;
-            case 0x0050: return ColorTemperature(entry, bigEndian, table, rowCount);
+            case 0x0050: return ColorTemperature(entry, input.bigEndian(), table, rowCount);
             case 0x005d: return ShutterCount(entry, state, table, rowCount);
-            default: return DecodeBlock(file, offsetBase, bigEndian, entry, state, table, rowCount);
+            default: return DecodeBlock(input, offsetBase, entry, state, table, rowCount);
         }
     });
 }
@@ -1124,13 +1125,19 @@ const MakerTable& PentaxTags() { return kPentax; }
 //   "PENTAX \0" mark(2) count(2) entries...    count at note + 10
 void DecodePentaxMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
                            uint32_t* rowCount, int bigEndian) {
+    platform::Cursor head = DirectoryAtFilePosition(file, bigEndian);
     uint8_t words[4] = {};
-    file.Read(words, sizeof words);
-    if (!IsByteOrderMark(platform::GetU16(words + 2, bigEndian))) file.Seek(-4, platform::SeekFrom::kCurrent);
-    const int64_t directory = file.Tell();
+    head.Some(words, sizeof words);
+    // Without the mark the count is four bytes back from where the read
+    // stopped: the note's start, or before it for a note cut short.
+    uint64_t at = head.position();
+    if (!IsByteOrderMark(platform::GetU16(words + 2, bigEndian)) && at >= sizeof words) at -= sizeof words;
+    const platform::Cursor input = head.Whole();
+    const platform::Cursor directory = input.ChildAt(at, input.end());
     const uint32_t rowsBefore = *rowCount;
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kPentax);
-    DecodeBlocks(file, directory, offsetBase, table, rowsBefore, rowCount, bigEndian);
+    platform::Cursor in = directory;
+    DecodeMakerDirectory(in, offsetBase, table, rowCount, kPentax);
+    DecodeBlocks(directory, offsetBase, table, rowsBefore, rowCount);
 }
 
 }  // namespace makernotes

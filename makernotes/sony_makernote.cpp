@@ -81,7 +81,8 @@ const MakerTable& SonyTags() { return kSony; }
 
 void DecodeSonyMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
                          uint32_t* rowCount, int bigEndian) {
-    DecodeMakerDirectory(file, offsetBase, table, rowCount, bigEndian, kSony);
+    platform::Cursor in = DirectoryAtFilePosition(file, bigEndian);
+    DecodeMakerDirectory(in, offsetBase, table, rowCount, kSony);
 }
 
 }  // namespace makernotes

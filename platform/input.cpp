@@ -130,6 +130,15 @@ bool Cursor::Bytes(void* out, size_t n) {
     return true;
 }
 
+size_t Cursor::Some(void* out, size_t n) {
+    const auto want = static_cast<size_t>(std::min<uint64_t>(n, remaining()));
+    if (want == 0 || position_ > static_cast<uint64_t>(INT64_MAX) || !input_->Seek(static_cast<int64_t>(position_)))
+        return 0;
+    const size_t got = input_->Read(out, want);
+    position_ += got;
+    return got;
+}
+
 uint8_t Cursor::U8() {
     uint8_t b = 0;
     Bytes(&b, 1);

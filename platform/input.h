@@ -4,14 +4,15 @@
 // read-ahead window, or bytes in memory (tests and fuzz targets). It behaves
 // as a platform::File opened for reading: seeking past the end succeeds and
 // the next read comes back short; a negative position fails. Seeks and reads
-// inside the window cost no system call, so the save/seek/read/restore
-// pattern of the value readers is cheap.
+// inside the window cost no system call, so a reader that jumps between a
+// directory and its values costs little.
 //
 // A Cursor reads numbers in a byte order from a range [begin, end) of an
 // Input. Any read or seek that would leave the range sets a failure flag that
 // stays set; the reads that fail give zeroes, so a caller checks ok() once at
-// the end of a block. Child ranges (a directory, a segment, a box) are made
-// from the declared size and cut to the parent's range.
+// the end of a block (Some alone takes what there is and never fails). Child
+// ranges (a directory, a segment, a box) are made from the declared size and
+// cut to the parent's range.
 #pragma once
 
 #include <cstddef>
@@ -62,6 +63,7 @@ private:
 };
 
 enum class ByteOrder { kLittle, kBig };
+constexpr ByteOrder OrderOf(bool bigEndian) { return bigEndian ? ByteOrder::kBig : ByteOrder::kLittle; }
 
 class Cursor {
 public:
@@ -88,10 +90,16 @@ public:
     uint32_t U32();
     // Exactly n bytes or a failure (the buffer is then zero-filled).
     bool Bytes(void* out, size_t n);
+    // Up to n bytes, as many as the range and the input hold, moving past
+    // them; returns how many. No failure: a value cut by the end of the
+    // input stays partial, and the buffer's other bytes are left as they are.
+    size_t Some(void* out, size_t n);
 
     // [position, position + size) cut to this range, in the same byte order.
     Cursor Child(uint64_t size) const;
     Cursor ChildAt(uint64_t position, uint64_t size) const;
+    // The whole input in this byte order: where offsets met in a range point.
+    Cursor Whole() const { return Cursor(*input_, order_); }
 
 private:
     platform::File* input_;

@@ -28,18 +28,17 @@ void DecodeEntry(const uint8_t (&raw)[kEntrySize], bool bigEndian, Entry& entry)
 
 }  // namespace
 
-bool ReadEntry(platform::File& file, int bigEndian, Entry& entry) {
-    uint8_t raw[kEntrySize] = {};
-    const size_t got = file.Read(raw, sizeof raw);
-    DecodeEntry(raw, bigEndian, entry);
-    return got == sizeof raw;
-}
-
 bool ReadEntry(platform::Cursor& in, Entry& entry) {
     uint8_t raw[kEntrySize];
     const bool ok = in.Bytes(raw, sizeof raw);
     DecodeEntry(raw, in.bigEndian(), entry);
     return ok;
+}
+
+void ReadPartialEntry(platform::Cursor& in, Entry& entry) {
+    uint8_t raw[kEntrySize] = {};
+    in.Some(raw, sizeof raw);
+    DecodeEntry(raw, in.bigEndian(), entry);
 }
 
 }  // namespace tiff

@@ -9,7 +9,6 @@
 #include <cstdint>
 
 #include "platform/input.h"
-#include "platform/platform.h"
 
 namespace tiff {
 
@@ -39,12 +38,11 @@ struct Entry {
     uint8_t fieldBytes[4] = {};  // the value field in file order
 };
 
-// Reads the 12 bytes at the current position. Returns false on a short read;
-// the entry then holds what was read with the missing bytes zero (the maker
-// decoders go on with it, the walker stops).
-bool ReadEntry(platform::File& file, int bigEndian, Entry& entry);
-// The same through a cursor, in its byte order; a short read fails the
-// cursor and leaves the entry all zero.
+// Reads the 12 bytes at the cursor, in its byte order; a short read fails
+// the cursor and leaves the entry all zero.
 bool ReadEntry(platform::Cursor& in, Entry& entry);
+// The same, keeping what a short read got with the missing bytes zero; the
+// cursor does not fail (the maker decoders go on with such an entry).
+void ReadPartialEntry(platform::Cursor& in, Entry& entry);
 
 }  // namespace tiff

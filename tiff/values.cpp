@@ -14,13 +14,12 @@ float Single(float value) {
     return stored;
 }
 
-bool ReadRationalAt(platform::File& file, int64_t position, int bigEndian, uint32_t& numerator,
-                    uint32_t& denominator) {
-    PositionGuard guard(file);
-    uint8_t raw[8];
-    if (!file.Seek(position) || !file.ReadExact(raw, sizeof raw)) return false;
-    numerator = GetU32(raw, bigEndian);
-    denominator = GetU32(raw + 4, bigEndian);
+// The next rational of `in`; false, leaving both as they were, at a short read.
+bool NextRational(platform::Cursor& in, uint32_t& numerator, uint32_t& denominator) {
+    const uint32_t n = in.U32(), d = in.U32();
+    if (!in.ok()) return false;
+    numerator = n;
+    denominator = d;
     return true;
 }
 
@@ -33,31 +32,29 @@ float Quotient(uint32_t numerator, uint32_t denominator, bool isSigned) {
     return Single(Single(static_cast<float>(numerator)) / Single(static_cast<float>(denominator)));
 }
 
-size_t ReadValueBytes(platform::File& file, uint32_t base, const Entry& entry, uint8_t* out, size_t maxBytes) {
+size_t ReadValueBytes(const platform::Cursor& in, uint32_t base, const Entry& entry, uint8_t* out, size_t maxBytes) {
     const uint64_t total = static_cast<uint64_t>(entry.count) * TypeSize(entry.type);
     const size_t want = static_cast<size_t>(std::min<uint64_t>(total, maxBytes));
     if (total <= kValueFieldSize) {
         std::memcpy(out, entry.fieldBytes, want);
         return want;
     }
-    PositionGuard guard(file);
-    if (!file.Seek(At(base, entry.valueField))) return 0;
-    return file.Read(out, want);
+    return in.ChildAt(At(base, entry.valueField), want).Some(out, want);
 }
 
-bool ReadRational(platform::File& file, uint32_t base, uint32_t offset, int bigEndian, uint32_t& numerator,
+bool ReadRational(const platform::Cursor& in, uint32_t base, uint32_t offset, uint32_t& numerator,
                   uint32_t& denominator) {
-    return ReadRationalAt(file, At(base, offset), bigEndian, numerator, denominator);
+    platform::Cursor at = in.ChildAt(At(base, offset), 8);
+    return NextRational(at, numerator, denominator);
 }
 
-std::string FormatMultiRational(platform::File& file, uint32_t base, uint32_t offset, uint32_t maxCount,
-                                int bigEndian, RationalDecimals decimals) {
+std::string FormatMultiRational(const platform::Cursor& in, uint32_t base, uint32_t offset, uint32_t maxCount,
+                                RationalDecimals decimals) {
     std::string out;
+    platform::Cursor at = in.ChildAt(At(base, offset), in.end());
     for (uint32_t i = 0; i < maxCount && out.size() < kMultiRationalTextLimit; ++i) {
         uint32_t numerator = 0, denominator = 0;
-        if (!ReadRationalAt(file, At(base, offset) + 8 * static_cast<int64_t>(i), bigEndian, numerator,
-                            denominator))
-            break;
+        if (!NextRational(at, numerator, denominator)) break;
         char text[64];
         if (denominator == 1) {
             std::snprintf(text, sizeof text, "%u", numerator);
@@ -81,10 +78,9 @@ std::string FormatMultiRational(platform::File& file, uint32_t base, uint32_t of
     return out;
 }
 
-std::string FormatSingleRational(platform::File& file, uint32_t base, uint32_t offset, int bigEndian,
-                                 bool isSigned) {
+std::string FormatSingleRational(const platform::Cursor& in, uint32_t base, uint32_t offset, bool isSigned) {
     uint32_t numerator = 0, denominator = 0;
-    if (!ReadRational(file, base, offset, bigEndian, numerator, denominator)) return {};
+    if (!ReadRational(in, base, offset, numerator, denominator)) return {};
     char text[64];
     if (denominator == 0 || denominator == 1) {
         if (isSigned) std::snprintf(text, sizeof text, "%d", static_cast<int32_t>(numerator));

@@ -59,4 +59,22 @@ TEST(Cursor, FailureStaysSetAndChildrenKeepInsideTheirParent) {
     EXPECT_FALSE(in.ChildAt(sizeof bytes + 1, 1).ok());
 }
 
+TEST(Cursor, SomeKeepsWhatARangeCutShortHolds) {
+    const uint8_t bytes[] = {1, 2, 3, 4, 5, 6};
+    auto input = platform::Input::FromMemory(bytes, sizeof bytes);
+    platform::Cursor in(*input, platform::ByteOrder::kLittle);
+    uint8_t out[4] = {9, 9, 9, 9};
+    platform::Cursor cut = in.ChildAt(3, 100);  // the input ends first
+    EXPECT_EQ(cut.Some(out, sizeof out), 3u);
+    EXPECT_EQ(out[0], 4);
+    EXPECT_EQ(out[2], 6);
+    EXPECT_EQ(out[3], 9);  // not written
+    EXPECT_EQ(cut.Some(out, sizeof out), 0u);
+    EXPECT_TRUE(cut.ok());  // a short read is no failure
+    platform::Cursor two = in.ChildAt(1, 2);  // the range ends first
+    EXPECT_EQ(two.Some(out, sizeof out), 2u);
+    EXPECT_EQ(out[1], 3);
+    EXPECT_EQ(in.ChildAt(sizeof bytes + 1, 4).Some(out, sizeof out), 0u);  // wholly past the end
+}
+
 }  // namespace
