@@ -95,13 +95,13 @@ void DispatchMakerNote(platform::File& file, uint32_t tiffBase, TagRecordTable& 
             const MakerNoteRule& rule = rules.rules[i];
             if (!Holds(rule.anyOf[0], seen) && !Holds(rule.anyOf[1], seen)) continue;
             if (rule.also.test != MakerTest::kNone && !Holds(rule.also, seen)) continue;
-            file.Seek(noteStart + rule.directory);
-            int ruleOrder = order;
-            if (rule.probe && !rule.probe(file, &ruleOrder)) continue;
+            platform::Cursor at = input.ChildAt(static_cast<uint64_t>(noteStart) + rule.directory, input.end());
+            at.SetOrder(platform::OrderOf(order));
+            if (rule.probe && !rule.probe(at)) continue;
             const uint32_t base = rule.base == OffsetBase::kNote         ? note + rule.baseOffset
                                   : rule.base == OffsetBase::kCr3Header ? cr3Base
                                                                         : tiffBase;
-            rule.decode(file, base, table, rowCount, ruleOrder);
+            rule.decode(at, base, table, rowCount);
             // The rest of the group are alternatives to this one.
             while (i < rules.size && rules.rules[i].group == group) ++i;
             break;

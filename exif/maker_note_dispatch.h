@@ -8,22 +8,23 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "platform/input.h"
 #include "platform/platform.h"
 #include "tag_record.h"
 
 namespace exif {
 
-// Every decoder's arguments: the open file (positioned at the maker's
-// directory), the offset base its offsets are relative to, the table, the row
-// count (read on entry, advanced for each row added) and the byte-order flag
-// (non-zero for big-endian).
-using MakerNoteDecoder = void (*)(platform::File& file, uint32_t offsetBase, TagRecordTable& table,
-                                  uint32_t* rowCount, int bigEndian);
+// Every decoder's arguments: a cursor from the maker's directory to the end
+// of the input, in the note's byte order; the offset base its offsets are
+// relative to; the table; the row count (read on entry, advanced for each row
+// added).
+using MakerNoteDecoder = void (*)(const platform::Cursor& directory, uint32_t offsetBase, TagRecordTable& table,
+                                  uint32_t* rowCount);
 
-// A header check made with the file at the rule's directory position: true
-// when the header is there, leaving the file after it and setting *bigEndian
-// to the order the header gives; false with the file back where it was.
-using MakerNoteProbe = bool (*)(platform::File& file, int* bigEndian);
+// A header check made with the cursor at the rule's directory position: true
+// when the header is there, leaving the cursor as a range from the end of the
+// header, in the order the header gives; false with the cursor untouched.
+using MakerNoteProbe = bool (*)(platform::Cursor& at);
 
 enum class MakerTest : uint8_t {
     kNone,         // never holds

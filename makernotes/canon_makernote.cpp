@@ -1124,9 +1124,8 @@ void DecodeSecondPass(const platform::Cursor& directory, uint32_t offsetBase, ex
 
 }  // namespace
 
-void DecodeCanonMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                          uint32_t* rowCount, int bigEndian) {
-    const platform::Cursor directory = DirectoryAtFilePosition(file, bigEndian);
+void DecodeCanonMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                          uint32_t* rowCount) {
     const uint32_t rowsBefore = *rowCount;
     platform::Cursor in = directory;
     DecodeMakerDirectory(in, offsetBase, table, rowCount, kCanon);

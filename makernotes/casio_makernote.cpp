@@ -151,15 +151,15 @@ constexpr MakerTable kCasioQvc = Table(kCasioQvcTags, ValueRule::kLeadingShort);
 const MakerTable& CasioTags() { return kCasio; }
 const MakerTable& CasioQvcTags() { return kCasioQvc; }
 
-void DecodeCasioMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                          uint32_t* rowCount, int bigEndian) {
-    platform::Cursor in = DirectoryAtFilePosition(file, bigEndian);
+void DecodeCasioMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                          uint32_t* rowCount) {
+    platform::Cursor in = directory;
     DecodeMakerDirectory(in, offsetBase, table, rowCount, kCasio);
 }
 
-void DecodeCasioQvcMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                             uint32_t* rowCount, int bigEndian) {
-    platform::Cursor in = DirectoryAtFilePosition(file, bigEndian);
+void DecodeCasioQvcMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                             uint32_t* rowCount) {
+    platform::Cursor in = directory;
     DecodeMakerDirectory(in, offsetBase, table, rowCount, kCasioQvc);
 }
 

@@ -280,12 +280,13 @@ static_assert(ValuesUnique(kSharpnessTexts) && ValuesUnique(kWhiteBalanceTexts) 
 
 }  // namespace
 
-void DecodeFujifilmMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                             uint32_t* rowCount, int bigEndian) {
-    platform::Cursor in = DirectoryAtFilePosition(file, /*bigEndian=*/0);
+void DecodeFujifilmMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                             uint32_t* rowCount) {
+    platform::Cursor in = directory;
+    in.SetOrder(platform::ByteOrder::kLittle);
     in.Skip(kSignatureRest + kDirectoryOffsetSize);
     // The values that shared readers fetch keep the EXIF order.
-    DecodeMakerDirectory(in, platform::OrderOf(bigEndian), offsetBase, table, rowCount, kFujifilm);
+    DecodeMakerDirectory(in, directory.order(), offsetBase, table, rowCount, kFujifilm);
 }
 
 }  // namespace makernotes

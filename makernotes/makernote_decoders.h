@@ -1,6 +1,7 @@
 // One decoder per maker (and per note form), each a MakerNoteDecoder: given
-// the open file at the position the dispatch chose, the offset base, the
-// table, the row count and the byte order, it appends the maker's rows.
+// a cursor from the position the dispatch chose to the end of the input (in
+// the note's byte order), the offset base, the table and the row count, it
+// appends the maker's rows.
 // Every decoder stops at a short read without complaint and adds no rows for
 // a directory whose entry count would take the table to kMakerNoteRowLimit.
 #pragma once
@@ -9,47 +10,47 @@
 
 #include "exif/tag_record.h"
 #include "makernote_directory.h"
-#include "platform/platform.h"
+#include "platform/input.h"
 
 namespace makernotes {
 
 // Casio, headerless: the directory at the note's first byte.
-void DecodeCasioMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                          uint32_t* rowCount, int bigEndian);
+void DecodeCasioMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                          uint32_t* rowCount);
 // Casio, after the 6-byte "QVC" header.
-void DecodeCasioQvcMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                             uint32_t* rowCount, int bigEndian);
+void DecodeCasioQvcMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                             uint32_t* rowCount);
 // Sony, after the 12-byte "SONY DSC" header or at the note's start.
-void DecodeSonyMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                         uint32_t* rowCount, int bigEndian);
+void DecodeSonyMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                         uint32_t* rowCount);
 // Panasonic, after the 12-byte "Panasonic" header.
-void DecodePanasonicMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                              uint32_t* rowCount, int bigEndian);
-// Nikon's older form: the file at note + 5; skips the rest of its 8-byte header.
-void DecodeNikonType1MakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                               uint32_t* rowCount, int bigEndian);
+void DecodePanasonicMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                              uint32_t* rowCount);
+// Nikon's older form: the cursor at note + 5; skips the rest of its 8-byte header.
+void DecodeNikonType1MakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                               uint32_t* rowCount);
 // Nikon's main form: at the directory of the embedded TIFF header (offset
 // base = that header), or at the start of a note without header.
-void DecodeNikonMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                          uint32_t* rowCount, int bigEndian);
-// Pentax and Ricoh: the file at note + 6; reads the 6-byte "AOC" or 8-byte
+void DecodeNikonMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                          uint32_t* rowCount);
+// Pentax and Ricoh: the cursor at note + 6; reads the 6-byte "AOC" or 8-byte
 // "PENTAX" header form itself.
-void DecodePentaxMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                           uint32_t* rowCount, int bigEndian);
+void DecodePentaxMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                           uint32_t* rowCount);
 // Canon: the directory at the note's first byte.
-void DecodeCanonMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                          uint32_t* rowCount, int bigEndian);
-// Olympus and OM System: the file at note + 5; reads the rest of the 8-, 12-
+void DecodeCanonMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                          uint32_t* rowCount);
+// Olympus and OM System: the cursor at note + 5; reads the rest of the 8-, 12-
 // or 16-byte header itself.
-void DecodeOlympusMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                            uint32_t* rowCount, int bigEndian);
-// Fujifilm: the file at note + 5, offset base = the note's start; the
-// directory is little-endian whatever bigEndian says (which values follow).
-void DecodeFujifilmMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                             uint32_t* rowCount, int bigEndian);
+void DecodeOlympusMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                            uint32_t* rowCount);
+// Fujifilm: the cursor at note + 5, offset base = the note's start; the
+// directory is little-endian whatever the cursor's order (which values follow).
+void DecodeFujifilmMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                             uint32_t* rowCount);
 // Minolta: the directory at the note's first byte.
-void DecodeMinoltaMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                            uint32_t* rowCount, int bigEndian);
+void DecodeMinoltaMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                            uint32_t* rowCount);
 
 // Each maker's tags, for the checks on the tables themselves.
 const MakerTable& CasioTags();

@@ -90,11 +90,6 @@ const char* EnumerationText(const Enumeration& e, int64_t value) {
     return nullptr;
 }
 
-platform::Cursor DirectoryAtFilePosition(platform::File& file, int bigEndian) {
-    const platform::Cursor input(file, platform::OrderOf(bigEndian));
-    return input.ChildAt(static_cast<uint64_t>(file.Tell()), input.end());
-}
-
 int32_t RevisitDirectoryCount(platform::Cursor& in, uint32_t rowsBefore) {
     const uint32_t entryCount = in.U16();
     if (!in.ok()) return -1;

@@ -149,10 +149,6 @@ constexpr MakerTable Table(const MakerTag (&tags)[N], ValueRule rule, bool stopA
 // A maker whose tags are not named yet: its entries are read and dropped.
 constexpr MakerTable NoTags(ValueRule rule) { return {nullptr, 0, rule, false}; }
 
-// A decoder's directory: from the file position the dispatch chose to the
-// end of the input, in the byte order it was given.
-platform::Cursor DirectoryAtFilePosition(platform::File& file, int bigEndian);
-
 // The shared entry loop, from `in` (at the entry count; count and entries in
 // its byte order): reads the entry count (a short read keeps the byte it
 // got); returns at once when *rowCount + count reaches kMakerNoteRowLimit;

@@ -72,19 +72,18 @@ const exif::MakerNoteRules& StandardMakerNoteRules() {
     return kStandard;
 }
 
-bool CheckNikonEmbeddedTiffHeader(platform::File& file, int* bigEndian) {
-    const int64_t start = file.Tell();
+bool CheckNikonEmbeddedTiffHeader(platform::Cursor& at) {
     uint8_t bytes[sizeof kNikonHeaders[0].bytes] = {};
-    platform::Cursor in = DirectoryAtFilePosition(file, /*bigEndian=*/0);
+    platform::Cursor in = at;
     if (in.Bytes(bytes, sizeof bytes)) {
         for (const NikonHeader& header : kNikonHeaders) {
             if (std::memcmp(bytes, header.bytes, sizeof bytes) == 0) {
-                if (bigEndian) *bigEndian = header.bigEndian;
-                return file.Seek(static_cast<int64_t>(in.position()));
+                at = in.ChildAt(in.position(), in.end());
+                at.SetOrder(platform::OrderOf(header.bigEndian));
+                return true;
             }
         }
     }
-    file.Seek(start);
     return false;
 }
 

@@ -490,9 +490,8 @@ constexpr ArrayTags kMinoltaArrays = Arrays(kArrayTags);
 
 const MakerTable& MinoltaTags() { return kMinolta; }
 
-void DecodeMinoltaMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                            uint32_t* rowCount, int bigEndian) {
-    const platform::Cursor directory = DirectoryAtFilePosition(file, bigEndian);
+void DecodeMinoltaMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                            uint32_t* rowCount) {
     const uint32_t rowsBefore = *rowCount;
     platform::Cursor in = directory;
     DecodeMakerDirectory(in, offsetBase, table, rowCount, kMinolta);

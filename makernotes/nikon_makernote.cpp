@@ -1039,16 +1039,15 @@ void DecodeNikonStructures(const platform::Cursor& directory, uint32_t offsetBas
 
 const MakerTable& NikonType1Tags() { return kNikonType1; }
 
-void DecodeNikonType1MakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                               uint32_t* rowCount, int bigEndian) {
-    platform::Cursor in = DirectoryAtFilePosition(file, bigEndian);
+void DecodeNikonType1MakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                               uint32_t* rowCount) {
+    platform::Cursor in = directory;
     in.Skip(kType1HeaderRest);
     DecodeMakerDirectory(in, offsetBase, table, rowCount, kNikonType1);
 }
 
-void DecodeNikonMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                          uint32_t* rowCount, int bigEndian) {
-    const platform::Cursor directory = DirectoryAtFilePosition(file, bigEndian);
+void DecodeNikonMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                          uint32_t* rowCount) {
     const uint32_t rowsBefore = *rowCount;
     const NikonFacts facts = FindFacts(directory, offsetBase, table, *rowCount);
     platform::Cursor in = directory;

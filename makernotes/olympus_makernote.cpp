@@ -941,9 +941,9 @@ static_assert(ValuesUnique(kMacroTexts) && ValuesUnique(kQualityFromZeroTexts) &
 
 }  // namespace
 
-void DecodeOlympusMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                            uint32_t* rowCount, int bigEndian) {
-    platform::Cursor in = DirectoryAtFilePosition(file, bigEndian);
+void DecodeOlympusMakerNote(const platform::Cursor& start, uint32_t offsetBase, exif::TagRecordTable& table,
+                            uint32_t* rowCount) {
+    platform::Cursor in = start;
     const int64_t noteStart = static_cast<int64_t>(in.begin()) - static_cast<int64_t>(kMakerNotePrefixSize);
     char form[kFormBytes + 1] = {};
     in.Some(form, kFormBytes);

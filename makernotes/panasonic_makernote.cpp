@@ -97,9 +97,9 @@ constexpr MakerTable kPanasonic = Table(kPanasonicTags, ValueRule::kLeadingShort
 
 const MakerTable& PanasonicTags() { return kPanasonic; }
 
-void DecodePanasonicMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                              uint32_t* rowCount, int bigEndian) {
-    platform::Cursor in = DirectoryAtFilePosition(file, bigEndian);
+void DecodePanasonicMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                              uint32_t* rowCount) {
+    platform::Cursor in = directory;
     DecodeMakerDirectory(in, offsetBase, table, rowCount, kPanasonic);
 }
 

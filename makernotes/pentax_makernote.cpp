@@ -1123,9 +1123,10 @@ const MakerTable& PentaxTags() { return kPentax; }
 //
 //   "AOC\0" mark(2) count(2) entries...        count at note + 6
 //   "PENTAX \0" mark(2) count(2) entries...    count at note + 10
-void DecodePentaxMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                           uint32_t* rowCount, int bigEndian) {
-    platform::Cursor head = DirectoryAtFilePosition(file, bigEndian);
+void DecodePentaxMakerNote(const platform::Cursor& start, uint32_t offsetBase, exif::TagRecordTable& table,
+                           uint32_t* rowCount) {
+    platform::Cursor head = start;
+    const int bigEndian = start.bigEndian();
     uint8_t words[4] = {};
     head.Some(words, sizeof words);
     // Without the mark the count is four bytes back from where the read

@@ -79,9 +79,9 @@ constexpr MakerTable kSony = Table(kSonyTags, ValueRule::kLeadingShort, /*stopAt
 
 const MakerTable& SonyTags() { return kSony; }
 
-void DecodeSonyMakerNote(platform::File& file, uint32_t offsetBase, exif::TagRecordTable& table,
-                         uint32_t* rowCount, int bigEndian) {
-    platform::Cursor in = DirectoryAtFilePosition(file, bigEndian);
+void DecodeSonyMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                         uint32_t* rowCount) {
+    platform::Cursor in = directory;
     DecodeMakerDirectory(in, offsetBase, table, rowCount, kSony);
 }
 

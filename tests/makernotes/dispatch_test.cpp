@@ -16,7 +16,7 @@ std::vector<std::string> gCalls;
 // The standard rules, each decoder replaced by a recorder under its name.
 // "<decoder> +<position from the note's start> base <offset base> <LE|BE>"
 template <int I>
-void Record(platform::File& file, uint32_t base, exif::TagRecordTable&, uint32_t*, int bigEndian);
+void Record(const platform::Cursor& at, uint32_t base, exif::TagRecordTable&, uint32_t*);
 
 const struct {
     exif::MakerNoteDecoder real, recorder;
@@ -36,9 +36,10 @@ const struct {
 };
 
 template <int I>
-void Record(platform::File& file, uint32_t base, exif::TagRecordTable&, uint32_t*, int bigEndian) {
-    gCalls.push_back(std::string(kRecorders[I].name) + " +" + std::to_string(file.Tell() - fixture::kNoteOffset) +
-                     " base " + std::to_string(base) + (bigEndian ? " BE" : " LE"));
+void Record(const platform::Cursor& at, uint32_t base, exif::TagRecordTable&, uint32_t*) {
+    gCalls.push_back(std::string(kRecorders[I].name) + " +" +
+                     std::to_string(static_cast<int64_t>(at.position()) - fixture::kNoteOffset) + " base " +
+                     std::to_string(base) + (at.bigEndian() ? " BE" : " LE"));
 }
 
 const std::vector<exif::MakerNoteRule>& RecordingRules() {
