@@ -102,6 +102,7 @@ int ReadJpegComments(platform::File& input, char* out, size_t capacity) {
 
     // An empty comment segment is read like any other.
     jpeg::MarkerWalk walk(input, 2, jpeg::WalkRules{2, true});
+    const platform::Cursor whole(input, platform::ByteOrder::kBig);
     jpeg::Segment segment;
     int comments = 0;
     while (walk.Next(segment)) {
@@ -114,7 +115,7 @@ int ReadJpegComments(platform::File& input, char* out, size_t capacity) {
             walk.ResumeAt(segment.payload());  // read on from the segment's data
             continue;
         }
-        if (input.Seek(static_cast<int64_t>(segment.payload()))) input.Read(data.get(), segment.length - 2u);
+        whole.ChildAt(segment.payload(), segment.length - 2u).Some(data.get(), segment.length - 2u);
         AppendWithCrLf(data.get(), out, capacity, segment.length);
     }
     return 1;
@@ -214,11 +215,13 @@ std::unique_ptr<char[]> ReadPngTextChunks(platform::File& input, size_t* outLeng
     std::unique_ptr<uint8_t[]> data(new (std::nothrow) uint8_t[kPngTextTotalMax]);
     if (!data) return text;
     TextSink sink(text.get(), capacity);
+    const platform::Cursor whole(input, platform::ByteOrder::kBig);
     int written = 0;
     for (int i = 0; i < count; ++i) {
         if (!UsablePngChunk(chunks[i])) continue;
         if (lastChunkPos) *lastChunkPos = chunks[i].position;
-        const size_t n = input.Seek(chunks[i].position) ? input.Read(data.get(), chunks[i].length) : 0;
+        platform::Cursor chunk = whole.ChildAt(static_cast<uint64_t>(chunks[i].position), chunks[i].length);
+        const size_t n = chunk.Some(data.get(), chunks[i].length);
         AppendPngLine(data.get(), n, sink);
         if (usable >= 2 && ++written < usable) sink.Put("\r\n");
     }

@@ -98,7 +98,7 @@ void LocateComment(platform::File& input, uint32_t& oldOffset, uint32_t& oldLeng
     oldOffset = oldLength = 0;
     // A file that starts with a TIFF byte order has no comment segment.
     uint8_t start[2];
-    if (!input.Seek(0) || !input.ReadExact(start, 2)) return;
+    if (!platform::Cursor(input, platform::ByteOrder::kBig).Bytes(start, 2)) return;
     if ((start[0] == 'I' && start[1] == 'I') || (start[0] == 'M' && start[1] == 'M')) return;
     jpeg::MarkerWalk walk(input, 2, jpeg::WalkRules{3, true});
     jpeg::Segment segment;

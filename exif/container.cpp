@@ -476,8 +476,7 @@ uint32_t LocateJpegXlExif(platform::File& input) {
 uint32_t LocateTiffHeaderInFile(platform::File& file, ContainerPointers& pointers) {
     pointers = {};
     uint8_t head[kContainerHeadBytes] = {};
-    if (!file.Seek(0)) return 0;
-    const size_t n = file.Read(head, sizeof head);
+    const size_t n = WholeInput(file).Some(head, sizeof head);
 
     switch (IsoContainerOf(head, n)) {
     case IsoContainer::kHeif: {

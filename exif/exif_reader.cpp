@@ -347,9 +347,9 @@ bool FindJpegSegmentAt(platform::File& file, uint32_t& length, uint32_t& markerO
                        uint8_t firstTwo[2], uint32_t startOffset) {
     length = 0;
     markerOffset = 0;
-    if (!file.Seek(startOffset)) return false;
+    const platform::Cursor whole(file, platform::ByteOrder::kBig);
     uint8_t two[2] = {0, 0};
-    const size_t gotTwo = file.Read(two, sizeof two);
+    const size_t gotTwo = whole.ChildAt(startOffset, sizeof two).Some(two, sizeof two);
     if (firstTwo) {
         firstTwo[0] = two[0];
         firstTwo[1] = two[1];
@@ -381,7 +381,8 @@ std::unique_ptr<uint8_t[]> FindJpegSegment(std::u16string_view path, uint32_t& l
         length = markerOffset = 0;
         return nullptr;
     }
-    file->Read(copy.get(), length);
+    const platform::Cursor whole(*file, platform::ByteOrder::kBig);
+    whole.ChildAt(uint64_t{markerOffset} + 2, length).Some(copy.get(), length);
     return copy;
 }
 

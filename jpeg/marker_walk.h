@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "platform/input.h"
 #include "platform/platform.h"
 
 namespace jpeg {
@@ -50,7 +51,7 @@ public:
     // Walks from `start`: the offset behind the start-of-image marker
     // (2 for a whole file).
     MarkerWalk(platform::File& input, uint64_t start, WalkRules rules)
-        : input_(input), next_(start), rules_(rules) {}
+        : input_(input, platform::ByteOrder::kBig), next_(start), rules_(rules) {}
 
     // The next segment; false once the walk has ended.
     bool Next(Segment& segment);
@@ -58,7 +59,7 @@ public:
     void ResumeAt(uint64_t position) { next_ = position; }
 
 private:
-    platform::File& input_;
+    platform::Cursor input_;
     uint64_t next_;
     WalkRules rules_;
     bool ended_ = false;
