@@ -46,6 +46,46 @@ private:
     FILE* f_;
 };
 
+// A file opened for reading: the descriptor itself, read at a position of
+// our own, so that a seek costs no system call and a read one. The size is
+// the one found when the file was opened.
+class PosixReadFile final : public File {
+public:
+    PosixReadFile(int fd, int64_t size) : fd_(fd), size_(size) {}
+    ~PosixReadFile() override { close(fd_); }
+    bool Seek(int64_t offset, SeekFrom from) override {
+        const int64_t origin = from == SeekFrom::kBegin ? 0 : from == SeekFrom::kCurrent ? position_ : size_;
+        // A negative position fails, as it does for a C stream.
+        if (offset < 0 ? offset < -origin : offset > INT64_MAX - origin) return false;
+        position_ = origin + offset;
+        return true;
+    }
+    int64_t Tell() override { return position_; }
+    int64_t Size() override { return size_; }
+    size_t Read(void* buffer, size_t n) override {
+        auto* out = static_cast<char*>(buffer);
+        size_t total = 0;
+        while (total < n) {
+            const ssize_t got = pread(fd_, out + total, n - total, static_cast<off_t>(position_));
+            if (got < 0 && errno == EINTR) continue;
+            if (got <= 0) break;
+            total += static_cast<size_t>(got);
+            position_ += got;
+            // A regular file reads short only at its end: no second call to learn it.
+            if (position_ >= size_) break;
+        }
+        return total;
+    }
+    size_t Write(const void*, size_t) override { return 0; }
+    bool Flush() override { return true; }
+    bool Sync() override { return fsync(fd_) == 0; }
+
+private:
+    int fd_;
+    int64_t size_;
+    int64_t position_ = 0;
+};
+
 // Windows FILETIME ticks <-> timespec.
 constexpr uint64_t kEpochDelta = 116444736000000000ULL;  // 1601 -> 1970 in 100 ns
 uint64_t ToTicks(const struct timespec& ts) {
@@ -91,9 +131,19 @@ std::unique_ptr<File> OpenFile(std::u16string_view path, FileMode mode) {
         }
         return std::make_unique<PosixFile>(f);
     }
-    const char* m = mode == FileMode::kRead ? "rb" : mode == FileMode::kWrite ? "wb" : "r+b";
+    if (mode == FileMode::kRead) {
+        const int fd = open(narrow.c_str(), O_RDONLY | O_CLOEXEC);
+        if (fd < 0) return nullptr;
+        struct stat st {};
+        if (fstat(fd, &st) != 0 || S_ISDIR(st.st_mode)) {
+            close(fd);
+            return nullptr;
+        }
+        return std::make_unique<PosixReadFile>(fd, static_cast<int64_t>(st.st_size));
+    }
+    const char* m = mode == FileMode::kWrite ? "wb" : "r+b";
     struct stat st {};
-    if (mode != FileMode::kWrite && (stat(narrow.c_str(), &st) != 0 || S_ISDIR(st.st_mode)))
+    if (mode == FileMode::kReadWrite && (stat(narrow.c_str(), &st) != 0 || S_ISDIR(st.st_mode)))
         return nullptr;
     FILE* f = std::fopen(narrow.c_str(), m);
     if (!f) return nullptr;
