@@ -6,26 +6,20 @@
 #include "iptc_limits.h"
 #include "platform/platform.h"
 #include "jpeg/file_rewrite.h"
+#include "photoshop_blocks.h"
 #include "platform/text.h"
 
 namespace iptc {
 namespace {
 
 constexpr char16_t kDefaultError[] = u"Can' write IPTC data.";
-constexpr char16_t kReadOnlyError[] = u"Can't write IPTC data!\n\nThe file: '%s' is read only.";
-constexpr char16_t kIsTempError[] =
-    u"Can't write IPTC data!\n\nThe file: '%s' is the plug-in's own temporary file. Rename it or copy it "
-    u"to another folder, then write to the copy.";
-constexpr char16_t kOpenError[] = u"Can't open file: %s";
-constexpr char16_t kTempError[] = u"Can't open file for writing: %s";
-constexpr char16_t kCopyError[] = u"Can't write to input file (read only)!";
-constexpr char16_t kMemoryError[] = u"Can't allocate memory";
 constexpr char16_t kTooLargeError[] =
     u"Can't write IPTC data!\n\nThe IPTC data is too large for a JPEG segment (more than 65535 bytes).";
-constexpr char16_t kChangedError[] =
-    u"Can't write IPTC data!\n\nThe file: '%s' has changed since it was read.";
-constexpr char16_t kIncompleteError[] =
-    u"Can't write IPTC data!\n\nThe temporary file: '%s' could not be written in full.";
+
+const vv::RewriteMessages& Messages() {
+    static const vv::RewriteMessages messages = vv::DataWriterMessages(u"IPTC");
+    return messages;
+}
 
 // Fields written as one dataset each, in this order, after the record-1
 // datasets; then Supplemental Category (one per line), Priority, Keywords
@@ -40,9 +34,6 @@ constexpr int kLoneCrFields[] = {kCaption, kHeadline, kSpecialInstructions};
 
 constexpr uint8_t kPhotoshopHeader[] = "Photoshop 3.0";  // with its NUL: 14 bytes
 constexpr size_t kSegmentOverhead = 28;  // length field, header, "8BIM", id, name, size
-
-constexpr vv::RewriteMessages kMessages = {kReadOnlyError, kIsTempError, kOpenError, kChangedError, kTempError,
-                                           kIncompleteError, kCopyError,  kMemoryError};
 
 using vv::WithPath;
 
@@ -113,11 +104,33 @@ std::vector<uint8_t> BuildIptcBlock(const IptcData& data, uint32_t& length) {
     return block;
 }
 
+namespace {
+
+// The segments to drop and where the new one goes, as the file stands when
+// it is rewritten; false when it no longer has the block that was read.
+bool PlanReplacement(platform::File& file, uint32_t app13Offset, uint32_t app13Length,
+                     std::vector<jpeg::Segment>& remove, uint64_t& insertAt) {
+    const std::vector<PhotoshopBlock> blocks = FindPhotoshopBlocks(file);
+    const PhotoshopBlock* chosen = ChooseIptcBlock(blocks);
+    if (!chosen) return app13Length == 0;
+    if (chosen->segments.front().offset != app13Offset || chosen->joinedLength != app13Length) return false;
+    insertAt = app13Offset;
+    for (const PhotoshopBlock& block : blocks)
+        if (&block == chosen || block.holdsIptc) remove.insert(remove.end(), block.segments.begin(), block.segments.end());
+    return true;
+}
+
+}  // namespace
+
 int WriteIptcToJpeg(std::u16string_view fileName, uint32_t app13Offset, uint32_t app13Length,
                     const IptcData& data, std::u16string& errorText) {
     errorText = kDefaultError;
+    if (platform::KindOf(fileName) == platform::PathKind::kOther) {
+        errorText = WithPath(Messages().notAFile, fileName);
+        return 0;
+    }
     if (platform::IsReadOnly(fileName)) {
-        errorText = WithPath(kReadOnlyError, fileName);
+        errorText = WithPath(Messages().readOnly, fileName);
         return 0;
     }
     try {
@@ -140,10 +153,13 @@ int WriteIptcToJpeg(std::u16string_view fileName, uint32_t app13Offset, uint32_t
         platform::PutU16Be(segment, iim);
         segment.insert(segment.end(), block.begin() + 2, block.begin() + 2 + iim + (pad ? 1 : 0));
 
-        return vv::ReplaceJpegSegment(fileName, app13Offset, app13Length, segment, data.keepOrgDate != 0, -1,
-                                      kMessages, errorText);
+        const vv::SegmentPlan plan = [&](platform::File& file, std::vector<jpeg::Segment>& remove,
+                                         uint64_t& insertAt) {
+            return PlanReplacement(file, app13Offset, app13Length, remove, insertAt);
+        };
+        return vv::ReplaceJpegSegments(fileName, plan, segment, data.keepOrgDate != 0, Messages(), errorText);
     } catch (const std::bad_alloc&) {
-        errorText = kMemoryError;
+        errorText = Messages().memory;
         return 0;
     }
 }

@@ -34,11 +34,15 @@ void AppendIptcDataset(std::vector<uint8_t>& buffer, int dataset, uint32_t& leng
 // IIM length + 2.
 std::vector<uint8_t> BuildIptcBlock(const IptcData& data, uint32_t& length);
 
-// Rewrites the file with the record's APP13 in place of the old one
-// (app13Offset/app13Length as LoadMetadataSegment found them; length 0: none,
-// the new segment goes right behind the start-of-image marker). Keeps the
-// file's times when the record's keepOrgDate is set. Returns 1, or 0 with
-// `errorText` set; on failure the file is unchanged.
+// Rewrites the file with the record's APP13 in place of the Photoshop block
+// that LoadMetadataSegment found at app13Offset with app13Length (length 0:
+// none; the new segment then goes right behind the start-of-image marker).
+// All segments of that block go, and so does any other Photoshop block that
+// holds IPTC datasets, so the file is left with one IPTC block; APP13
+// segments of other kinds and Photoshop blocks without IPTC stay as they
+// are. The block must still be where it was found. Keeps the file's times
+// when the record's keepOrgDate is set. Returns 1, or 0 with `errorText`
+// set; on failure the file is unchanged.
 int WriteIptcToJpeg(std::u16string_view fileName, uint32_t app13Offset, uint32_t app13Length,
                     const IptcData& data, std::u16string& errorText);
 

@@ -103,10 +103,34 @@ std::unique_ptr<File> OpenFile(std::u16string_view path, FileMode mode) {
                  : mode == FileMode::kReadWrite ? GENERIC_READ | GENERIC_WRITE : GENERIC_WRITE;
     DWORD disposition = mode == FileMode::kWrite ? CREATE_ALWAYS : mode == FileMode::kCreateNew ? CREATE_NEW
                       : OPEN_EXISTING;
-    HANDLE h = CreateFileW(W(path).c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                           disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    // A new file is shared for reading only, so no other program writes
+    // into it while it is built; CREATE_NEW fails on any existing name,
+    // links and other reparse points included.
+    DWORD share = mode == FileMode::kCreateNew ? FILE_SHARE_READ : FILE_SHARE_READ | FILE_SHARE_WRITE;
+    DWORD flags = FILE_ATTRIBUTE_NORMAL;
+    if (mode == FileMode::kCreateNew) flags |= FILE_FLAG_OPEN_REPARSE_POINT;
+    HANDLE h = CreateFileW(W(path).c_str(), access, share, nullptr, disposition, flags, nullptr);
     if (h == INVALID_HANDLE_VALUE) return nullptr;
+    // Devices and pipes ("CON", "\\.\pipe\...") are not files to read or rewrite.
+    if (GetFileType(h) != FILE_TYPE_DISK) {
+        CloseHandle(h);
+        return nullptr;
+    }
     return std::make_unique<Win32File>(h);
+}
+
+PathKind KindOf(std::u16string_view path) {
+    const std::wstring p = W(path);
+    const DWORD attributes = GetFileAttributesW(p.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) return PathKind::kMissing;
+    if (attributes & FILE_ATTRIBUTE_DIRECTORY) return PathKind::kOther;
+    // Devices answer to attribute queries too; only a disk file is regular.
+    HANDLE h = CreateFileW(p.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                           OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (h == INVALID_HANDLE_VALUE) return PathKind::kRegularFile;  // locked, yet a file: opening will say more
+    const DWORD type = GetFileType(h);
+    CloseHandle(h);
+    return type == FILE_TYPE_DISK ? PathKind::kRegularFile : PathKind::kOther;
 }
 
 bool FileExists(std::u16string_view path) {

@@ -56,11 +56,15 @@ TEST_F(CommentWriter, SegmentTakesTheOldCommentsPlaceOrFollowsStartOfImage) {
     const Bytes scan = fixture::JpegBuilder().Segment(0xDA, {1, 1, 0, 0, 0x3F, 0})
                            .Raw({0xFF, 0x00, 0x00, 0x03, 0x77, 0xFF, 0xFE, 0x00, 0x04, 'a', 'b', 0xFF, 0xD9}).Build();
     EXPECT_EQ(Rewritten(Join({kSoi, scan}), "n"), Join({kSoi, Com("n\0"s), scan}));
-    // Further in, the tail count (file size - old length - 4) exceeds what
-    // follows the old segment by the head's length - 2: zeros come out.
+    // Further in, the rest of the file follows the new segment exactly: a
+    // trailer behind the image stays, and nothing is added behind it (a
+    // tail count of file size - old length - 4 wrote the head's length - 2
+    // zeros more on every write).
     const Bytes head = Join({kSoi, kApp0});
-    EXPECT_EQ(Rewritten(Join({head, Com("old"), kScan}), "replacement"),
-              Join({head, Com("replacement\0"s), kScan, Bytes(head.size() - 2, 0)}));
+    const Bytes trailer = fixture::ToBytes("\0\0trailer of another program");
+    const Bytes once = Rewritten(Join({head, Com("old"), kScan, trailer}), "replacement");
+    EXPECT_EQ(once, Join({head, Com("replacement\0"s), kScan, trailer}));
+    EXPECT_EQ(Rewritten(once, "replacement"), once);
 }
 
 TEST_F(CommentWriter, EveryRefusalLeavesTheFileByteForByte) {
