@@ -9,6 +9,7 @@
 #include <new>
 #include <random>
 
+#include "exif_file_pointers.h"
 #include "platform/input.h"
 #include "platform/platform.h"
 
@@ -21,6 +22,58 @@ constexpr size_t kCopyChunk = 64 * 1024;
 constexpr int kNameTries = 16;
 // Writers place their new segment after the two bytes of the start-of-image marker.
 constexpr uint64_t kAfterStartOfImage = 2;
+
+// Where byte `x` of the original lands in the new file; false when the
+// pieces leave it out.
+bool NewPosition(const std::vector<RewritePiece>& pieces, uint64_t size, uint64_t x, uint64_t& moved) {
+    uint64_t at = 0;
+    for (const RewritePiece& piece : pieces) {
+        if (piece.bytes) {
+            at += piece.byteCount;
+            continue;
+        }
+        const uint64_t length = piece.length >= 0 ? uint64_t(piece.length) : size > piece.offset ? size - piece.offset : 0;
+        if (x >= piece.offset && x - piece.offset < length) {
+            moved = at + (x - piece.offset);
+            return true;
+        }
+        at += length;
+    }
+    return false;
+}
+
+// Values of the EXIF block that count from the start of the file follow the
+// bytes they point at: each one whose target moves gets its new place,
+// written over its four bytes in the piece that copies them.
+void KeepFilePointers(platform::File& original, std::vector<RewritePiece>& pieces,
+                      std::vector<std::vector<uint8_t>>& patches) {
+    const uint64_t size = static_cast<uint64_t>(std::max<int64_t>(original.Size(), 0));
+    const std::vector<jpeg::FilePointer> pointers = jpeg::FindFilePointers(original);
+    patches.reserve(pointers.size());  // the pieces point into them
+    for (const jpeg::FilePointer& pointer : pointers) {
+        uint64_t target = 0, at = 0;
+        if (!NewPosition(pieces, size, pointer.target, target) || target == pointer.target || target > UINT32_MAX ||
+            !NewPosition(pieces, size, pointer.at, at))
+            continue;
+        std::vector<uint8_t>& value = patches.emplace_back(4);
+        for (int i = 0; i < 4; ++i)
+            value[size_t(i)] = static_cast<uint8_t>(target >> (pointer.bigEndian ? 24 - 8 * i : 8 * i));
+        for (size_t i = 0; i < pieces.size(); ++i) {
+            const RewritePiece piece = pieces[i];
+            const uint64_t length = piece.length >= 0 ? uint64_t(piece.length) : size - piece.offset;
+            if (piece.bytes || pointer.at < piece.offset || pointer.at - piece.offset >= length) continue;
+            if (length - (pointer.at - piece.offset) < 4) break;  // the value spans two pieces: left as it is
+            const uint64_t behind = pointer.at + 4;
+            std::vector<RewritePiece> split = {
+                RewritePiece::Original(piece.offset, int64_t(pointer.at - piece.offset)),
+                RewritePiece::New(value.data(), value.size()),
+                RewritePiece::Original(behind, piece.length >= 0 ? int64_t(length - (behind - piece.offset)) : -1)};
+            pieces.erase(pieces.begin() + long(i));
+            pieces.insert(pieces.begin() + long(i), split.begin(), split.end());
+            break;
+        }
+    }
+}
 
 std::function<void()>& Hook() {
     static std::function<void()> hook;
@@ -282,16 +335,18 @@ RewriteMessages DataWriterMessages(std::u16string_view data) {
     return m;
 }
 
-int ReplaceJpegSegments(std::u16string_view path, const SegmentPlan& plan, const std::vector<uint8_t>& segment,
-                        bool keepDate, const RewriteMessages& messages, std::u16string& errorText) {
+int ReplaceJpegSegments(std::u16string_view path, const SegmentPlan& plan, bool keepDate,
+                        const RewriteMessages& messages, std::u16string& errorText) {
     FileRewrite rewrite;
     rewrite.path = path;
     rewrite.keepDate = keepDate;
     rewrite.signature = {0xFF, 0xD8};
+    std::vector<std::vector<uint8_t>> patches;
+    std::vector<uint8_t> segment;
     rewrite.plan = [&](platform::File& original, std::vector<RewritePiece>& pieces) {
         std::vector<jpeg::Segment> remove;
         uint64_t insertAt = kAfterStartOfImage;
-        if (!plan(original, remove, insertAt)) return false;
+        if (!plan(original, segment, remove, insertAt)) return false;
         uint64_t copied = 0;  // the original up to here is in the pieces
         bool inserted = false;
         auto keepUpTo = [&](uint64_t end) {
@@ -317,6 +372,7 @@ int ReplaceJpegSegments(std::u16string_view path, const SegmentPlan& plan, const
         }
         if (!inserted) insert();
         pieces.push_back(RewritePiece::Original(copied, -1));
+        KeepFilePointers(original, pieces, patches);
         return true;
     };
 
@@ -344,18 +400,19 @@ int ReplaceJpegSegment(std::u16string_view path, uint32_t oldOffset, uint32_t ol
         errorText = WithPath(messages.changed, path);
         return 0;
     }
-    const uint8_t marker = segment.size() >= 2 ? segment[1] : 0;
-    const SegmentPlan plan = [&](platform::File&, std::vector<jpeg::Segment>& remove, uint64_t& insertAt) {
+    const SegmentPlan plan = [&](platform::File&, std::vector<uint8_t>& planned, std::vector<jpeg::Segment>& remove,
+                                 uint64_t& insertAt) {
+        planned = segment;
         if (oldLength == 0) return true;  // right after the start-of-image marker
         jpeg::Segment old;
-        old.marker = marker;
+        old.marker = segment.size() >= 2 ? segment[1] : 0;
         old.offset = oldOffset;
         old.length = static_cast<uint16_t>(oldLength);
         remove.push_back(old);
         insertAt = oldOffset;
         return true;
     };
-    return ReplaceJpegSegments(path, plan, segment, keepDate, messages, errorText);
+    return ReplaceJpegSegments(path, plan, keepDate, messages, errorText);
 }
 
 }  // namespace vv

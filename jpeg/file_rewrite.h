@@ -101,22 +101,24 @@ struct RewriteMessages {
 // words "Can't write <data> data!".
 RewriteMessages DataWriterMessages(std::u16string_view data);
 
-// Which segments of a JPEG go and where the new one goes, decided on the
-// original as the rewrite opened it: fills `remove` (in file order, none
-// overlapping) and `insertAt` (the offset of the first removed segment, or 2:
-// right after the start-of-image marker); false when the original is not the
-// file that was measured.
-using SegmentPlan =
-    std::function<bool(platform::File& original, std::vector<jpeg::Segment>& remove, uint64_t& insertAt)>;
+// The new segment of a JPEG, which segments go and where the new one goes,
+// decided on the original as the rewrite opened it: fills `segment`
+// (marker, length and payload), `remove` (in file order, none overlapping)
+// and `insertAt` (the offset of the first removed segment, or 2: right after
+// the start-of-image marker, where it stands when the plan leaves it);
+// false when the original is not the file that was measured.
+using SegmentPlan = std::function<bool(platform::File& original, std::vector<uint8_t>& segment,
+                                       std::vector<jpeg::Segment>& remove, uint64_t& insertAt)>;
 
-// Puts `segment` (marker, length and payload) into a JPEG where the plan says
-// and leaves out the segments it names; every other byte of the file, to its
-// end, stays as it was. Each removed segment's marker and length must stand
-// where the plan measured them. An empty file and one that does not start
-// with the start-of-image marker are refused. Returns 1, or 0 with the
+// Puts the planned segment into a JPEG and leaves out the segments the plan
+// names; every other byte of the file, to its end, stays as it was, except
+// that the file offsets the EXIF block keeps (exif_file_pointers.h) follow
+// the bytes they point at. Each removed segment's marker and length must
+// stand where the plan measured them. An empty file and one that does not
+// start with the start-of-image marker are refused. Returns 1, or 0 with the
 // matching message in errorText.
-int ReplaceJpegSegments(std::u16string_view path, const SegmentPlan& plan, const std::vector<uint8_t>& segment,
-                        bool keepDate, const RewriteMessages& messages, std::u16string& errorText);
+int ReplaceJpegSegments(std::u16string_view path, const SegmentPlan& plan, bool keepDate,
+                        const RewriteMessages& messages, std::u16string& errorText);
 // The same for one segment, measured before: the one whose length field
 // holds oldLength at oldOffset (it must still be there), or none (right after
 // the start-of-image marker) when oldLength is 0.

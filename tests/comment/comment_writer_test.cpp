@@ -9,6 +9,7 @@
 #include "comment/comment_reader.h"
 #include "comment/comment_writer.h"
 #include "fixture/container_fixture.h"
+#include "fixture/makernote_fixture.h"
 #include "platform/platform.h"
 
 namespace {
@@ -65,6 +66,35 @@ TEST_F(CommentWriter, SegmentTakesTheOldCommentsPlaceOrFollowsStartOfImage) {
     const Bytes once = Rewritten(Join({head, Com("old"), kScan, trailer}), "replacement");
     EXPECT_EQ(once, Join({head, Com("replacement\0"s), kScan, trailer}));
     EXPECT_EQ(Rewritten(once, "replacement"), once);
+}
+
+// A Canon note keeps the place of its original-decision data as a file
+// offset (tag 0x0083). A segment put before it moves the data, and the
+// offset moves with it, in either byte order; nothing else changes.
+TEST_F(CommentWriter, TheFileOffsetOfCanonsDecisionDataFollowsItsData) {
+    for (const auto order : {fixture::ByteOrder::kLittle, fixture::ByteOrder::kBig}) {
+        const Bytes decisionData = fixture::ToBytes("ODD: verification data");
+        const auto build = [&](uint32_t offset) {
+            fixture::TiffBuilder tiff(order);
+            tiff.Ascii(0, 0x010F, "Canon");
+            const int exifIfd = tiff.AddIfd();
+            tiff.Pointer(0, 0x8769, exifIfd);
+            const uint32_t noteAt = tiff.BlobOffset(0);
+            tiff.Blob(exifIfd, 0x927C, fixture::MakerNoteBuilder(order).Long(0x0083, offset).Build(noteAt));
+            tiff.Blob(exifIfd, 0xC000, decisionData);
+            return Join({kSoi, fixture::JpegBuilder().App1Exif(tiff.Build()).Build(), kScan});
+        };
+        const uint32_t dataAt = 2 + 4 + 6 + [&] {
+            fixture::TiffBuilder probe(order);
+            probe.Blob(0, 1, Bytes(fixture::MakerNoteBuilder(order).Long(0x0083, 0).Build(0).size()));
+            return probe.BlobOffset(1);
+        }();
+        const Bytes original = build(dataAt);
+        ASSERT_EQ(Bytes(original.begin() + dataAt, original.begin() + dataAt + long(decisionData.size())), decisionData);
+        const Bytes comment = Com(std::string("moved\0", 6));
+        const Bytes moved = build(dataAt + uint32_t(comment.size()));
+        EXPECT_EQ(Rewritten(original, "moved"), Join({kSoi, comment, Bytes(moved.begin() + 2, moved.end())}));
+    }
 }
 
 TEST_F(CommentWriter, EveryRefusalLeavesTheFileByteForByte) {
