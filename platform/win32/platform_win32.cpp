@@ -119,18 +119,30 @@ std::unique_ptr<File> OpenFile(std::u16string_view path, FileMode mode) {
     return std::make_unique<Win32File>(h);
 }
 
+// Whether a path names one of the devices every folder has ("NUL",
+// "CON.txt", "COM1"...) or lies in the device namespace ("\\.\pipe\x").
+static bool IsDevicePath(std::u16string_view path) {
+    if (path.rfind(u"\\\\.\\", 0) == 0) return true;
+    const size_t slash = path.find_last_of(u"\\/:");
+    std::u16string name(path.substr(slash == std::u16string_view::npos ? 0 : slash + 1));
+    name = name.substr(0, name.find(u'.'));
+    while (!name.empty() && (name.back() == u' ')) name.pop_back();
+    for (char16_t& c : name) c = c >= u'a' && c <= u'z' ? char16_t(c - u'a' + u'A') : c;
+    static constexpr const char16_t* kDevices[] = {u"CON", u"PRN", u"AUX", u"NUL", u"CONIN$", u"CONOUT$"};
+    for (const char16_t* device : kDevices)
+        if (name == device) return true;
+    return name.size() == 4 && (name.rfind(u"COM", 0) == 0 || name.rfind(u"LPT", 0) == 0) && name[3] >= u'0' &&
+           name[3] <= u'9';
+}
+
 PathKind KindOf(std::u16string_view path) {
-    const std::wstring p = W(path);
-    const DWORD attributes = GetFileAttributesW(p.c_str());
+    // Told from the name and the attributes alone: opening a file to ask
+    // would count as an access to it on some systems.
+    if (IsDevicePath(path)) return PathKind::kOther;
+    const DWORD attributes = GetFileAttributesW(W(path).c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) return PathKind::kMissing;
-    if (attributes & FILE_ATTRIBUTE_DIRECTORY) return PathKind::kOther;
-    // Devices answer to attribute queries too; only a disk file is regular.
-    HANDLE h = CreateFileW(p.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                           OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (h == INVALID_HANDLE_VALUE) return PathKind::kRegularFile;  // locked, yet a file: opening will say more
-    const DWORD type = GetFileType(h);
-    CloseHandle(h);
-    return type == FILE_TYPE_DISK ? PathKind::kRegularFile : PathKind::kOther;
+    if (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) return PathKind::kOther;
+    return PathKind::kRegularFile;
 }
 
 bool FileExists(std::u16string_view path) {
