@@ -16,25 +16,14 @@
 namespace comment {
 namespace {
 
-constexpr char16_t kReadOnlyError[] = u"Can't write Comment data!\n\nThe file: '%s' is read only.";
-constexpr char16_t kIsTempError[] =
-    u"Can't write Comment data!\n\nThe file: '%s' is the plug-in's own temporary file. Rename it or copy it "
-    u"to another folder, then write to the copy.";
-constexpr char16_t kOpenError[] = u"Can't open file: %s";
-constexpr char16_t kTempError[] = u"Can't open file for writing: %s";
-constexpr char16_t kCopyError[] = u"Can't write to input file (read only)!";
-constexpr char16_t kMemoryError[] = u"Can't allocate memory";
-constexpr char16_t kNotJpegError[] = u"Can't write Comment data!\n\nThe file: '%s' is not a JPEG file.";
 constexpr char16_t kTooLongError[] =
     u"Can't write Comment data!\n\nThe comment is too long for a JPEG segment (more than 65532 bytes).";
-constexpr char16_t kChangedError[] =
-    u"Can't write Comment data!\n\nThe file: '%s' has changed since it was read.";
-constexpr char16_t kIncompleteError[] =
-    u"Can't write Comment data!\n\nThe temporary file: '%s' could not be written in full.";
 constexpr char16_t kPathTooLongError[] = u"Can't open file: %s\n\nThe path is too long.";
 
-constexpr vv::RewriteMessages kMessages = {kReadOnlyError, kIsTempError, kOpenError, kChangedError, kTempError,
-                                           kIncompleteError, kCopyError,  kMemoryError};
+const vv::RewriteMessages& Messages() {
+    static const vv::RewriteMessages messages = vv::DataWriterMessages(u"Comment");
+    return messages;
+}
 
 using vv::WithPath;
 
@@ -81,7 +70,7 @@ int WriteOne(std::u16string_view fileName, const CommentJob& job, int counter, b
         const std::string utf8 = CommentToUtf8(PrepareText(fileName, job, counter, append));
         result = WriteJpegComment(fileName, oldOffset, oldLength, utf8, job.settings.keepOrgDate, error);
     } catch (const std::bad_alloc&) {
-        error = kMemoryError;
+        error = Messages().memory;
     }
     if (!result && onError) onError(error);
     return result;
@@ -113,38 +102,25 @@ int WriteJpegComment(std::u16string_view fileName, uint32_t oldOffset, uint32_t 
                      std::string_view textUtf8, bool keepDate, std::u16string& errorText) {
     errorText.clear();
     if (textUtf8.empty() && oldLength == 0) return 1;
+    if (platform::KindOf(fileName) == platform::PathKind::kOther) {
+        errorText = WithPath(Messages().notAFile, fileName);
+        return 0;
+    }
     if (platform::IsReadOnly(fileName)) {
-        errorText = WithPath(kReadOnlyError, fileName);
+        errorText = WithPath(Messages().readOnly, fileName);
         return 0;
     }
     if (textUtf8.size() > kMaxSegmentText) {
         errorText = kTooLongError;
         return 0;
     }
-    int64_t size = -1;
-    {
-        auto file = platform::OpenFile(fileName, platform::FileMode::kRead);
-        uint8_t soi[2] = {};
-        if (!file || (size = file->Size()) < 0) {
-            errorText = WithPath(kOpenError, fileName);
-            return 0;
-        }
-        if (!file->ReadExact(soi, 2) || soi[0] != 0xFF || soi[1] != 0xD8) {
-            errorText = WithPath(kNotJpegError, fileName);
-            return 0;
-        }
-    }
-
     try {
-        const std::vector<uint8_t> segment = ComSegment(textUtf8);
-        // The tail keeps the writer's long-standing byte count, exact when the
-        // comment follows the start marker; where it reaches beyond the end it
-        // adds zeros behind the end-of-image marker, which decoders ignore.
-        const int64_t tail = oldLength != 0 ? std::max<int64_t>(size - int64_t{oldLength} - 4, 0) : -1;
-        return vv::ReplaceJpegSegment(fileName, oldOffset, oldLength, segment, keepDate, tail,
-                                      kMessages, errorText);
+        // The rest of the file follows the new segment as it stands, to its
+        // last byte: whatever lies behind the image stays too.
+        return vv::ReplaceJpegSegment(fileName, oldOffset, oldLength, ComSegment(textUtf8), keepDate, Messages(),
+                                      errorText);
     } catch (const std::bad_alloc&) {
-        errorText = kMemoryError;
+        errorText = Messages().memory;
     }
     return 0;
 }

@@ -28,14 +28,14 @@ namespace comment {
 void LocateComment(std::u16string_view fileName, uint32_t& oldOffset, uint32_t& oldLength);
 void LocateComment(platform::File& input, uint32_t& oldOffset, uint32_t& oldLength);
 
-// Rewrites the file (through the temporary "VantaviewTemp.jpg") with `text`
-// in a new COM segment in place of the one at oldOffset/oldLength (oldLength
-// 0: none). The tail copied behind the new segment is, with an old comment,
-// file size - oldLength - 4 bytes from behind it; bytes of that count beyond
-// the file's end are written as zeros. With keepDate the file keeps its three
+// Rewrites the file (through a temporary file, see jpeg/file_rewrite.h) with
+// `text` in a new COM segment in place of the one at oldOffset/oldLength
+// (oldLength 0: none); every byte behind the old segment follows the new one
+// unchanged, to the end of the file. With keepDate the file keeps its three
 // times. An empty text for a file without comment writes nothing.
 // Returns 1, or 0 with errorText set; then the original is unchanged. A text
-// too long for one segment is refused.
+// too long for one segment is refused, and so is a path that names no
+// regular file, an empty file and one that is not a JPEG.
 int WriteJpegComment(std::u16string_view fileName, uint32_t oldOffset, uint32_t oldLength,
                      std::string_view textUtf8, bool keepDate, std::u16string& errorText);
 

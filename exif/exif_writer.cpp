@@ -21,19 +21,25 @@ constexpr char16_t kEmptyError[] = u"Empty/bad EXIF data!";
 constexpr char16_t kRatingError[] = u"The rating must be a whole number from 0 to 5.";
 constexpr char16_t kTooLargeError[] = u"The EXIF data is too large for a JPEG segment.";
 
-// The rewrite's failures, worded for this writer; a source that no longer
-// starts like a JPEG cannot be read as one either.
-constexpr vv::RewriteMessages kMessages = {
-    u"ERROR: Can't write EXIF data. The file is read only.",
-    u"ERROR: Can't write EXIF data. The file is the plug-in's own temporary file. Rename it or copy it to "
-    u"another folder, then write to the copy.",
-    u"ERROR: Can't read file data.",
-    u"ERROR: Can't read file data.",
-    u"ERROR: Can't open file for writing: %s",
-    u"ERROR: Can't open file for writing: %s",
-    u"ERROR: Can't write to input file (read only)!",
-    u"ERROR: Can't allocate memory",
-};
+// The rewrite's failures, worded as this writer words its own.
+const vv::RewriteMessages& Messages() {
+    static const vv::RewriteMessages messages = [] {
+        const std::u16string head = u"ERROR: Can't write EXIF data. ";
+        vv::RewriteMessages m;
+        m.notAFile = head + u"The file is not a file but a folder, a device or a pipe.";
+        m.readOnly = head + kReadOnlyError;
+        m.open = u"ERROR: Can't read file data.";
+        m.empty = head + u"The file is empty.";
+        m.notJpeg = head + u"The file is not a JPEG file.";
+        m.changed = head + u"The file has changed since it was read.";
+        m.temp = u"ERROR: Can't open file for writing: %s";
+        m.incomplete = head + u"The temporary file: '%s' could not be written in full.";
+        m.copy = u"ERROR: Can't write to input file (read only)!";
+        m.memory = u"ERROR: Can't allocate memory";
+        return m;
+    }();
+    return messages;
+}
 
 constexpr uint32_t kIfd0Offset = 8;
 constexpr size_t kEntrySize = 12;
@@ -207,6 +213,10 @@ int WriteExifToJpeg(std::u16string_view path, const TagRecord* rows, uint32_t ro
                     std::u16string& errorText) {
     errorText = kErrorPrefix;
     try {
+        if (platform::KindOf(path) == platform::PathKind::kOther) {
+            errorText = Messages().notAFile;
+            return 0;
+        }
         if (platform::IsReadOnly(path)) {
             errorText += kReadOnlyError;
             return 0;
@@ -243,10 +253,9 @@ int WriteExifToJpeg(std::u16string_view path, const TagRecord* rows, uint32_t ro
         PutU16Le(segment, ifd0Entries);
         segment.insert(segment.end(), block.begin(), block.end());
         if (pad) segment.push_back(0);
-        return vv::ReplaceJpegSegment(path, 0, 0, segment, keepDate != 0, -1, kMessages, errorText);
+        return vv::ReplaceJpegSegment(path, 0, 0, segment, keepDate != 0, Messages(), errorText);
     } catch (const std::bad_alloc&) {
-        errorText = kErrorPrefix;
-        errorText += u"Can't allocate memory";
+        errorText = Messages().memory;
         return 0;
     }
 }

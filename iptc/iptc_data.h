@@ -14,7 +14,10 @@
 namespace iptc {
 
 constexpr size_t kFieldChars = 4096;        // every text field, terminator included
-constexpr size_t kPathChars = 520;          // path members; at most 260 characters are used
+constexpr size_t kPathChars = 520;          // path members, terminator included
+// The viewer's paths hold at most this many characters: a longer one was
+// cut somewhere and may name another file, so it is never written.
+constexpr size_t kViewerPathChars = 260;
 constexpr int kFieldCount = 34;             // the record-2 fields (Object Name .. Caption Writer)
 
 struct IptcData {

@@ -25,6 +25,11 @@ constexpr uint32_t kTiffEntryLimit = 512;
 // header's width still reads zeros inside the allocation.
 constexpr size_t kSegmentSlack = 256;
 
+// APP13 segments of Photoshop resources looked at in one file (a resource
+// block of a few megabytes), and resources read in one run of them.
+constexpr size_t kPhotoshopSegmentLimit = 256;
+constexpr size_t kPhotoshopResourceLimit = 4096;
+
 // A written text's UTF-8 form is cut (at a character boundary) to this many
 // bytes, so a dataset never needs the extended-length form.
 constexpr size_t kWrittenTextBytes = 4096;

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <memory>
 
 #include "metadata_segment.h"
 #include "platform/platform.h"
@@ -151,16 +152,23 @@ int32_t ReadIptcDataset(const uint8_t* block, size_t position, size_t end, int& 
     return declared;
 }
 
-int ParseIptcBlock(const uint8_t* buffer, size_t length, IptcData& data, bool searchResource) {
+namespace {
+
+// Finds the datasets of record 2 and decides their character set, as the
+// reader does; then hands each dataset of the record-2 walk, in order, to
+// `each` (number, cleaned text, whether it is UTF-8). False when there is no
+// record 2.
+template <typename Each>
+bool WalkRecordTwo(const uint8_t* buffer, size_t length, IptcData& data, bool searchResource, Each each) {
     data.utf8 = 0;
-    if (!buffer || length < 2) return 0;
+    if (!buffer || length < 2) return false;
 
     size_t start = 0;
     if (searchResource) {
         static constexpr uint8_t kIptcResource[6] = {'8', 'B', 'I', 'M', 0x04, 0x04};
         size_t p = 0;
         while (p + 5 < length && std::memcmp(buffer + p, kIptcResource, 6) != 0) ++p;
-        if (p + 5 >= length) return 0;
+        if (p + 5 >= length) return false;
         start = p;
     }
 
@@ -174,21 +182,45 @@ int ParseIptcBlock(const uint8_t* buffer, size_t length, IptcData& data, bool se
             break;
         }
     }
-    if (record2 == length) return 0;
+    if (record2 == length) return false;
 
     if (data.codedCharacterSet[0] == 0 && !data.utf8) FindLateCharacterSet(buffer, length, record2, data);
 
     bool utf8 = data.utf8 != 0;
-    int count = 0;
     char text[kDatasetTextBytes];
     for (size_t position = record2;;) {
         int dataset = 0;
         const int32_t declared = ReadIptcDataset(buffer, position, length, dataset, text, false);
         if (declared < 0) break;
-        if (StoreDataset(data, dataset, text, utf8)) ++count;
+        each(dataset, text, utf8);
         position += kHeaderBytes + static_cast<size_t>(declared);
     }
+    return true;
+}
+
+}  // namespace
+
+int ParseIptcBlock(const uint8_t* buffer, size_t length, IptcData& data, bool searchResource) {
+    int count = 0;
+    WalkRecordTwo(buffer, length, data, searchResource, [&](int dataset, const char* text, bool& utf8) {
+        if (StoreDataset(data, dataset, text, utf8)) ++count;
+    });
     return count;
+}
+
+std::vector<IptcOccurrence> ListIptcDatasets(const uint8_t* buffer, size_t length, bool searchResource) {
+    std::vector<IptcOccurrence> list;
+    auto scratch = std::make_unique<IptcData>();
+    ClearIptcData(*scratch);
+    WalkRecordTwo(buffer, length, *scratch, searchResource, [&](int dataset, const char* text, bool& utf8) {
+        if (text[0] == 0) return;
+        if (dataset == 90 && IsUtf8Escape(text)) {
+            utf8 = true;
+            return;
+        }
+        list.push_back({dataset, utf8 ? platform::Utf8ToUtf16(text) : platform::AnsiToUtf16(text)});
+    });
+    return list;
 }
 
 int LoadIptcData(std::u16string_view fileName, IptcData& data) {

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "iptc_data.h"
 #include "platform/platform.h"
@@ -35,6 +36,15 @@ int32_t ReadIptcDataset(const uint8_t* block, size_t position, size_t end, int& 
 // number of non-empty record-2 datasets stored into a field (the record
 // version not counted); 0 when no record-2 dataset was found.
 int ParseIptcBlock(const uint8_t* buffer, size_t length, IptcData& data, bool searchResource);
+
+// Every non-empty record-2 dataset of such a block, in order, with its text
+// as ParseIptcBlock decodes and cleans it (the UTF-8 switch of a dataset 90
+// is applied, not listed).
+struct IptcOccurrence {
+    int dataset;
+    std::u16string text;
+};
+std::vector<IptcOccurrence> ListIptcDatasets(const uint8_t* buffer, size_t length, bool searchResource);
 
 // The load behind both exports: the APP13 (or TIFF IIM block) of the file,
 // else, for a JPEG, the fields its XMP packet fills. `data` must be cleared

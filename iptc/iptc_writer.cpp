@@ -6,26 +6,20 @@
 #include "iptc_limits.h"
 #include "platform/platform.h"
 #include "jpeg/file_rewrite.h"
+#include "photoshop_blocks.h"
 #include "platform/text.h"
 
 namespace iptc {
 namespace {
 
 constexpr char16_t kDefaultError[] = u"Can' write IPTC data.";
-constexpr char16_t kReadOnlyError[] = u"Can't write IPTC data!\n\nThe file: '%s' is read only.";
-constexpr char16_t kIsTempError[] =
-    u"Can't write IPTC data!\n\nThe file: '%s' is the plug-in's own temporary file. Rename it or copy it "
-    u"to another folder, then write to the copy.";
-constexpr char16_t kOpenError[] = u"Can't open file: %s";
-constexpr char16_t kTempError[] = u"Can't open file for writing: %s";
-constexpr char16_t kCopyError[] = u"Can't write to input file (read only)!";
-constexpr char16_t kMemoryError[] = u"Can't allocate memory";
 constexpr char16_t kTooLargeError[] =
     u"Can't write IPTC data!\n\nThe IPTC data is too large for a JPEG segment (more than 65535 bytes).";
-constexpr char16_t kChangedError[] =
-    u"Can't write IPTC data!\n\nThe file: '%s' has changed since it was read.";
-constexpr char16_t kIncompleteError[] =
-    u"Can't write IPTC data!\n\nThe temporary file: '%s' could not be written in full.";
+
+const vv::RewriteMessages& Messages() {
+    static const vv::RewriteMessages messages = vv::DataWriterMessages(u"IPTC");
+    return messages;
+}
 
 // Fields written as one dataset each, in this order, after the record-1
 // datasets; then Supplemental Category (one per line), Priority, Keywords
@@ -40,9 +34,6 @@ constexpr int kLoneCrFields[] = {kCaption, kHeadline, kSpecialInstructions};
 
 constexpr uint8_t kPhotoshopHeader[] = "Photoshop 3.0";  // with its NUL: 14 bytes
 constexpr size_t kSegmentOverhead = 28;  // length field, header, "8BIM", id, name, size
-
-constexpr vv::RewriteMessages kMessages = {kReadOnlyError, kIsTempError, kOpenError, kChangedError, kTempError,
-                                           kIncompleteError, kCopyError,  kMemoryError};
 
 using vv::WithPath;
 
@@ -84,7 +75,8 @@ void AppendIptcDataset(std::vector<uint8_t>& buffer, int dataset, uint32_t& leng
     length += 5 + static_cast<uint32_t>(utf8.size());
 }
 
-std::vector<uint8_t> BuildIptcBlock(const IptcData& data, uint32_t& length) {
+std::vector<uint8_t> BuildIptcBlock(const IptcData& data, uint32_t& length,
+                                    const std::vector<IptcOccurrence>& earlier) {
     std::vector<uint8_t> block = {0, 0};
     uint32_t iim = 0;
     // Record 1: the character set (ESC % G, UTF-8), then the model version 4.
@@ -93,18 +85,25 @@ std::vector<uint8_t> BuildIptcBlock(const IptcData& data, uint32_t& length) {
     block.insert(block.end(), std::begin(kRecordOne), std::end(kRecordOne));
     iim += sizeof kRecordOne;
 
-    auto text = [&](int dataset) { return FieldView(IptcField(data, dataset)); };
-    for (int dataset : kLeadingFields) {
+    // One field's dataset, behind the earlier occurrences it keeps.
+    auto single = [&](int dataset) {
         bool loneCr = false;
         for (int f : kLoneCrFields) loneCr |= f == dataset;
-        if (loneCr) AppendIptcDataset(block, dataset, iim, LoneCr(text(dataset)));
-        else AppendIptcDataset(block, dataset, iim, text(dataset));
-    }
+        auto append = [&](std::u16string_view text) {
+            if (loneCr) AppendIptcDataset(block, dataset, iim, LoneCr(text));
+            else AppendIptcDataset(block, dataset, iim, text);
+        };
+        for (const IptcOccurrence& occurrence : earlier)
+            if (occurrence.dataset == dataset) append(occurrence.text);
+        append(FieldView(IptcField(data, dataset)));
+    };
+    auto text = [&](int dataset) { return FieldView(IptcField(data, dataset)); };
+    for (int dataset : kLeadingFields) single(dataset);
     AppendLines(block, kSupplementalCategory, iim, text(kSupplementalCategory));
-    AppendIptcDataset(block, kPriority, iim, text(kPriority));
+    single(kPriority);
     AppendLines(block, kKeywords, iim, text(kKeywords));
-    AppendIptcDataset(block, kCopyright, iim, text(kCopyright));
-    AppendIptcDataset(block, kContact, iim, text(kContact));
+    single(kCopyright);
+    single(kContact);
 
     block[0] = static_cast<uint8_t>(iim >> 8);
     block[1] = static_cast<uint8_t>(iim);
@@ -113,37 +112,96 @@ std::vector<uint8_t> BuildIptcBlock(const IptcData& data, uint32_t& length) {
     return block;
 }
 
+std::vector<IptcOccurrence> KeptOccurrences(const uint8_t* oldBlock, size_t length, const IptcData& data) {
+    const std::vector<IptcOccurrence> all = ListIptcDatasets(oldBlock, length, true);
+    std::vector<IptcOccurrence> kept;
+    for (size_t i = 0; i < all.size(); ++i) {
+        const int dataset = all[i].dataset;
+        // The one field of a caption gathers every occurrence; keywords and
+        // supplemental categories are written a dataset per line.
+        if (dataset == kCaption || dataset == kKeywords || dataset == kSupplementalCategory) continue;
+        const char16_t* field = IptcField(data, dataset);
+        if (!field || dataset == kRecordVersion) continue;
+        size_t last = i;
+        for (size_t j = i + 1; j < all.size(); ++j)
+            if (all[j].dataset == dataset) last = j;
+        // Kept when it is not the last and the last still stands in the field.
+        if (last != i && FieldView(field) == all[last].text) kept.push_back(all[i]);
+    }
+    return kept;
+}
+
+namespace {
+
+std::vector<uint8_t> App13Segment(const std::vector<uint8_t>& block, uint32_t iim) {
+    const bool pad = (iim + kSegmentOverhead) % 2 != 0;
+    const uint32_t segmentLength = iim + static_cast<uint32_t>(kSegmentOverhead) + (pad ? 1 : 0);
+    std::vector<uint8_t> segment = {0xFF, 0xED};
+    platform::PutU16Be(segment, segmentLength);
+    segment.insert(segment.end(), std::begin(kPhotoshopHeader), std::end(kPhotoshopHeader));
+    segment.insert(segment.end(), {'8', 'B', 'I', 'M', 0x04, 0x04, 0x00, 0x00});
+    platform::PutU16Be(segment, 0);
+    platform::PutU16Be(segment, iim);
+    segment.insert(segment.end(), block.begin() + 2, block.begin() + 2 + iim + (pad ? 1 : 0));
+    return segment;
+}
+
+bool FitsASegment(uint32_t iim) { return iim <= kMaxSegmentLength - kSegmentOverhead - 1; }
+
+// The new segment, the segments to drop and where the new one goes, as the
+// file stands when it is rewritten; false when it no longer has the block
+// that was read.
+bool PlanReplacement(platform::File& file, uint32_t app13Offset, uint32_t app13Length, const IptcData& data,
+                     std::vector<uint8_t>& segment, std::vector<jpeg::Segment>& remove, uint64_t& insertAt) {
+    const std::vector<PhotoshopBlock> blocks = FindPhotoshopBlocks(file);
+    const PhotoshopBlock* chosen = ChooseIptcBlock(blocks);
+    if (!chosen && app13Length != 0) return false;
+    if (chosen && (chosen->segments.front().offset != app13Offset || chosen->joinedLength != app13Length))
+        return false;
+    std::vector<IptcOccurrence> earlier;
+    if (chosen && chosen->holdsIptc) {
+        const std::vector<uint8_t> old = ReadPhotoshopBlock(file, *chosen, kSegmentSlack);
+        earlier = KeptOccurrences(old.data(), chosen->joinedLength, data);
+    }
+    uint32_t blockLength = 0;
+    std::vector<uint8_t> block = BuildIptcBlock(data, blockLength, earlier);
+    if (!FitsASegment(blockLength - 2)) block = BuildIptcBlock(data, blockLength);  // the record alone fits
+    segment = App13Segment(block, blockLength - 2);
+    if (!chosen) return true;
+    insertAt = app13Offset;
+    for (const PhotoshopBlock& b : blocks)
+        if (&b == chosen || b.holdsIptc) remove.insert(remove.end(), b.segments.begin(), b.segments.end());
+    return true;
+}
+
+}  // namespace
+
 int WriteIptcToJpeg(std::u16string_view fileName, uint32_t app13Offset, uint32_t app13Length,
                     const IptcData& data, std::u16string& errorText) {
     errorText = kDefaultError;
+    if (platform::KindOf(fileName) == platform::PathKind::kOther) {
+        errorText = WithPath(Messages().notAFile, fileName);
+        return 0;
+    }
     if (platform::IsReadOnly(fileName)) {
-        errorText = WithPath(kReadOnlyError, fileName);
+        errorText = WithPath(Messages().readOnly, fileName);
         return 0;
     }
     try {
         uint32_t blockLength = 0;
-        const std::vector<uint8_t> block = BuildIptcBlock(data, blockLength);
+        BuildIptcBlock(data, blockLength);
         if (blockLength < 3 && app13Length == 0) return 1;
-        const uint32_t iim = blockLength - 2;
-        if (iim > kMaxSegmentLength - kSegmentOverhead - 1) {
+        if (!FitsASegment(blockLength - 2)) {
             errorText = kTooLargeError;
             return 0;
         }
-        const bool pad = (iim + kSegmentOverhead) % 2 != 0;
-        const uint32_t segmentLength = iim + static_cast<uint32_t>(kSegmentOverhead) + (pad ? 1 : 0);
-
-        std::vector<uint8_t> segment = {0xFF, 0xED};
-        platform::PutU16Be(segment, segmentLength);
-        segment.insert(segment.end(), std::begin(kPhotoshopHeader), std::end(kPhotoshopHeader));
-        segment.insert(segment.end(), {'8', 'B', 'I', 'M', 0x04, 0x04, 0x00, 0x00});
-        platform::PutU16Be(segment, 0);
-        platform::PutU16Be(segment, iim);
-        segment.insert(segment.end(), block.begin() + 2, block.begin() + 2 + iim + (pad ? 1 : 0));
-
-        return vv::ReplaceJpegSegment(fileName, app13Offset, app13Length, segment, data.keepOrgDate != 0, -1,
-                                      kMessages, errorText);
+        const vv::SegmentPlan plan = [&](platform::File& file, std::vector<uint8_t>& segment,
+                                         std::vector<jpeg::Segment>& remove, uint64_t& insertAt) {
+            return PlanReplacement(file, app13Offset, app13Length, data, segment, remove, insertAt);
+        };
+        return vv::ReplaceJpegSegments(fileName, plan, data.keepOrgDate != 0, Messages(), errorText);
     } catch (const std::bad_alloc&) {
-        errorText = kMemoryError;
+        errorText = Messages().memory;
         return 0;
     }
 }

@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "iptc_data.h"
+#include "iptc_reader.h"
 
 namespace iptc {
 
@@ -31,14 +32,27 @@ void AppendIptcDataset(std::vector<uint8_t>& buffer, int dataset, uint32_t& leng
 
 // The IIM datasets of the record: the result holds the low 16 bits of the
 // IIM length (big-endian), the datasets, and one zero byte; `length` is the
-// IIM length + 2.
-std::vector<uint8_t> BuildIptcBlock(const IptcData& data, uint32_t& length);
+// IIM length + 2. Each field written as one dataset comes behind the
+// `earlier` occurrences of its dataset number, in their order.
+std::vector<uint8_t> BuildIptcBlock(const IptcData& data, uint32_t& length,
+                                    const std::vector<IptcOccurrence>& earlier = {});
 
-// Rewrites the file with the record's APP13 in place of the old one
-// (app13Offset/app13Length as LoadMetadataSegment found them; length 0: none,
-// the new segment goes right behind the start-of-image marker). Keeps the
-// file's times when the record's keepOrgDate is set. Returns 1, or 0 with
-// `errorText` set; on failure the file is unchanged.
+// The occurrences of a dataset that the record keeps one field of (By-line,
+// Contact...) which a rewrite would lose: all but the last, of each dataset
+// that the old block (an APP13 buffer) holds several times and whose field
+// still holds what the reader made of the last. A field the user changed
+// replaces them all.
+std::vector<IptcOccurrence> KeptOccurrences(const uint8_t* oldBlock, size_t length, const IptcData& data);
+
+// Rewrites the file with the record's APP13 in place of the Photoshop block
+// that LoadMetadataSegment found at app13Offset with app13Length (length 0:
+// none; the new segment then goes right behind the start-of-image marker).
+// All segments of that block go, and so does any other Photoshop block that
+// holds IPTC datasets, so the file is left with one IPTC block; APP13
+// segments of other kinds and Photoshop blocks without IPTC stay as they
+// are. The block must still be where it was found. Keeps the file's times
+// when the record's keepOrgDate is set. Returns 1, or 0 with `errorText`
+// set; on failure the file is unchanged.
 int WriteIptcToJpeg(std::u16string_view fileName, uint32_t app13Offset, uint32_t app13Length,
                     const IptcData& data, std::u16string& errorText);
 

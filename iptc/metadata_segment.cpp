@@ -6,6 +6,7 @@
 #include "iptc_limits.h"
 #include "jpeg/marker_walk.h"
 #include "platform/platform.h"
+#include "photoshop_blocks.h"
 #include "platform/input.h"
 #include "tiff/entry.h"
 
@@ -87,6 +88,15 @@ std::vector<uint8_t> LoadMetadataSegment(platform::File& file, uint32_t& length,
         return ReadBlock(whole, iim, kTiffIptcBlockLength);
     }
 
+    if (marker == kApp13Marker) {
+        const std::vector<PhotoshopBlock> blocks = FindPhotoshopBlocks(file);
+        const PhotoshopBlock* block = ChooseIptcBlock(blocks);
+        if (!block || block->segments.front().offset > 0xFFFFFFFF) return {};
+        length = block->joinedLength;
+        offset = static_cast<uint32_t>(block->segments.front().offset);
+        if (sizeOnly) return {};
+        return ReadPhotoshopBlock(file, *block, kSegmentSlack);
+    }
     const int64_t position = FindJpegSegment(file, marker, xmpOnly);
     if (position < 0 || position > 0xFFFFFFFF) return {};
     platform::Cursor lengthField = whole.ChildAt(static_cast<uint64_t>(position) + 2, 2);

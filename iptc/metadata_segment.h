@@ -1,7 +1,7 @@
-// Fetching one metadata segment of an image file: the first APP13 (IPTC),
-// the first XMP or Exif APP1, or the first segment of any other marker (the
-// comment writer asks for COM, 0xFE) of a JPEG; or the IPTC-NAA block of a
-// TIFF's first directory.
+// Fetching one metadata segment of an image file: the Photoshop APP13 block
+// that holds the IPTC datasets, the first XMP or Exif APP1, or the first
+// segment of any other marker (the comment writer asks for COM, 0xFE) of a
+// JPEG; or the IPTC-NAA block of a TIFF's first directory.
 #pragma once
 
 #include <cstdint>
@@ -23,9 +23,12 @@ constexpr uint16_t kTiffIptcTag = 33723;
 // bytes included), `offset` the file offset of the segment's 0xFF byte, and
 // the result holds `length` bytes starting at the length field, followed by
 // zero bytes (kSegmentSlack of them; the tail is zero too when the file ends
-// early). APP1 is taken only when its payload starts with the XMP namespace
-// identifier (xmpOnly) or with "Exif"; any other marker takes the first
-// segment. The walk starts at offset 2 and gives up on the first byte pair
+// early). APP13 is the block of Photoshop resources that ChooseIptcBlock
+// picks (photoshop_blocks.h): APP13 segments of other kinds are passed over,
+// and a block continued over several segments comes as one, `length` then
+// being its joinedLength. APP1 is taken only when its payload starts with
+// the XMP namespace identifier (xmpOnly) or with "Exif"; any other marker
+// takes the first segment. The walk starts at offset 2 and gives up on the first byte pair
 // that is not a marker, a length below 3, or the end of the file.
 //
 // TIFF (the file starts "II" or "MM"): `isTiff` is set to 1; only the APP13

@@ -16,11 +16,16 @@ namespace platform {
 
 // ---------------------------------------------------------------- files
 
+// Only regular files are opened: a folder, a device or a pipe is refused at
+// once (never waited on). No mode writes through a symbolic link at the
+// path's last component.
 enum class FileMode {
     kRead,        // existing file, binary reading ("rb")
     kWrite,       // create or truncate, binary writing ("wb")
     kReadWrite,   // existing file, binary reading and writing ("r+b")
-    kCreateNew,   // a new file for binary writing; fails when the path exists
+    kCreateNew,   // a new file for binary writing, readable and writable by
+                  // its owner only, that no other program has open for
+                  // writing; fails when anything (a link too) has the name
 };
 
 enum class SeekFrom { kBegin, kCurrent, kEnd };
@@ -51,6 +56,11 @@ public:
 std::unique_ptr<File> OpenFile(std::u16string_view path, FileMode mode);
 
 bool FileExists(std::u16string_view path);
+
+// What a path names, links followed: nothing, a regular file, or something
+// else (a folder, a device, a pipe, a socket).
+enum class PathKind { kMissing, kRegularFile, kOther };
+PathKind KindOf(std::u16string_view path);
 bool RemoveFile(std::u16string_view path);
 
 // Puts the file `source` in the place of `target` in one step: afterwards

@@ -19,6 +19,7 @@ packages=(
   gcc-mingw-w64-x86-64-posix g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 mingw-w64-x86-64-dev
   libimage-exiftool-perl dpkg-dev ccache
   libexif-dev libexiv2-dev exiv2 pkg-config
+  zlib1g-dev libz-mingw-w64-dev
 )
 
 missing=()

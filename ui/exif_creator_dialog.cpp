@@ -140,7 +140,7 @@ void CreatorDialog::OnOk() {
     state->keepDate = IsDlgButtonChecked(window, IDC_CREATOR_KEEP_DATE) == BST_CHECKED;
     SaveKeepDate(*state);
     std::u16string error;
-    if (exif::WriteExifToJpeg(state->path, state->rows, exif::kCreatorRowCount, state->keepDate, error)) {
+    if (exif::WriteExifCreator(*state, error)) {
         EndDialog(window, IDOK);
         return;
     }

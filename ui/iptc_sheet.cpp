@@ -503,7 +503,9 @@ bool MakeNamesList(std::u16string_view fileNames) {
     if (!g_session.names) return false;
     while (!fileNames.empty()) {
         const size_t bar = fileNames.find(u'|');
-        const std::u16string name(Cut(fileNames.substr(0, bar), kMaxPathChars));
+        // Names are kept whole (a cut one would name another file); a name
+        // too long for the viewer is refused when written.
+        const std::u16string name(Cut(fileNames.substr(0, bar), iptc::kPathChars - 1));
         if (!name.empty()) SendMessageW(g_session.names, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
         if (bar == std::u16string_view::npos) break;
         fileNames.remove_prefix(bar + 1);
@@ -566,7 +568,7 @@ int ShowSheet(HINSTANCE instance, std::u16string_view fileNames, HWND parent, st
     s.darkMode = settingsPath.empty() ? 0 : platform::ReadSettingInt(settingsPath, u"Viewing", u"DarkMode", 0);
 
     const size_t bar = fileNames.find(u'|');
-    std::u16string current(Cut(fileNames.substr(0, bar), kMaxPathChars));
+    std::u16string current(Cut(fileNames.substr(0, bar), iptc::kPathChars - 1));
     if (bar != std::u16string_view::npos) {
         record.batchMode = ReadIptcBatchMode(settingsPath) == 1 ? 1 : 2;
         if (!MakeNamesList(fileNames)) {

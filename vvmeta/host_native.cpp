@@ -79,7 +79,7 @@ int CreateExif(const std::u16string& file, const std::u16string& settings,
         if (row >= 0 && static_cast<uint32_t>(row) < exif::kCreatorVisibleRows)
             exif::SetCreatorValue(state->rows[row], platform::Utf16ToUtf8(text));
     std::u16string message;
-    if (exif::WriteExifToJpeg(state->path, state->rows, exif::kCreatorRowCount, state->keepDate, message)) return 1;
+    if (exif::WriteExifCreator(*state, message)) return 1;
     error = platform::Utf16ToUtf8(message);
     return 0;
 }

@@ -120,39 +120,46 @@ std::string ReadWhole(const std::string& path) {
 std::unique_ptr<File> OpenFile(std::u16string_view path, FileMode mode) {
     std::string narrow = NarrowPath(path);
     if (narrow.empty()) return nullptr;
-    if (mode == FileMode::kCreateNew) {
-        const int fd = open(narrow.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (fd < 0) return nullptr;
-        FILE* f = fdopen(fd, "wb");
-        if (!f) {
-            close(fd);
-            unlink(narrow.c_str());
-            return nullptr;
-        }
-        return std::make_unique<PosixFile>(f);
+    // O_NONBLOCK: opening a pipe or a device must not wait for a peer; the
+    // flag is dropped again for the regular file that passes.
+    int flags = O_CLOEXEC | O_NONBLOCK;
+    switch (mode) {
+        case FileMode::kRead: flags |= O_RDONLY; break;
+        case FileMode::kReadWrite: flags |= O_RDWR; break;
+        case FileMode::kWrite: flags |= O_WRONLY | O_CREAT | O_NOFOLLOW; break;
+        case FileMode::kCreateNew: flags |= O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW; break;
     }
-    if (mode == FileMode::kRead) {
-        const int fd = open(narrow.c_str(), O_RDONLY | O_CLOEXEC);
-        if (fd < 0) return nullptr;
-        struct stat st {};
-        if (fstat(fd, &st) != 0 || S_ISDIR(st.st_mode)) {
-            close(fd);
-            return nullptr;
-        }
-        return std::make_unique<PosixReadFile>(fd, static_cast<int64_t>(st.st_size));
-    }
-    const char* m = mode == FileMode::kWrite ? "wb" : "r+b";
+    const int fd = open(narrow.c_str(), flags, mode == FileMode::kCreateNew ? 0600 : 0666);
+    if (fd < 0) return nullptr;
     struct stat st {};
-    if (mode == FileMode::kReadWrite && (stat(narrow.c_str(), &st) != 0 || S_ISDIR(st.st_mode)))
+    if (fstat(fd, &st) != 0 || !S_ISREG(st.st_mode) || fcntl(fd, F_SETFL, flags & O_ACCMODE) != 0) {
+        close(fd);
         return nullptr;
-    FILE* f = std::fopen(narrow.c_str(), m);
-    if (!f) return nullptr;
+    }
+    // Truncated only once it is known to be a regular file.
+    if (mode == FileMode::kWrite && ftruncate(fd, 0) != 0) {
+        close(fd);
+        return nullptr;
+    }
+    if (mode == FileMode::kRead) return std::make_unique<PosixReadFile>(fd, static_cast<int64_t>(st.st_size));
+    FILE* f = fdopen(fd, mode == FileMode::kReadWrite ? "r+b" : "wb");
+    if (!f) {
+        close(fd);
+        if (mode == FileMode::kCreateNew) unlink(narrow.c_str());
+        return nullptr;
+    }
     return std::make_unique<PosixFile>(f);
 }
 
 bool FileExists(std::u16string_view path) {
     struct stat st {};
     return stat(NarrowPath(path).c_str(), &st) == 0 && S_ISREG(st.st_mode);
+}
+
+PathKind KindOf(std::u16string_view path) {
+    struct stat st {};
+    if (stat(NarrowPath(path).c_str(), &st) != 0) return PathKind::kMissing;
+    return S_ISREG(st.st_mode) ? PathKind::kRegularFile : PathKind::kOther;
 }
 
 bool MoveFileOver(std::u16string_view source, std::u16string_view target) {

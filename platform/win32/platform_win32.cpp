@@ -103,10 +103,46 @@ std::unique_ptr<File> OpenFile(std::u16string_view path, FileMode mode) {
                  : mode == FileMode::kReadWrite ? GENERIC_READ | GENERIC_WRITE : GENERIC_WRITE;
     DWORD disposition = mode == FileMode::kWrite ? CREATE_ALWAYS : mode == FileMode::kCreateNew ? CREATE_NEW
                       : OPEN_EXISTING;
-    HANDLE h = CreateFileW(W(path).c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                           disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    // A new file is shared for reading only, so no other program writes
+    // into it while it is built; CREATE_NEW fails on any existing name,
+    // links and other reparse points included.
+    DWORD share = mode == FileMode::kCreateNew ? FILE_SHARE_READ : FILE_SHARE_READ | FILE_SHARE_WRITE;
+    DWORD flags = FILE_ATTRIBUTE_NORMAL;
+    if (mode == FileMode::kCreateNew) flags |= FILE_FLAG_OPEN_REPARSE_POINT;
+    HANDLE h = CreateFileW(W(path).c_str(), access, share, nullptr, disposition, flags, nullptr);
     if (h == INVALID_HANDLE_VALUE) return nullptr;
+    // Devices and pipes ("CON", "\\.\pipe\...") are not files to read or rewrite.
+    if (GetFileType(h) != FILE_TYPE_DISK) {
+        CloseHandle(h);
+        return nullptr;
+    }
     return std::make_unique<Win32File>(h);
+}
+
+// Whether a path names one of the devices every folder has ("NUL",
+// "CON.txt", "COM1"...) or lies in the device namespace ("\\.\pipe\x").
+static bool IsDevicePath(std::u16string_view path) {
+    if (path.rfind(u"\\\\.\\", 0) == 0) return true;
+    const size_t slash = path.find_last_of(u"\\/:");
+    std::u16string name(path.substr(slash == std::u16string_view::npos ? 0 : slash + 1));
+    name = name.substr(0, name.find(u'.'));
+    while (!name.empty() && (name.back() == u' ')) name.pop_back();
+    for (char16_t& c : name) c = c >= u'a' && c <= u'z' ? char16_t(c - u'a' + u'A') : c;
+    static constexpr const char16_t* kDevices[] = {u"CON", u"PRN", u"AUX", u"NUL", u"CONIN$", u"CONOUT$"};
+    for (const char16_t* device : kDevices)
+        if (name == device) return true;
+    return name.size() == 4 && (name.rfind(u"COM", 0) == 0 || name.rfind(u"LPT", 0) == 0) && name[3] >= u'0' &&
+           name[3] <= u'9';
+}
+
+PathKind KindOf(std::u16string_view path) {
+    // Told from the name and the attributes alone: opening a file to ask
+    // would count as an access to it on some systems.
+    if (IsDevicePath(path)) return PathKind::kOther;
+    const DWORD attributes = GetFileAttributesW(W(path).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) return PathKind::kMissing;
+    if (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) return PathKind::kOther;
+    return PathKind::kRegularFile;
 }
 
 bool FileExists(std::u16string_view path) {

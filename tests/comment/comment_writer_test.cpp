@@ -9,6 +9,7 @@
 #include "comment/comment_reader.h"
 #include "comment/comment_writer.h"
 #include "fixture/container_fixture.h"
+#include "fixture/makernote_fixture.h"
 #include "platform/platform.h"
 
 namespace {
@@ -56,11 +57,44 @@ TEST_F(CommentWriter, SegmentTakesTheOldCommentsPlaceOrFollowsStartOfImage) {
     const Bytes scan = fixture::JpegBuilder().Segment(0xDA, {1, 1, 0, 0, 0x3F, 0})
                            .Raw({0xFF, 0x00, 0x00, 0x03, 0x77, 0xFF, 0xFE, 0x00, 0x04, 'a', 'b', 0xFF, 0xD9}).Build();
     EXPECT_EQ(Rewritten(Join({kSoi, scan}), "n"), Join({kSoi, Com("n\0"s), scan}));
-    // Further in, the tail count (file size - old length - 4) exceeds what
-    // follows the old segment by the head's length - 2: zeros come out.
+    // Further in, the rest of the file follows the new segment exactly: a
+    // trailer behind the image stays, and nothing is added behind it (a
+    // tail count of file size - old length - 4 wrote the head's length - 2
+    // zeros more on every write).
     const Bytes head = Join({kSoi, kApp0});
-    EXPECT_EQ(Rewritten(Join({head, Com("old"), kScan}), "replacement"),
-              Join({head, Com("replacement\0"s), kScan, Bytes(head.size() - 2, 0)}));
+    const Bytes trailer = fixture::ToBytes("\0\0trailer of another program");
+    const Bytes once = Rewritten(Join({head, Com("old"), kScan, trailer}), "replacement");
+    EXPECT_EQ(once, Join({head, Com("replacement\0"s), kScan, trailer}));
+    EXPECT_EQ(Rewritten(once, "replacement"), once);
+}
+
+// A Canon note keeps the place of its original-decision data as a file
+// offset (tag 0x0083). A segment put before it moves the data, and the
+// offset moves with it, in either byte order; nothing else changes.
+TEST_F(CommentWriter, TheFileOffsetOfCanonsDecisionDataFollowsItsData) {
+    for (const auto order : {fixture::ByteOrder::kLittle, fixture::ByteOrder::kBig}) {
+        const Bytes decisionData = fixture::ToBytes("ODD: verification data");
+        const auto build = [&](uint32_t offset) {
+            fixture::TiffBuilder tiff(order);
+            tiff.Ascii(0, 0x010F, "Canon");
+            const int exifIfd = tiff.AddIfd();
+            tiff.Pointer(0, 0x8769, exifIfd);
+            const uint32_t noteAt = tiff.BlobOffset(0);
+            tiff.Blob(exifIfd, 0x927C, fixture::MakerNoteBuilder(order).Long(0x0083, offset).Build(noteAt));
+            tiff.Blob(exifIfd, 0xC000, decisionData);
+            return Join({kSoi, fixture::JpegBuilder().App1Exif(tiff.Build()).Build(), kScan});
+        };
+        const uint32_t dataAt = 2 + 4 + 6 + [&] {
+            fixture::TiffBuilder probe(order);
+            probe.Blob(0, 1, Bytes(fixture::MakerNoteBuilder(order).Long(0x0083, 0).Build(0).size()));
+            return probe.BlobOffset(1);
+        }();
+        const Bytes original = build(dataAt);
+        ASSERT_EQ(Bytes(original.begin() + dataAt, original.begin() + dataAt + long(decisionData.size())), decisionData);
+        const Bytes comment = Com(std::string("moved\0", 6));
+        const Bytes moved = build(dataAt + uint32_t(comment.size()));
+        EXPECT_EQ(Rewritten(original, "moved"), Join({kSoi, comment, Bytes(moved.begin() + 2, moved.end())}));
+    }
 }
 
 TEST_F(CommentWriter, EveryRefusalLeavesTheFileByteForByte) {

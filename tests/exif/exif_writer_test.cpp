@@ -150,12 +150,22 @@ TEST_F(ExifWriter, XmpOnlyFileGetsTheSegmentAheadOfIt) {
     EXPECT_EQ(std::string(out.begin() + 6, out.begin() + 10), "Exif");
 }
 
-TEST_F(ExifWriter, CreatorStateCutsPathsAndReadsTheKeepDateSetting) {
+// A path longer than the viewer's 260 characters is refused whole: cut, it
+// named another file, which was written instead when it existed.
+TEST_F(ExifWriter, CreatorRefusesAPathItsCutWouldChangeAndReadsTheKeepDateSetting) {
     const std::u16string ini = dir.Path("s.ini");
     platform::WriteSettingString(ini, u"EXIF", u"CreatorKeepOrgDate", u"0");
+    // A file whose path is exactly the first 260 characters of the one named.
+    const size_t folder = dir.Path("").size();
+    const std::u16string cutName = dir.Write(std::string(exif::kCreatorPathLimit - folder, 'n'), plain);
+    ASSERT_EQ(cutName.size(), exif::kCreatorPathLimit);
     exif::ExifCreatorState state;
-    exif::PrepareExifCreator(std::u16string(300, u'a'), ini, state);
-    EXPECT_EQ(state.path.size(), exif::kCreatorPathLimit);
+    exif::PrepareExifCreator(cutName + u".jpg", ini, state);
+    exif::SetCreatorValue(state.rows[1], "Maker");
+    std::u16string error;
+    EXPECT_EQ(exif::WriteExifCreator(state, error), 0);
+    EXPECT_EQ(error, u"ERROR: Can't write EXIF data. The path is longer than 260 characters.");
+    EXPECT_EQ(fixture::ReadAll(cutName), plain);
     EXPECT_EQ(state.keepDate, 0);
     exif::PrepareExifCreator(dir.Path("a.jpg"), dir.Path("none.ini"), state);
     EXPECT_EQ(state.keepDate, 1);

@@ -105,6 +105,33 @@ TEST_F(IptcWriter, InsertsRightAfterStartOfImageAndRoundTrips) {
     EXPECT_TRUE(std::equal(after.begin() + 2 + 2 + length, after.end(), kPlainJpeg.begin() + 2));
 }
 
+// A dataset the file holds several times, where the record keeps one field
+// (the last, as read): an edit of another field writes every occurrence back;
+// an edit of that field replaces them all.
+TEST_F(IptcWriter, KeepsEveryOccurrenceOfADatasetUnlessItsFieldWasEdited) {
+    const Bytes iim = IimBuilder().Dataset(2, 80, "Ann").Dataset(2, 5, "t").Dataset(2, 80, "Bo")
+                          .Dataset(2, 118, "c1").Dataset(2, 118, "c2").Build();
+    const auto path = dir.Write("two.jpg", JpegWithIptc(iim));
+    auto rewrite = [&](int dataset, std::u16string_view text) {
+        auto data = NewRecord();
+        ASSERT_EQ(LoadIptcData(path, *data), 1);
+        Set(*data, dataset, text);
+        ASSERT_EQ(WriteIptcToJpeg(path, data->app13Offset, data->app13Length, *data, error), 1);
+    };
+    auto datasets = [&] {
+        uint32_t length = 0, offset = 0;
+        const auto app13 = LoadMetadataSegment(path, length, offset, kApp13Marker, false, nullptr, false);
+        Iim list;
+        for (const auto& [record, dataset, value] : ListIim(app13.data() + 28, length - 28))
+            if (record == 2) list.emplace_back(record, dataset, value);
+        return list;
+    };
+    rewrite(kObjectName, u"new");
+    EXPECT_EQ(datasets(), (Iim{{2, 80, "Ann"}, {2, 80, "Bo"}, {2, 5, "new"}, {2, 118, "c1"}, {2, 118, "c2"}}));
+    rewrite(kByline, u"Cy");
+    EXPECT_EQ(datasets(), (Iim{{2, 80, "Cy"}, {2, 5, "new"}, {2, 118, "c1"}, {2, 118, "c2"}}));
+}
+
 TEST_F(IptcWriter, DropsTheOtherPhotoshopResourcesAndKeepsTheDate) {
     const Bytes old = JpegBuilder().Soi().Segment(0xE0, ToBytes("JFIF\0"))
                           .Segment(0xED, PhotoshopApp13({PhotoshopResource(0x040C, Bytes(9, 7)),

@@ -169,4 +169,27 @@ TEST_F(IptcBatchRun, TheFileAfterATiffKeepsTheTypedText) {
     EXPECT_EQ(Get(*Read(names[2]), iptc::kCaption), u"$F");
 }
 
+// A name longer than the viewer's 260 characters is refused, for one file
+// and in a batch, and the batch goes on; the sheet keeps names whole, so a
+// refused name never stands for the file its first 260 characters name.
+TEST_F(IptcBatchRun, ANameLongerThanTheViewerGivesIsRefused) {
+    const size_t folder = dir.Path("").size();
+    const std::u16string cut = File(std::string(iptc::kViewerPathChars - folder, 'n').c_str(), "Oslo");
+    ASSERT_EQ(cut.size(), iptc::kViewerPathChars);
+    const fixture::Bytes before = fixture::ReadAll(cut);
+    const std::u16string named = cut + u".jpg";
+    const std::u16string refusal = u"Can't open file: " + named + u"\n\nThe path is too long.";
+    auto edited = NewRecord();
+    Set(*edited, iptc::kCaption, u"text");
+    iptc::SetField(edited->fileName, named, iptc::kPathChars);
+    std::vector<std::u16string> errors;
+    const auto sink = [&](std::u16string_view e) { errors.emplace_back(e); };
+    EXPECT_EQ(vv::WriteIptcSheetFile(*edited, 1, sink), 0);
+    const std::u16string other = File("other.jpg", "Rome");
+    EXPECT_FALSE(vv::WriteIptcBatch({named, other}, *edited, sink));
+    EXPECT_EQ(errors, (std::vector<std::u16string>{refusal, refusal}));
+    EXPECT_EQ(fixture::ReadAll(cut), before);
+    EXPECT_EQ(Get(*Read(other), iptc::kCaption), u"text");
+}
+
 }  // namespace

@@ -171,9 +171,21 @@ void MergeBatchTexts(IptcData& edited, const IptcData& own) {
 
 // ------------------------------------------------------------ writing
 
+namespace {
+
+// A path the viewer could not have given whole is refused, never written.
+bool RefuseLongPath(std::u16string_view file, const IptcErrorSink& onError) {
+    if (file.size() <= iptc::kViewerPathChars) return false;
+    if (onError) onError(u"Can't open file: " + std::u16string(file) + u"\n\nThe path is too long.");
+    return true;
+}
+
+}  // namespace
+
 int WriteIptcSheetFile(const IptcData& data, int counter, const IptcErrorSink& onError) {
     if (data.isTiff) return 1;
     const std::u16string_view file = iptc::FieldView(data.fileName, iptc::kPathChars);
+    if (RefuseLongPath(file, onError)) return 0;
     auto expanded = std::make_unique<IptcData>(data);
     ExpandIptcPlaceholders(*expanded, file, counter);
     std::u16string error;
@@ -191,6 +203,10 @@ bool WriteIptcBatch(const std::vector<std::u16string>& names, const IptcData& ed
     bool previousWasTiff = false;
     for (const std::u16string& name : names) {
         ++counter;
+        if (RefuseLongPath(name, onError)) {
+            allWritten = false;
+            continue;
+        }
         *work = edited;
         iptc::SetField(work->fileName, name, iptc::kPathChars);
         iptc::LoadMetadataSegment(name, work->app13Length, work->app13Offset, iptc::kApp13Marker, true,
