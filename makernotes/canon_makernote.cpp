@@ -15,6 +15,7 @@
 #include "exif/exif_limits.h"
 #include "exif/exif_reader.h"
 #include "makernote_decoders.h"
+#include "makernote_texts.h"
 
 namespace makernotes {
 namespace {
@@ -608,7 +609,6 @@ constexpr ValueText kNoiseReductionTexts[] = {{0, "Off"}, {1, "On (1D)"}, {3, "O
 constexpr ValueText kWbBracketTexts[] = {{0, "Off"}, {1, "On (shift AB)"}, {2, "On (shift GM)"}};
 constexpr ValueText kFilterTexts[] = {{0, "None"}, {1, "Yellow"}, {2, "Orange"}, {3, "Red"}, {4, "Green"}};
 constexpr ValueText kToningTexts[] = {{0, "None"}, {1, "Sepia"}, {2, "Blue"}, {3, "Purple"}, {4, "Green"}};
-constexpr ValueText kOffOnTexts[] = {{0, "Off"}, {1, "On"}};
 constexpr ValueText kShutterModeTexts[] = {{0, "Mechanical"}, {1, "Electronic First Curtain"}, {2, "Electronic"}};
 
 constexpr Enumeration kBracketMode = Enum(kBracketModeTexts, Sign::kSigned, "%d");

@@ -2,6 +2,7 @@
 // the newer one behind a 6-byte "QVC" header. Every value is taken from the
 // entry's own value field; no offset is followed.
 #include "makernote_decoders.h"
+#include "makernote_texts.h"
 
 namespace makernotes {
 namespace {
@@ -116,9 +117,6 @@ constexpr ValueText kQvcFocusMode2Texts[] = {
 };
 constexpr Enumeration kQvcFocusMode2 = Enum(kQvcFocusMode2Texts, Sign::kUnsigned, "Unknown (%d)");
 
-constexpr ValueText kOffOnTexts[] = {
-    {0, "Off"}, {1, "On"},
-};
 constexpr Enumeration kQvcOffOn = Enum(kOffOnTexts, Sign::kUnsigned, "Unknown (%d)");
 
 constexpr ValueText kOffTexts[] = {

@@ -8,6 +8,7 @@
 
 #include "makernote_array.h"
 #include "makernote_decoders.h"
+#include "makernote_texts.h"
 
 namespace makernotes {
 namespace {
@@ -77,7 +78,6 @@ constexpr ValueText kTeleconverterTexts[] = {
 constexpr Enumeration kTeleconverter = Enum(kTeleconverterTexts, Sign::kUnsigned, "%u");
 constexpr ValueText kStabilizationTexts[] = {{1, "Off"}, {5, "On"}};
 constexpr Enumeration kStabilization = Enum(kStabilizationTexts, Sign::kUnsigned, "%u");
-constexpr ValueText kOffOnTexts[] = {{0, "Off"}, {1, "On"}};
 constexpr Enumeration kOffOn = Enum(kOffOnTexts, Sign::kUnsigned, "%u");
 constexpr ValueText kZoneMatchingTexts[] = {{0, "ISO Setting Used"}, {1, "High Key"}, {2, "Low Key"}};
 constexpr Enumeration kZoneMatching = Enum(kZoneMatchingTexts, Sign::kUnsigned, "%u");
@@ -147,7 +147,6 @@ constexpr ValueText kMeteringTexts[] = {
     {0, "Multi-segment"}, {1, "Center-weighted average"}, {2, "Spot"},
 };
 constexpr ValueText kDigitalZoomTexts[] = {{0, "Off"}, {1, "Electronic magnification"}, {2, "2x"}};
-constexpr ValueText kNoYesTexts[] = {{0, "No"}, {1, "Yes"}};
 constexpr ValueText kSharpnessTexts[] = {{0, "Hard"}, {1, "Normal"}, {2, "Soft"}};
 constexpr ValueText kIsoSettingTexts[] = {
     {0, "100"}, {1, "200"}, {2, "400"}, {3, "800"}, {4, "Auto"}, {5, "64"},

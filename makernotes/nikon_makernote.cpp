@@ -12,6 +12,7 @@
 #include "lens_tables.h"
 #include "makernote_array.h"
 #include "makernote_decoders.h"
+#include "makernote_texts.h"
 #include "makernote_limits.h"
 #include "nikon_tables.h"
 
@@ -245,7 +246,6 @@ constexpr ValueText kFlashModeTexts[] = {
 };
 constexpr Enumeration kFlashMode = Enum(kFlashModeTexts, Sign::kUnsigned, "%d");
 
-constexpr ValueText kOffOnTexts[] = {{0, "Off"}, {1, "On"}};
 constexpr Enumeration kOffOn = Enum(kOffOnTexts, Sign::kUnsigned, "%d");
 
 constexpr ValueText kColorSpaceTexts[] = {{1, "sRGB"}, {2, "Adobe RGB"}};
@@ -738,8 +738,7 @@ void PictureControl(Structure& s, const NikonFacts&) {
 
 // World time (tag 0024): the time zone in minutes, daylight saving, the
 // date order.
-constexpr ValueText kDaylightSavingsTexts[] = {{0, "No"}, {1, "Yes"}};
-constexpr Enumeration kDaylightSavings = Enum(kDaylightSavingsTexts, Sign::kUnsigned, "%d");
+constexpr Enumeration kDaylightSavings = Enum(kNoYesTexts, Sign::kUnsigned, "%d");
 constexpr ValueText kDateDisplayFormatTexts[] = {{0, "Y/M/D"}, {1, "M/D/Y"}, {2, "D/M/Y"}};
 constexpr Enumeration kDateDisplayFormat = Enum(kDateDisplayFormatTexts, Sign::kUnsigned, "%d");
 

@@ -11,6 +11,7 @@
 
 #include "makernote_array.h"
 #include "makernote_decoders.h"
+#include "makernote_texts.h"
 #include "makernote_limits.h"
 #include "olympus_tables.h"
 
@@ -163,9 +164,7 @@ void SettingWithRange(const MakerEntry& e) {
 
 // ------------------------------------------------------------ main directory
 
-constexpr ValueText kNoYesTexts[] = {{0, "No"}, {1, "Yes"}};
 constexpr Enumeration kNoYes = Enum(kNoYesTexts, Sign::kUnsigned, "%d");
-constexpr ValueText kOffOnTexts[] = {{0, "Off"}, {1, "On"}};
 constexpr Enumeration kOffOn = Enum(kOffOnTexts, Sign::kUnsigned, "%d");
 constexpr ValueText kMacroTexts[] = {{0, "Off"}, {1, "On"}, {2, "Super macro"}};
 constexpr Enumeration kMacro = Enum(kMacroTexts, Sign::kUnsigned, "%d");
@@ -217,7 +216,6 @@ constexpr ValueText kOldFlashModeTexts[] = {{2, "On"}, {3, "Off"}};
 constexpr Enumeration kOldFlashMode = Enum(kOldFlashModeTexts, Sign::kUnsigned, "%d");
 constexpr ValueText kFlashDeviceTexts[] = {{0, "None"}, {1, "Internal"}, {4, "External"}, {5, "Internal + External"}};
 constexpr Enumeration kFlashDevice = Enum(kFlashDeviceTexts, Sign::kUnsigned, "%d");
-constexpr ValueText kAutoManualTexts[] = {{0, "Auto"}, {1, "Manual"}};
 constexpr Enumeration kAutoManual = Enum(kAutoManualTexts, Sign::kUnsigned, "%d");
 constexpr ValueText kOldSharpnessTexts[] = {{0, "Normal"}, {1, "Hard"}, {2, "Soft"}};
 constexpr Enumeration kOldSharpness = Enum(kOldSharpnessTexts, Sign::kUnsigned, "%d");

@@ -19,6 +19,7 @@
 #include "lens_tables.h"
 #include "makernote_array.h"
 #include "makernote_decoders.h"
+#include "makernote_texts.h"
 
 namespace makernotes {
 namespace {
@@ -410,8 +411,6 @@ void Per256(const MakerEntry& e) { SetNumber(e.row(), e.Unsigned16() / 256.0); }
 void Per100(const MakerEntry& e) { SetNumber(e.row(), e.Unsigned16() / 100.0); }
 void FocalLength(const MakerEntry& e) { SetValuef(e.row(), "%.1f mm", e.entry().valueField / 100.0); }
 
-constexpr ValueText kNoYesTexts[] = {{0, "No"}, {1, "Yes"}};
-constexpr ValueText kOffOnTexts[] = {{0, "Off"}, {1, "On"}};
 constexpr Enumeration kNoYes = Enum(kNoYesTexts, Sign::kUnsigned, "%u");
 constexpr Enumeration kOffOn = Enum(kOffOnTexts, Sign::kUnsigned, "%u");
 

@@ -1,6 +1,7 @@
 // Sony maker notes: a directory at the note's start or behind the 12-byte
 // "SONY DSC" header, offsets from the TIFF header.
 #include "makernote_decoders.h"
+#include "makernote_texts.h"
 
 namespace makernotes {
 namespace {
@@ -36,10 +37,7 @@ constexpr ValueText kDynamicRangeOptimizerTexts[] = {
 };
 constexpr Enumeration kDynamicRangeOptimizer = PrintedSigned(Enum(kDynamicRangeOptimizerTexts, Sign::kUnsigned, "%d"));
 
-constexpr ValueText kImageStabilizationTexts[] = {
-    {0, "Off"}, {1, "On"},
-};
-constexpr Enumeration kImageStabilization = Enum(kImageStabilizationTexts, Sign::kSigned, "%d");
+constexpr Enumeration kImageStabilization = Enum(kOffOnTexts, Sign::kSigned, "%d");
 
 constexpr ValueText kLensTypeTexts[] = {
     {46, "Carl Zeiss Vario-Sonnar T* DT 16-80mm F3.5-4.5 ZA"},
