@@ -1,7 +1,9 @@
 // The pieces of Nikon's main-form decoder that its files share. The main
 // directory's plain tags are in nikon_makernote.cpp, the byte structures and
 // the second pass that reads them in nikon_structures.cpp, the later
-// bodies' small setting structures in nikon_body_settings.cpp.
+// bodies' small setting structures in nikon_body_settings.cpp, the value
+// formats they share in nikon_values.cpp. (The older form is a file of its
+// own, nikon_type1_makernote.cpp.)
 //
 // AF info, colour balance, lens data, flash info and the later bodies'
 // settings are byte structures in one UNDEFINED entry each, and the preview

@@ -30,11 +30,6 @@ bool Decipher(Structure& s, size_t start, const NikonFacts& keys) {
     return true;
 }
 
-std::string EnumText(const Enumeration& e, int64_t value) {
-    if (const char* text = EnumerationText(e, value)) return text;
-    return std::to_string(value);
-}
-
 }  // namespace nikon
 
 namespace {
