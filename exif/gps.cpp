@@ -139,22 +139,7 @@ const TagInfo* GpsTags(size_t& count) {
     return kGpsTags;
 }
 
-void ProcessGpsEntries(platform::Cursor& entries, uint32_t base, TagRecordTable& table, uint32_t* rowCount,
-                       uint32_t entryCount) {
-    const platform::Cursor input = entries.Whole();
-    for (uint32_t i = 0; i < entryCount; ++i) {
-        if (*rowCount >= kTagTableRows) return;
-        tiff::Entry entry;
-        if (!tiff::ReadEntry(entries, entry)) return;
-        TagRecord& row = TakeRow(table, *rowCount);
-        BeginRow(row, kGpsTagBase + entry.tag, entry);
-        const TagInfo* info = FindGpsTag(entry.tag);
-        if (!info) continue;
-        SetRowName(row, info->name);
-        info->format(EntryContext{input, base, entry, row});
-        ++*rowCount;
-    }
-}
+const DirectoryTags kGpsDirectory = {FindGpsTag, kGpsTagBase};
 
 double ParseDegMinSec(const char* text) {
     if (!text) return 0;

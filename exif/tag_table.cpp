@@ -452,4 +452,6 @@ const TagInfo* StandardTags(size_t& count) {
     return kStandardTags;
 }
 
+const DirectoryTags kStandardDirectory = {FindStandardTag, 0};
+
 }  // namespace exif

@@ -34,4 +34,14 @@ const TagInfo* StandardTags(size_t& count);
 const TagInfo* FindGpsTag(uint16_t gpsTag);
 const TagInfo* GpsTags(size_t& count);
 
+// What the entry loop (ProcessDirectoryEntries) looks a directory's tags up
+// in, and the tag number its rows carry: the tag itself in IFD0, the Exif IFD
+// and IFD1; kGpsTagBase + the tag in the GPS directory.
+struct DirectoryTags {
+    const TagInfo* (*find)(uint16_t tag);
+    uint32_t rowTagBase;
+};
+extern const DirectoryTags kStandardDirectory;
+extern const DirectoryTags kGpsDirectory;
+
 }  // namespace exif
