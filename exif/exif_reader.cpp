@@ -456,7 +456,8 @@ int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCoun
             const uint32_t n = d->in.U16();
             AppendSeparatorRow(table, rowCount);
             AppendHeadingRow(table, rowCount, "GPS information:");
-            if (*rowCount + n < kDirectoryRowLimit) ProcessDirectoryEntries(d->in, d->base, table, rowCount, n, kGpsDirectory);
+            if (*rowCount + n < kDirectoryRowLimit)
+                ProcessDirectoryEntries(d->in, d->base, table, rowCount, n, kGpsDirectory);
         }
     }
 

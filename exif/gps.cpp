@@ -125,6 +125,9 @@ constexpr TagInfo kGpsTags[] = {
     {17, "GPSImgDirection", Direction},
     {29, "GPSDateStamp", Text},
 };
+static_assert(SortedAndNamed(kGpsTags), "sorted, each tag once, each named");
+// GPS rows (kGpsTagBase + the tag) stay clear of the position's pseudo tag.
+static_assert(kGpsTagBase + kGpsTags[std::size(kGpsTags) - 1].tag < kGpsPositionPseudoTag, "GPS rows below 499");
 
 }  // namespace
 
@@ -132,11 +135,6 @@ const TagInfo* FindGpsTag(uint16_t gpsTag) {
     for (const TagInfo& t : kGpsTags)
         if (t.tag == gpsTag) return &t;
     return nullptr;
-}
-
-const TagInfo* GpsTags(size_t& count) {
-    count = std::size(kGpsTags);
-    return kGpsTags;
 }
 
 const DirectoryTags kGpsDirectory = {FindGpsTag, kGpsTagBase};

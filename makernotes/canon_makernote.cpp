@@ -59,7 +59,7 @@ constexpr MakerTag kCanonTags[] = {
     {0x00AE, "Color Temperature", FormatGenericValue},
     {0x00B4, "Color Space", kColorSpace},
 };
-static_assert(TagsAscend(kCanonTags), "tags ascend");
+static_assert(TagsAscend(kCanonTags) && TagsNamed(kCanonTags), "tags ascend");
 constexpr MakerTable kCanon = Table(kCanonTags, ValueRule::kLeadingShort, /*stopAtRowLimit=*/true);
 
 // ------------------------------------------------------------ the second pass

@@ -77,6 +77,7 @@ constexpr MakerTag kCasioTags[] = {
     {13, "Saturation", kLowHigh},
     {20, "CCD Sensitivity", kCcdSensitivity},
 };
+static_assert(TagsAscend(kCasioTags) && TagsNamed(kCasioTags), "tags ascend, each named");
 // Older Casio notes read each value as the low half of the whole 32-bit field.
 constexpr MakerTable kCasio = Table(kCasioTags, ValueRule::kLowHalfOfWord);
 
@@ -141,13 +142,11 @@ constexpr MakerTag kCasioQvcTags[] = {
     {12310, "Enhancement", kQvcOff},
     {12311, "Filter", kQvcOff},
 };
+static_assert(TagsAscend(kCasioQvcTags) && TagsNamed(kCasioQvcTags), "tags ascend, each named");
 // "QVC" notes read each value where a SHORT is stored: the field's first two bytes.
 constexpr MakerTable kCasioQvc = Table(kCasioQvcTags, ValueRule::kLeadingShort);
 
 }  // namespace
-
-const MakerTable& CasioTags() { return kCasio; }
-const MakerTable& CasioQvcTags() { return kCasioQvc; }
 
 void DecodeCasioMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                           uint32_t* rowCount) {

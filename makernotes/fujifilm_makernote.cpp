@@ -267,7 +267,7 @@ constexpr MakerTable kFujifilm = Table(kFujifilmTags, ValueRule::kLowHalfOfWord)
 
 
 
-static_assert(TagsAscend(kFujifilmTags), "tag order");
+static_assert(TagsAscend(kFujifilmTags) && TagsNamed(kFujifilmTags), "tag order");
 static_assert(ValuesUnique(kSharpnessTexts) && ValuesUnique(kWhiteBalanceTexts) && ValuesUnique(kSaturationTexts) &&
                   ValuesUnique(kToneTexts) && ValuesUnique(kFlashModeTexts) &&
                   ValuesUnique(kFocusModeTexts) && ValuesUnique(kPictureModeTexts) && ValuesUnique(kBlurWarningTexts) &&

@@ -65,13 +65,4 @@ void DecodeFujifilmMakerNote(const platform::Cursor& directory, uint32_t offsetB
 void DecodeMinoltaMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                             uint32_t* rowCount);
 
-// Each maker's tags, for the checks on the tables themselves.
-const MakerTable& CasioTags();
-const MakerTable& CasioQvcTags();
-const MakerTable& SonyTags();
-const MakerTable& PanasonicTags();
-const MakerTable& NikonType1Tags();
-const MakerTable& PentaxTags();
-const MakerTable& MinoltaTags();
-
 }  // namespace makernotes

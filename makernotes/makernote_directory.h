@@ -127,11 +127,17 @@ struct MakerTable {
 };
 
 // A table's invariants, for a maker's static_assert: tags ascend, each
-// once; an enumeration lists each value once.
+// once, each with a name; an enumeration lists each value once.
 template <size_t N>
 constexpr bool TagsAscend(const MakerTag (&tags)[N]) {
     for (size_t i = 1; i < N; ++i)
         if (tags[i - 1].tag >= tags[i].tag) return false;
+    return true;
+}
+template <size_t N>
+constexpr bool TagsNamed(const MakerTag (&tags)[N]) {
+    for (const MakerTag& t : tags)
+        if (!t.name || !t.name[0]) return false;
     return true;
 }
 template <size_t N>

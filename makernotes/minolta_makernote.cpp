@@ -122,7 +122,7 @@ constexpr MakerTag kMinoltaTags[] = {
     {274, "White Balance Fine Tune", SignedLong},           // 0112
     {277, "White Balance", kWhiteBalancePlain},             // 0115
 };
-static_assert(TagsAscend(kMinoltaTags), "Minolta tags ascend");
+static_assert(TagsAscend(kMinoltaTags) && TagsNamed(kMinoltaTags), "Minolta tags ascend");
 // The plain tags are LONGs: the field read as one word holds the value in
 // either byte order, and the enumerations need only its low half.
 constexpr MakerTable kMinolta = Table(kMinoltaTags, ValueRule::kLowHalfOfWord);
@@ -486,8 +486,6 @@ constexpr ArrayTag kArrayTags[] = {
 constexpr ArrayTags kMinoltaArrays = Arrays(kArrayTags);
 
 }  // namespace
-
-const MakerTable& MinoltaTags() { return kMinolta; }
 
 void DecodeMinoltaMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                             uint32_t* rowCount) {

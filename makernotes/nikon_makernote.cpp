@@ -281,7 +281,7 @@ constexpr MakerTag kNikonTags[] = {
     {177, "High ISO Noise Reduction", kHighIsoNoiseReduction},     // 00B1
     {182, "Power Up Time", PowerUpTime},                           // 00B6
 };
-static_assert(TagsAscend(kNikonTags), "tags ascend");
+static_assert(TagsAscend(kNikonTags) && TagsNamed(kNikonTags), "tags ascend");
 constexpr MakerTable kNikon = Table(kNikonTags, ValueRule::kLeadingShort, /*stopAtRowLimit=*/true);
 
 }  // namespace

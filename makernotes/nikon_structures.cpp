@@ -286,7 +286,7 @@ constexpr MakerTag kNikonPreviewTags[] = {
     {514, "Preview Image Length", FormatGenericValue},      // 0202
     {531, "Preview YCbCr Positioning", kYCbCrPositioning},  // 0213
 };
-static_assert(TagsAscend(kNikonPreviewTags), "tags ascend");
+static_assert(TagsAscend(kNikonPreviewTags) && TagsNamed(kNikonPreviewTags), "tags ascend");
 constexpr MakerTable kNikonPreview = Table(kNikonPreviewTags, ValueRule::kLeadingShort, /*stopAtRowLimit=*/true);
 
 // ---- the pass: what the structures depend on, and which structure a tag holds

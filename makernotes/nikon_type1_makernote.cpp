@@ -61,13 +61,12 @@ constexpr MakerTag kNikonType1Tags[] = {
     {11, "Converter", kConverter},
     {3840, "Unknown", WholeField},  // 0F00
 };
+static_assert(TagsAscend(kNikonType1Tags) && TagsNamed(kNikonType1Tags), "tags ascend, each named");
 // Type-1 notes read each value as the low half of the whole 32-bit field,
 // as the headerless Casio notes do.
 constexpr MakerTable kNikonType1 = Table(kNikonType1Tags, ValueRule::kLowHalfOfWord);
 
 }  // namespace
-
-const MakerTable& NikonType1Tags() { return kNikonType1; }
 
 void DecodeNikonType1MakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                                uint32_t* rowCount) {

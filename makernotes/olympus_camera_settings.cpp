@@ -279,7 +279,7 @@ constexpr MakerTag kCameraSettingsTags[] = {
     {0x0901, "Manometer Reading", ManometerReading},
 };
 
-static_assert(TagsAscend(kCameraSettingsTags), "tag order");
+static_assert(TagsAscend(kCameraSettingsTags) && TagsNamed(kCameraSettingsTags), "tag order");
 static_assert(ValuesUnique(kFocusModeTexts) && ValuesUnique(kWhiteBalanceTexts) && ValuesUnique(kArtFilterTexts) &&
                   ValuesUnique(kSceneModeTexts) && ValuesUnique(kFlashRemoteTexts) && ValuesUnique(kPictureModeTexts) &&
                   ValuesUnique(kMeteringModeTexts),

@@ -74,7 +74,8 @@ constexpr MakerTag kEquipmentTags[] = {
     {0x1003, "Flash Serial Number", FormatGenericValue},
 };
 
-static_assert(TagsAscend(kEquipmentTags) && ValuesUnique(kFlashModelTexts), "tag order, each value once");
+static_assert(TagsAscend(kEquipmentTags) && TagsNamed(kEquipmentTags) && ValuesUnique(kFlashModelTexts),
+              "tag order, each value once");
 
 }  // namespace
 

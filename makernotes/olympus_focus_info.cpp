@@ -84,7 +84,8 @@ constexpr MakerTag kFocusInfoTags[] = {
     {0x1600, "Image Stabilization", StabilisationBlock},
 };
 
-static_assert(TagsAscend(kFocusInfoTags) && ValuesUnique(kAfPointTexts), "tag order, each value once");
+static_assert(TagsAscend(kFocusInfoTags) && TagsNamed(kFocusInfoTags) && ValuesUnique(kAfPointTexts),
+              "tag order, each value once");
 
 }  // namespace
 

@@ -57,7 +57,7 @@ constexpr MakerTag kImageProcessingTags[] = {
     {0x1901, "Keystone Direction", Enumerated<kKeystoneDirection>},
 };
 
-static_assert(TagsAscend(kImageProcessingTags), "tag order");
+static_assert(TagsAscend(kImageProcessingTags) && TagsNamed(kImageProcessingTags), "tag order");
 
 }  // namespace
 

@@ -170,7 +170,7 @@ constexpr MakerTag kOlympusTags[] = {
 };
 constexpr MakerTable kOlympus = Table(kOlympusTags, ValueRule::kLeadingShort);
 
-static_assert(TagsAscend(kOlympusTags), "tag order");
+static_assert(TagsAscend(kOlympusTags) && TagsNamed(kOlympusTags), "tag order");
 static_assert(ValuesUnique(kMacroTexts) && ValuesUnique(kQualityFromZeroTexts) && ValuesUnique(kQualityFromOneTexts) &&
                   ValuesUnique(kShootingModeTexts) && ValuesUnique(kPanoramaTexts) && ValuesUnique(kMainSceneModeTexts) &&
                   ValuesUnique(kWbModeTexts),

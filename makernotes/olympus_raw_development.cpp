@@ -59,7 +59,8 @@ constexpr MakerTag kRawDevelopment2Tags[] = {
     {0x0121, "Raw Art Filter", Enumerated<kArtFilter>},
 };
 
-static_assert(TagsAscend(kRawDevelopmentTags) && TagsAscend(kRawDevelopment2Tags) && ValuesUnique(kEditStatusTexts),
+static_assert(TagsAscend(kRawDevelopmentTags) && TagsNamed(kRawDevelopmentTags) && TagsAscend(kRawDevelopment2Tags) &&
+                  TagsNamed(kRawDevelopment2Tags) && ValuesUnique(kEditStatusTexts),
               "tag order, each value once");
 
 }  // namespace

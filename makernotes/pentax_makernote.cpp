@@ -548,15 +548,13 @@ constexpr MakerTag kPentaxTags[] = {
     {79, "Image Tone", kImageTone},                // 004F
     {118, "Face Detect", FaceDetect},              // 0076
 };
-static_assert(TagsAscend(kPentaxTags), "Pentax tags ascend");
+static_assert(TagsAscend(kPentaxTags) && TagsNamed(kPentaxTags), "Pentax tags ascend");
 // A SHORT is the field's first two bytes, in the note's (the EXIF) order.
 constexpr MakerTable kPentax = Table(kPentaxTags, ValueRule::kLeadingShort);
 
 bool IsByteOrderMark(uint16_t word) { return word == 0x4949 || word == 0x4D4D; }
 
 }  // namespace
-
-const MakerTable& PentaxTags() { return kPentax; }
 
 // Two header forms, told apart by where the byte-order mark stands; the mark
 // does not change the byte order, which stays the EXIF block's:

@@ -70,12 +70,11 @@ constexpr MakerTag kSonyTags[] = {
     {45095, "Lens Type", kLensType},                        // B027
     {45097, "Color Mode", kColorMode},                      // B029
 };
+static_assert(TagsAscend(kSonyTags) && TagsNamed(kSonyTags), "tags ascend, each named");
 // Sony reads each value where a SHORT is stored: the field's first two bytes.
 constexpr MakerTable kSony = Table(kSonyTags, ValueRule::kLeadingShort, /*stopAtRowLimit=*/true);
 
 }  // namespace
-
-const MakerTable& SonyTags() { return kSony; }
 
 void DecodeSonyMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                          uint32_t* rowCount) {
