@@ -245,7 +245,7 @@ constexpr RecordTag kImageRecordList[] = {
 
 }  // namespace
 
-constexpr RecordTags kImageRecords = Records(kImageRecordList);
+constexpr RecordTags kImageRecords = ListOf(kImageRecordList);
 
 }  // namespace canon
 }  // namespace makernotes

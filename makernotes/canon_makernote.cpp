@@ -129,7 +129,7 @@ size_t ReadElements(const platform::Cursor& input, uint32_t offsetBase, const ti
 const RecordTag* FindRecord(uint16_t tag) {
     for (const RecordTags* list : {&kSettingsRecords, &kImageRecords})
         for (size_t i = 0; i < list->size; ++i)
-            if (list->records[i].tag == tag) return &list->records[i];
+            if (list->items[i].tag == tag) return &list->items[i];
     return nullptr;
 }
 

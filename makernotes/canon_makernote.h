@@ -72,15 +72,7 @@ constexpr RecordTag Fields(uint16_t tag, uint32_t elementSize, bool isSigned, co
 }
 
 // A list of record tags, each tag once.
-struct RecordTags {
-    const RecordTag* records;
-    size_t size;
-};
-
-template <size_t N>
-constexpr RecordTags Records(const RecordTag (&records)[N]) {
-    return {records, N};
-}
+using RecordTags = List<RecordTag>;
 
 // The records of canon_settings_records.cpp and canon_image_records.cpp.
 extern const RecordTags kSettingsRecords;

@@ -393,7 +393,7 @@ constexpr RecordTag kSettingsRecordList[] = {
 constexpr Enumeration kQuality = Enum(kQualityTexts, Sign::kSigned, "%d");
 constexpr Enumeration kImageSize = Enum(kImageSizeTexts, Sign::kSigned, "%d");
 constexpr Enumeration kWhiteBalance = Enum(kWhiteBalanceTexts, Sign::kSigned, "%d");
-constexpr RecordTags kSettingsRecords = Records(kSettingsRecordList);
+constexpr RecordTags kSettingsRecords = ListOf(kSettingsRecordList);
 
 }  // namespace canon
 }  // namespace makernotes

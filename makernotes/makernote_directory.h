@@ -114,6 +114,18 @@ struct MakerTag {
     TagFormat format;
 };
 
+// A constant list and its length: a table of tables (a maker's records,
+// its layouts of a block) names each list by one of these.
+template <typename T>
+struct List {
+    const T* items;
+    size_t size;
+};
+template <typename T, size_t N>
+constexpr List<T> ListOf(const T (&items)[N]) {
+    return {items, N};
+}
+
 // A maker's directory: its tags (sorted by tag, each once), its value rule,
 // and whether the entry loop also stops when the table reaches
 // kMakerNoteRowLimit rows while it is read.

@@ -205,10 +205,10 @@ bool Among(const uint32_t (&models)[N], uint32_t model) {
 }
 
 Rows BatteryRows(uint32_t model) {
-    if (Among(kGripModels, model)) return RowsOf(kBatteryWithGripRows);
-    if (Among(kFourStepBatteryModels, model)) return RowsOf(kBatteryFourStepRows);
-    if (Among(kUnknownBatteryModels, model) || model == 0) return RowsOf(kBatteryRows);
-    return RowsOf(kBatteryFiveStepRows);
+    if (Among(kGripModels, model)) return ListOf(kBatteryWithGripRows);
+    if (Among(kFourStepBatteryModels, model)) return ListOf(kBatteryFourStepRows);
+    if (Among(kUnknownBatteryModels, model) || model == 0) return ListOf(kBatteryRows);
+    return ListOf(kBatteryFiveStepRows);
 }
 
 // What the second pass keeps of the plain tags it has passed.
@@ -231,8 +231,8 @@ Rows BlockRows(const tiff::Entry& entry, const PassState& state, BlockLayout& la
     layout = kBytes;
     switch (entry.tag) {
         case 0x005c: return entry.count == 4 ? kShakeReductionBlock : Rows{};
-        case 0x0060: return RowsOf(kFaceRows);
-        case 0x0205: return entry.count < 25 ? RowsOf(kSettingsRows) : Rows{};
+        case 0x0060: return ListOf(kFaceRows);
+        case 0x0205: return entry.count < 25 ? ListOf(kSettingsRows) : Rows{};
         case 0x0206: return entry.count <= 20 ? kAeBlock : Rows{};
         case 0x0207: {
             // Other lengths are the layouts of the 645D, K-r, K-5 and later bodies.
@@ -241,10 +241,10 @@ Rows BlockRows(const tiff::Entry& entry, const PassState& state, BlockLayout& la
             return otherLayout || Among(kOlderLensModels, state.model) ? Rows{} : kLensBlock;
         }
         case 0x0208: return entry.count == 27 ? kFlashBlock : Rows{};
-        case 0x0215: layout = kNoteLongs; return RowsOf(kCameraRows);
+        case 0x0215: layout = kNoteLongs; return ListOf(kCameraRows);
         case 0x0216: return BatteryRows(state.model);
-        case 0x021f: return Among(kManyAfPointModels, state.model) ? RowsOf(kAfRowsWithoutPoints) : RowsOf(kAfRows);
-        case 0x0222: return RowsOf(kColorRows);
+        case 0x021f: return Among(kManyAfPointModels, state.model) ? ListOf(kAfRowsWithoutPoints) : ListOf(kAfRows);
+        case 0x0222: return ListOf(kColorRows);
         default: return Rows{};
     }
 }
@@ -273,7 +273,7 @@ void DecodeBlock(const platform::Cursor& input, uint32_t offsetBase, const tiff:
         values[i] = layout.elementSize == 4 ? int64_t{platform::GetU32(bytes + 4 * i, order)} : bytes[i];
     const ArrayElements elements{values, size};
     for (size_t i = 0; i < rows.size && *rowCount < kMakerNoteRowLimit; ++i)
-        if (elements.Has(rows.rows[i].needs)) AppendRow(table, rowCount, entry, rows.rows[i].name, &elements, &rows.rows[i]);
+        if (elements.Has(rows.items[i].needs)) AppendRow(table, rowCount, entry, rows.items[i].name, &elements, &rows.items[i]);
 }
 
 // The count is stored scrambled with the note's date and time (when both

@@ -46,14 +46,7 @@ template <size_t Index>
 int32_t SignedByte(const ArrayElements& a) { return static_cast<int8_t>(a.At(Index) & 0xFF); }
 
 // The settings of one block layout.
-struct Rows {
-    const ArrayRow* rows;
-    size_t size;
-};
-template <size_t N>
-constexpr Rows RowsOf(const ArrayRow (&rows)[N]) {
-    return {rows, N};
-}
+using Rows = List<ArrayRow>;
 
 // The blocks of pentax_shot_blocks.cpp.
 extern const Rows kShakeReductionBlock;  // tag 005C, 4 bytes

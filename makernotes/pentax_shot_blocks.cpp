@@ -196,10 +196,10 @@ constexpr ArrayRow kFlashRows[] = {
 
 }  // namespace
 
-constexpr Rows kShakeReductionBlock = RowsOf(kShakeReductionRows);
-constexpr Rows kAeBlock = RowsOf(kAeRows);
-constexpr Rows kLensBlock = RowsOf(kLensRows);
-constexpr Rows kFlashBlock = RowsOf(kFlashRows);
+constexpr Rows kShakeReductionBlock = ListOf(kShakeReductionRows);
+constexpr Rows kAeBlock = ListOf(kAeRows);
+constexpr Rows kLensBlock = ListOf(kLensRows);
+constexpr Rows kFlashBlock = ListOf(kFlashRows);
 
 }  // namespace pentax
 }  // namespace makernotes
