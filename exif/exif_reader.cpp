@@ -322,8 +322,8 @@ size_t ReadRawBlock(const EntryContext& c, uint8_t* out, size_t maxBytes) {
 
 // ------------------------------------------------------------ directories
 
-void ProcessIfdEntries(platform::Cursor& entries, uint32_t base, TagRecordTable& table, uint32_t* rowCount,
-                       uint32_t entryCount, IfdPointers& pointers) {
+void ProcessDirectoryEntries(platform::Cursor& entries, uint32_t base, TagRecordTable& table, uint32_t* rowCount,
+                             uint32_t entryCount, const DirectoryTags& tags, IfdPointers* pointers) {
     const platform::Cursor input = entries.Whole();
     for (uint32_t i = 0; i < entryCount; ++i) {
         if (*rowCount >= kTagTableRows) return;
@@ -332,13 +332,15 @@ void ProcessIfdEntries(platform::Cursor& entries, uint32_t base, TagRecordTable&
         // The row is written before the tag is known: an unknown tag leaves
         // the count where it was, and the next entry takes the same row.
         TagRecord& row = TakeRow(table, *rowCount);
-        BeginRow(row, entry.tag, entry);
-        const TagInfo* info = FindStandardTag(entry.tag);
+        BeginRow(row, tags.rowTagBase + entry.tag, entry);
+        const TagInfo* info = tags.find(entry.tag);
         if (!info) continue;
         SetRowName(row, info->name);
         info->format(EntryContext{input, base, entry, row});
-        for (const auto& p : kPointerTags)
-            if (p.tag == entry.tag) pointers.*p.pointer = entry.valueField;
+        if (pointers) {
+            for (const auto& p : kPointerTags)
+                if (p.tag == entry.tag) pointers->*p.pointer = entry.valueField;
+        }
         ++*rowCount;
     }
 }
@@ -425,7 +427,7 @@ int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCoun
         if (*rowCount + n >= kDirectoryRowLimit)
             in.Skip(uint64_t{n} * kEntrySize);
         else
-            ProcessIfdEntries(in, base, table, rowCount, n, pointers);
+            ProcessDirectoryEntries(in, base, table, rowCount, n, kStandardDirectory, &pointers);
         // After a short read (an entry cut by the end of the file) there is
         // no next-directory offset.
         if (!separate) ifd1 = in.ok() ? in.U32() : 0;
@@ -436,7 +438,8 @@ int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCoun
     if (pointers.exifIfd != 0) {
         if (auto d = walk.Find(pointers.exifIfd)) {
             const uint32_t n = d->in.U16();
-            if (*rowCount + n < kDirectoryRowLimit) ProcessIfdEntries(d->in, d->base, table, rowCount, n, pointers);
+            if (*rowCount + n < kDirectoryRowLimit)
+                ProcessDirectoryEntries(d->in, d->base, table, rowCount, n, kStandardDirectory, &pointers);
         }
         if (startOffset == 0) {
             if (const uint32_t jpeg = EmbeddedJpegOffset(table, *rowCount)) {
@@ -453,7 +456,8 @@ int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCoun
             const uint32_t n = d->in.U16();
             AppendSeparatorRow(table, rowCount);
             AppendHeadingRow(table, rowCount, "GPS information:");
-            if (*rowCount + n < kDirectoryRowLimit) ProcessGpsEntries(d->in, d->base, table, rowCount, n);
+            if (*rowCount + n < kDirectoryRowLimit)
+                ProcessDirectoryEntries(d->in, d->base, table, rowCount, n, kGpsDirectory);
         }
     }
 
@@ -468,10 +472,8 @@ int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCoun
             const uint32_t n = d->in.U16();
             AppendSeparatorRow(table, rowCount);
             AppendHeadingRow(table, rowCount, "Thumbnail:");
-            if (*rowCount + n < kDirectoryRowLimit) {
-                IfdPointers ignored;
-                ProcessIfdEntries(d->in, d->base, table, rowCount, n, ignored);
-            }
+            if (*rowCount + n < kDirectoryRowLimit)
+                ProcessDirectoryEntries(d->in, d->base, table, rowCount, n, kStandardDirectory);
         }
     }
 

@@ -47,12 +47,16 @@ int ReadExifTags(std::u16string_view path, TagRecordTable& table, uint32_t* rowC
 int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCount, int* bigEndian,
                  const MakerNoteRules& makerNotes, uint32_t startOffset = 0);
 
-// Decodes entryCount 12-byte entries from `entries` (in its byte order, which
-// the values share); every standard tag becomes a row, other tags none.
+struct DirectoryTags;  // tag_table.h: the standard and the GPS directories' tags
+
+// The entry loop of the standard and GPS directories: decodes entryCount
+// 12-byte entries from `entries` (in its byte order, which the values share);
+// every tag the directory's table names becomes a row, other tags none. The
+// offsets of the directories an entry points to go to *pointers, when given.
 // Stops at a short read, keeping the rows made so far. The caller has checked
 // *rowCount + entryCount < 256.
-void ProcessIfdEntries(platform::Cursor& entries, uint32_t base, TagRecordTable& table, uint32_t* rowCount,
-                       uint32_t entryCount, IfdPointers& pointers);
+void ProcessDirectoryEntries(platform::Cursor& entries, uint32_t base, TagRecordTable& table, uint32_t* rowCount,
+                             uint32_t entryCount, const DirectoryTags& tags, IfdPointers* pointers = nullptr);
 
 // Scans a JPEG from startOffset for the first segment with marker 0xFF
 // `marker` (for APP1, 225, only one that begins "Exif"). firstTwo receives the

@@ -125,6 +125,9 @@ constexpr TagInfo kGpsTags[] = {
     {17, "GPSImgDirection", Direction},
     {29, "GPSDateStamp", Text},
 };
+static_assert(SortedAndNamed(kGpsTags), "sorted, each tag once, each named");
+// GPS rows (kGpsTagBase + the tag) stay clear of the position's pseudo tag.
+static_assert(kGpsTagBase + kGpsTags[std::size(kGpsTags) - 1].tag < kGpsPositionPseudoTag, "GPS rows below 499");
 
 }  // namespace
 
@@ -134,27 +137,7 @@ const TagInfo* FindGpsTag(uint16_t gpsTag) {
     return nullptr;
 }
 
-const TagInfo* GpsTags(size_t& count) {
-    count = std::size(kGpsTags);
-    return kGpsTags;
-}
-
-void ProcessGpsEntries(platform::Cursor& entries, uint32_t base, TagRecordTable& table, uint32_t* rowCount,
-                       uint32_t entryCount) {
-    const platform::Cursor input = entries.Whole();
-    for (uint32_t i = 0; i < entryCount; ++i) {
-        if (*rowCount >= kTagTableRows) return;
-        tiff::Entry entry;
-        if (!tiff::ReadEntry(entries, entry)) return;
-        TagRecord& row = TakeRow(table, *rowCount);
-        BeginRow(row, kGpsTagBase + entry.tag, entry);
-        const TagInfo* info = FindGpsTag(entry.tag);
-        if (!info) continue;
-        SetRowName(row, info->name);
-        info->format(EntryContext{input, base, entry, row});
-        ++*rowCount;
-    }
-}
+const DirectoryTags kGpsDirectory = {FindGpsTag, kGpsTagBase};
 
 double ParseDegMinSec(const char* text) {
     if (!text) return 0;

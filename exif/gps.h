@@ -3,7 +3,6 @@
 
 #include <cstdint>
 
-#include "platform/input.h"
 #include "tag_record.h"
 
 namespace exif {
@@ -15,13 +14,6 @@ struct GpsPosition {
     double longitude = 0.0;
     double heading = 0.0;
 };
-
-// Decodes entryCount GPS directory entries from `entries` (in its byte order,
-// which the values share) into rows tagged kGpsTagBase + the GPS tag; tags it does not name are read
-// and dropped. Stops at a short read. The caller has checked
-// *rowCount + entryCount < 256.
-void ProcessGpsEntries(platform::Cursor& entries, uint32_t base, TagRecordTable& table, uint32_t* rowCount,
-                       uint32_t entryCount);
 
 // Walks rows 401 (ref), 402 (latitude), 403 (ref), 404 (longitude) and 417
 // (direction); a later row of a tag overwrites an earlier one.

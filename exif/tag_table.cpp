@@ -437,6 +437,7 @@ constexpr TagInfo kStandardTags[] = {
     {42036, "Lens Model", Text},
     {42037, "Lens Serial Number", Text},
 };
+static_assert(SortedAndNamed(kStandardTags), "sorted, each tag once, each named");
 
 }  // namespace
 
@@ -447,9 +448,6 @@ const TagInfo* FindStandardTag(uint16_t tag) {
     return hit != end && hit->tag == tag ? hit : nullptr;
 }
 
-const TagInfo* StandardTags(size_t& count) {
-    count = std::size(kStandardTags);
-    return kStandardTags;
-}
+const DirectoryTags kStandardDirectory = {FindStandardTag, 0};
 
 }  // namespace exif

@@ -25,13 +25,34 @@ struct EnumText {
     const char* text;
 };
 
+// A table's promises, for a static_assert beside it: sorted by tag with no
+// tag twice, and every row has a format and a name that fits the row's name
+// field and does not end in ':' (such a name reads as a heading).
+template <size_t N>
+constexpr bool SortedAndNamed(const TagInfo (&tags)[N]) {
+    for (size_t i = 0; i < N; ++i) {
+        size_t length = 0;
+        while (tags[i].name && tags[i].name[length]) ++length;
+        if (length == 0 || length >= kTagNameSize || tags[i].name[length - 1] == ':' || !tags[i].format) return false;
+        if (i > 0 && tags[i - 1].tag >= tags[i].tag) return false;
+    }
+    return true;
+}
+
 // The table, sorted by tag with no tag twice; null when the tag is not in it.
 const TagInfo* FindStandardTag(uint16_t tag);
-// The whole table, for its invariant checks.
-const TagInfo* StandardTags(size_t& count);
 
 // The GPS directory's table, keyed by the GPS tag (0 .. 29), same invariants.
 const TagInfo* FindGpsTag(uint16_t gpsTag);
-const TagInfo* GpsTags(size_t& count);
+
+// What the entry loop (ProcessDirectoryEntries) looks a directory's tags up
+// in, and the tag number its rows carry: the tag itself in IFD0, the Exif IFD
+// and IFD1; kGpsTagBase + the tag in the GPS directory.
+struct DirectoryTags {
+    const TagInfo* (*find)(uint16_t tag);
+    uint32_t rowTagBase;
+};
+extern const DirectoryTags kStandardDirectory;
+extern const DirectoryTags kGpsDirectory;
 
 }  // namespace exif

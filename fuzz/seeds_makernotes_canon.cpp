@@ -2,8 +2,8 @@
 // (settings, focal length, shot info, panorama, both AF forms, file info,
 // crop, aspect, processing, measured colour, sensor, picture styles, AF
 // micro-adjustment, time, camera info) and the tags read whole, in both byte
-// orders.
-#include <initializer_list>
+// orders; and the plain tags with the settings arrays, in a CR3's own TIFF
+// header too.
 #include <string>
 
 #include "fixture/makernote_fixture.h"
@@ -16,23 +16,10 @@ using fixture::ByteOrder;
 using fixture::Bytes;
 using fixture::MakerNoteBuilder;
 using fuzzseeds::MakerNoteSeed;
+using fuzzseeds::Ramp;
+using fuzzseeds::Shorts;
 
-Bytes Ramp(ByteOrder order, int count, int step, int size = 2) {
-    Bytes out;
-    for (int i = 0; i < count; ++i) {
-        if (size == 2) fixture::PutU16(out, static_cast<uint16_t>(i * step), order);
-        else fixture::PutU32(out, static_cast<uint32_t>(i * step), order);
-    }
-    return out;
-}
-
-Bytes Shorts(ByteOrder order, std::initializer_list<int> values) {
-    Bytes out;
-    for (int v : values) fixture::PutU16(out, static_cast<uint16_t>(v), order);
-    return out;
-}
-
-Bytes Note(ByteOrder o, bool newerAf) {
+Bytes RecordsNote(ByteOrder o, bool newerAf) {
     MakerNoteBuilder n(o);
     n.OutOfLine(1, fixture::kShort, 47, Ramp(o, 47, 5)).Field(2, fixture::kShort, 2, Shorts(o, {2, 35}));
     n.OutOfLine(4, fixture::kShort, 34, Ramp(o, 34, 9)).OutOfLine(5, fixture::kShort, 6, Ramp(o, 6, 1));
@@ -52,13 +39,25 @@ Bytes Note(ByteOrder o, bool newerAf) {
     return n.Build(fixture::kNoteOffset);
 }
 
+Bytes PlainNote(ByteOrder order, const std::string& header, int64_t origin) {
+    MakerNoteBuilder note(order);
+    note.Header(header);
+    note.OutOfLine(1, fixture::kShort, 46, Ramp(order, 46, 3)).OutOfLine(4, fixture::kShort, 34, Ramp(order, 34, 7));
+    note.Ascii(6, "Canon EOS 350D DIGITAL").Ascii(7, "Firmware 1.0.2").Long(8, 1181861).Ascii(9, "Owner");
+    note.Long(12, 123456789).Long(16, 0x80000189).Ascii(149, "EF-S18-55mm f/3.5-5.6");
+    return note.Build(origin);
+}
+
 std::vector<Bytes> CanonSeeds() {
     const ByteOrder le = ByteOrder::kLittle, be = ByteOrder::kBig;
     return {
-        MakerNoteSeed(le, "Canon", fixture::MakerNoteTiff(le, Note(le, true))),
-        MakerNoteSeed(be, "Canon", fixture::MakerNoteTiff(be, Note(be, true))),
-        MakerNoteSeed(le, "Canon", fixture::MakerNoteTiff(le, Note(le, false))),
-        MakerNoteSeed(be, "Canon", fixture::MakerNoteTiff(be, Note(be, false))),
+        MakerNoteSeed(le, "Canon", fixture::MakerNoteTiff(le, RecordsNote(le, true))),
+        MakerNoteSeed(be, "Canon", fixture::MakerNoteTiff(be, RecordsNote(be, true))),
+        MakerNoteSeed(le, "Canon", fixture::MakerNoteTiff(le, RecordsNote(le, false))),
+        MakerNoteSeed(be, "Canon", fixture::MakerNoteTiff(be, RecordsNote(be, false))),
+        MakerNoteSeed(le, "Canon", fixture::MakerNoteTiff(le, PlainNote(le, "", fixture::kNoteOffset))),
+        MakerNoteSeed(be, "Canon", fixture::MakerNoteTiff(be, PlainNote(be, "", fixture::kNoteOffset))),
+        MakerNoteSeed(le, "Canon", fixture::MakerNoteTiff(le, PlainNote(be, std::string("MM\0*\0\0\0\x08", 8), 0)), true),
     };
 }
 

@@ -1,7 +1,8 @@
 // Seeds for fuzz_makernotes: Nikon main-form notes with every structure the
 // decoder reads (AF info, colour balance, lens data in the clear and
 // enciphered, flash info, the preview directory), in both byte orders and
-// without a header.
+// without a header; and notes with the plain tags and lens data only, in a
+// byte order unlike their file's.
 #include <string>
 
 #include "fixture/makernote_fixture.h"
@@ -46,8 +47,7 @@ Bytes NikonNote(ByteOrder order, const std::string& header, int64_t origin, cons
     note.Long(167, 526).OutOfLine(168, fixture::kUndefined, 22, Structure("0100", 22, 1));
     // The later bodies' settings: crop, VR, picture control, world time, ISO,
     // power-up time, AF info 2, file info, AF fine tune.
-    Bytes crop;
-    for (int v : {2, 6048, 4032, 3936, 2624, 1056, 704}) fixture::PutU16(crop, static_cast<uint16_t>(v), order);
+    const Bytes crop = fuzzseeds::Shorts(order, {2, 6048, 4032, 3936, 2624, 1056, 704});
     note.OutOfLine(27, fixture::kShort, 7, crop).OutOfLine(31, fixture::kUndefined, 8, Structure("0100", 8, 1));
     note.OutOfLine(35, fixture::kUndefined, 58, Structure("0100", 58, 0x41));
     note.Field(36, fixture::kUndefined, 4, {0xB6, 0xFE, 1, 2}).OutOfLine(37, fixture::kUndefined, 14, Structure("H", 14, 1));
@@ -60,6 +60,19 @@ Bytes NikonNote(ByteOrder order, const std::string& header, int64_t origin, cons
     return out;
 }
 
+// The plain tags and lens data 0100, nothing enciphered.
+Bytes LensNote(ByteOrder order, const std::string& header, int64_t origin) {
+    MakerNoteBuilder note(order);
+    note.Header(header);
+    Bytes lens = fixture::ToBytes("0100");
+    fixture::Append(lens, {0, 0, 0x94, 0x40, 0x2D, 0x53, 0x2C, 0x3C, 0x96});
+    note.Field(1, fixture::kUndefined, 4, fixture::ToBytes("0210")).Ascii(3, "COLOR").Ascii(4, "FINE");
+    note.Ascii(7, "AF-S").Field(131, fixture::kByte, 1, {6, 0, 0, 0});
+    note.OutOfLine(132, fixture::kRational, 4, fuzzseeds::Longs(order, {18, 1, 55, 1, 35, 10, 56, 10})).Short(137, 0x21);
+    note.OutOfLine(152, fixture::kUndefined, static_cast<uint32_t>(lens.size()), lens).Long(167, 42);
+    return note.Build(origin);
+}
+
 std::vector<Bytes> NikonSeeds() {
     const ByteOrder le = ByteOrder::kLittle, be = ByteOrder::kBig;
     const std::string embeddedLE("Nikon\0\x02\x10\0\0II*\0\x08\0\0\0", 18);
@@ -69,6 +82,9 @@ std::vector<Bytes> NikonSeeds() {
         MakerNoteSeed(be, "NIKON CORPORATION", fixture::MakerNoteTiff(be, NikonNote(be, embeddedBE, -10, "0204", "0211"))),
         MakerNoteSeed(le, "NIKON CORPORATION", fixture::MakerNoteTiff(le, NikonNote(be, embeddedBE, -10, "0101", "0103"))),
         MakerNoteSeed(be, "NIKON", fixture::MakerNoteTiff(be, NikonNote(be, "", fixture::kNoteOffset, "0100", "0100"))),
+        MakerNoteSeed(be, "NIKON CORPORATION", fixture::MakerNoteTiff(be, LensNote(le, embeddedLE, -10))),
+        MakerNoteSeed(le, "NIKON CORPORATION", fixture::MakerNoteTiff(le, LensNote(be, embeddedBE, -10))),
+        MakerNoteSeed(le, "NIKON", fixture::MakerNoteTiff(le, LensNote(le, "", fixture::kNoteOffset))),
     };
 }
 

@@ -2,6 +2,7 @@
 // the newer one behind a 6-byte "QVC" header. Every value is taken from the
 // entry's own value field; no offset is followed.
 #include "makernote_decoders.h"
+#include "makernote_texts.h"
 
 namespace makernotes {
 namespace {
@@ -76,6 +77,7 @@ constexpr MakerTag kCasioTags[] = {
     {13, "Saturation", kLowHigh},
     {20, "CCD Sensitivity", kCcdSensitivity},
 };
+static_assert(TagsAscend(kCasioTags) && TagsNamed(kCasioTags), "tags ascend, each named");
 // Older Casio notes read each value as the low half of the whole 32-bit field.
 constexpr MakerTable kCasio = Table(kCasioTags, ValueRule::kLowHalfOfWord);
 
@@ -116,9 +118,6 @@ constexpr ValueText kQvcFocusMode2Texts[] = {
 };
 constexpr Enumeration kQvcFocusMode2 = Enum(kQvcFocusMode2Texts, Sign::kUnsigned, "Unknown (%d)");
 
-constexpr ValueText kOffOnTexts[] = {
-    {0, "Off"}, {1, "On"},
-};
 constexpr Enumeration kQvcOffOn = Enum(kOffOnTexts, Sign::kUnsigned, "Unknown (%d)");
 
 constexpr ValueText kOffTexts[] = {
@@ -143,13 +142,11 @@ constexpr MakerTag kCasioQvcTags[] = {
     {12310, "Enhancement", kQvcOff},
     {12311, "Filter", kQvcOff},
 };
+static_assert(TagsAscend(kCasioQvcTags) && TagsNamed(kCasioQvcTags), "tags ascend, each named");
 // "QVC" notes read each value where a SHORT is stored: the field's first two bytes.
 constexpr MakerTable kCasioQvc = Table(kCasioQvcTags, ValueRule::kLeadingShort);
 
 }  // namespace
-
-const MakerTable& CasioTags() { return kCasio; }
-const MakerTable& CasioQvcTags() { return kCasioQvc; }
 
 void DecodeCasioMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                           uint32_t* rowCount) {

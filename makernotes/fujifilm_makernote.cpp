@@ -6,6 +6,7 @@
 
 #include "makernote_array.h"
 #include "makernote_decoders.h"
+#include "makernote_texts.h"
 
 namespace makernotes {
 namespace {
@@ -54,7 +55,6 @@ constexpr ValueText kFlashModeTexts[] = {
     {0xCD20, "TTL - red-eye flash - 2nd curtain (rear)"}, {0xCE20, "TTL slow - red-eye flash - 2nd curtain (rear)"},
     {0xCF20, "TTL auto - red-eye flash - 2nd curtain (rear)"}, {0xE920, "High speed sync (HSS)"},
 };
-constexpr ValueText kOffOnTexts[] = {{0, "Off"}, {1, "On"}};
 constexpr ValueText kFocusModeTexts[] = {{0, "Auto"}, {1, "Manual"}, {0xFFFF, "Movie"}};
 constexpr ValueText kPictureModeTexts[] = {
     {0x00, "Auto"}, {0x01, "Portrait"}, {0x02, "Landscape"}, {0x03, "Macro"}, {0x04, "Sports"},
@@ -91,7 +91,6 @@ constexpr ValueText kHighIsoNoiseReductionTexts[] = {
     {0x2E0, "-4 (weakest)"},
 };
 constexpr ValueText kAfModeTexts[] = {{0, "No"}, {1, "Single Point"}, {0x100, "Zone"}, {0x200, "Wide/Tracking"}};
-constexpr ValueText kAutoManualTexts[] = {{0, "Auto"}, {1, "Manual"}};
 constexpr ValueText kExrModeTexts[] = {
     {0x100, "HR (High Resolution)"}, {0x200, "SN (Signal to Noise priority)"}, {0x300, "DR (Dynamic Range priority)"},
 };
@@ -268,9 +267,9 @@ constexpr MakerTable kFujifilm = Table(kFujifilmTags, ValueRule::kLowHalfOfWord)
 
 
 
-static_assert(TagsAscend(kFujifilmTags), "tag order");
+static_assert(TagsAscend(kFujifilmTags) && TagsNamed(kFujifilmTags), "tag order");
 static_assert(ValuesUnique(kSharpnessTexts) && ValuesUnique(kWhiteBalanceTexts) && ValuesUnique(kSaturationTexts) &&
-                  ValuesUnique(kToneTexts) && ValuesUnique(kFlashModeTexts) && ValuesUnique(kOffOnTexts) &&
+                  ValuesUnique(kToneTexts) && ValuesUnique(kFlashModeTexts) &&
                   ValuesUnique(kFocusModeTexts) && ValuesUnique(kPictureModeTexts) && ValuesUnique(kBlurWarningTexts) &&
                   ValuesUnique(kFocusWarningTexts) && ValuesUnique(kExposureWarningTexts) &&
                   ValuesUnique(kDynamicRangeTexts) && ValuesUnique(kFilmModeTexts) &&

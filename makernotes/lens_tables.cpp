@@ -20,7 +20,7 @@ void CopyName(const char* name, char* out, size_t outSize) {
 // Rows that no lookup reaches stay on purpose: (3, 4432), whose number no
 // byte can hold; the rows with number 0, since the decoder asks for 32 in
 // place of 0; and the last two rows, beyond the scanned kPentaxLensScanRows.
-const PentaxLens PentaxLensTable[kPentaxLensRows] = {
+constexpr PentaxLens PentaxLensTable[kPentaxLensRows] = {
     // Series 0
     {0, 0, "M-42 or No Lens"},
     // Series 1
@@ -181,7 +181,7 @@ const PentaxLens PentaxLensTable[kPentaxLensRows] = {
     {8, 255, "Sigma 70-200mm F2.8 EX DG Macro HSM II"},
 };
 
-const NikonLens NikonLensTable[kNikonLensRows] = {
+constexpr NikonLens NikonLensTable[kNikonLensRows] = {
     {{0x94, 0x40, 0x2D, 0x53, 0x2C, 0x3C, 0x96, 0x06}, "AF-S DX Zoom-Nikkor 18-55mm f/3.5-5.6G ED II"},
     {{0x8D, 0x44, 0x5C, 0x8E, 0x34, 0x3C, 0x8F, 0x0E}, "AF-S VR Zoom-Nikkor 70-300mm f/4.5-5.6G IF-ED"},
     {{0x8C, 0x40, 0x2D, 0x53, 0x2C, 0x3C, 0x8E, 0x06}, "AF-S DX Zoom-Nikkor 18-55mm f/3.5-5.6G ED"},
@@ -191,6 +191,48 @@ const NikonLens NikonLensTable[kNikonLensRows] = {
     {{0x9E, 0x40, 0x2D, 0x6A, 0x2C, 0x3C, 0xA0, 0x0E}, "AF-S DX VR Zoom-Nikkor 18-105mm f/3.5-5.6G ED"},
     {{0xF3, 0x54, 0x2B, 0x50, 0x24, 0x24, 0x84, 0x0E}, "Tamron SP AF 17-50mm f/2.8 XR Di II VC (B005)"},
 };
+
+namespace {
+
+constexpr bool Named(const char* name) {
+    size_t n = 0;
+    while (name[n]) ++n;
+    return n > 0 && n <= 127;
+}
+
+// The Pentax rows as the header promises them.
+constexpr bool PentaxRowsInOrder() {
+    const PentaxLens* last = nullptr;
+    int numbersNoByteHolds = 0;
+    for (const PentaxLens& row : PentaxLensTable) {
+        if (!Named(row.name)) return false;
+        if (row.number == 4432) {
+            ++numbersNoByteHolds;
+            continue;
+        }
+        if (last && !(last->series < row.series || (last->series == row.series && last->number < row.number)))
+            return false;
+        last = &row;
+    }
+    return numbersNoByteHolds == 1;
+}
+
+constexpr bool NikonKeysOnce() {
+    for (size_t i = 0; i < kNikonLensRows; ++i) {
+        if (!Named(NikonLensTable[i].name)) return false;
+        for (size_t j = i + 1; j < kNikonLensRows; ++j) {
+            bool same = true;
+            for (size_t b = 0; b < 8; ++b) same = same && NikonLensTable[i].key[b] == NikonLensTable[j].key[b];
+            if (same) return false;
+        }
+    }
+    return true;
+}
+
+static_assert(PentaxRowsInOrder(), "Pentax lenses: keys ascend, each once, each named");
+static_assert(NikonKeysOnce(), "Nikon lenses: each key once, each named");
+
+}  // namespace
 
 bool LookupPentaxLens(uint32_t series, uint32_t number, char* out, size_t outSize) {
     for (size_t i = 0; i < kPentaxLensScanRows; ++i) {

@@ -4,6 +4,19 @@
 // appends the maker's rows.
 // Every decoder stops at a short read without complaint and adds no rows for
 // a directory whose entry count would take the table to kMakerNoteRowLimit.
+//
+// Every maker's decoder has the same shape. <maker>_makernote.cpp holds, in
+// this order, the value texts and value rules of the maker's directory, its
+// tag table (a MakerTable over the shared entry loop of
+// makernote_directory.h) and its decode entry, declared here. A maker whose
+// note holds more than one directory (sub-directories, records, byte
+// structures, blocks of settings) keeps each further part in
+// <maker>_<part>.cpp of the same shape: its texts, its rules, and the one
+// table or entry point the decode entry uses. What the parts share goes in
+// <maker>_makernote.h (seen by that maker's files only) and the value rules
+// they share in <maker>_values.cpp; the lists of bodies and lenses a maker
+// names in <maker>_tables.cpp. Value texts that several makers word alike
+// are in makernote_texts.h.
 #pragma once
 
 #include <cstdint>
@@ -51,14 +64,5 @@ void DecodeFujifilmMakerNote(const platform::Cursor& directory, uint32_t offsetB
 // Minolta: the directory at the note's first byte.
 void DecodeMinoltaMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                             uint32_t* rowCount);
-
-// Each maker's tags, for the checks on the tables themselves.
-const MakerTable& CasioTags();
-const MakerTable& CasioQvcTags();
-const MakerTable& SonyTags();
-const MakerTable& PanasonicTags();
-const MakerTable& NikonType1Tags();
-const MakerTable& PentaxTags();
-const MakerTable& MinoltaTags();
 
 }  // namespace makernotes

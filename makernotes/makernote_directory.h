@@ -114,6 +114,18 @@ struct MakerTag {
     TagFormat format;
 };
 
+// A constant list and its length: a table of tables (a maker's records,
+// its layouts of a block) names each list by one of these.
+template <typename T>
+struct List {
+    const T* items;
+    size_t size;
+};
+template <typename T, size_t N>
+constexpr List<T> ListOf(const T (&items)[N]) {
+    return {items, N};
+}
+
 // A maker's directory: its tags (sorted by tag, each once), its value rule,
 // and whether the entry loop also stops when the table reaches
 // kMakerNoteRowLimit rows while it is read.
@@ -127,11 +139,17 @@ struct MakerTable {
 };
 
 // A table's invariants, for a maker's static_assert: tags ascend, each
-// once; an enumeration lists each value once.
+// once, each with a name; an enumeration lists each value once.
 template <size_t N>
 constexpr bool TagsAscend(const MakerTag (&tags)[N]) {
     for (size_t i = 1; i < N; ++i)
         if (tags[i - 1].tag >= tags[i].tag) return false;
+    return true;
+}
+template <size_t N>
+constexpr bool TagsNamed(const MakerTag (&tags)[N]) {
+    for (const MakerTag& t : tags)
+        if (!t.name || !t.name[0]) return false;
     return true;
 }
 template <size_t N>

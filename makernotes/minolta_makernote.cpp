@@ -8,6 +8,7 @@
 
 #include "makernote_array.h"
 #include "makernote_decoders.h"
+#include "makernote_texts.h"
 
 namespace makernotes {
 namespace {
@@ -77,7 +78,6 @@ constexpr ValueText kTeleconverterTexts[] = {
 constexpr Enumeration kTeleconverter = Enum(kTeleconverterTexts, Sign::kUnsigned, "%u");
 constexpr ValueText kStabilizationTexts[] = {{1, "Off"}, {5, "On"}};
 constexpr Enumeration kStabilization = Enum(kStabilizationTexts, Sign::kUnsigned, "%u");
-constexpr ValueText kOffOnTexts[] = {{0, "Off"}, {1, "On"}};
 constexpr Enumeration kOffOn = Enum(kOffOnTexts, Sign::kUnsigned, "%u");
 constexpr ValueText kZoneMatchingTexts[] = {{0, "ISO Setting Used"}, {1, "High Key"}, {2, "Low Key"}};
 constexpr Enumeration kZoneMatching = Enum(kZoneMatchingTexts, Sign::kUnsigned, "%u");
@@ -122,7 +122,7 @@ constexpr MakerTag kMinoltaTags[] = {
     {274, "White Balance Fine Tune", SignedLong},           // 0112
     {277, "White Balance", kWhiteBalancePlain},             // 0115
 };
-static_assert(TagsAscend(kMinoltaTags), "Minolta tags ascend");
+static_assert(TagsAscend(kMinoltaTags) && TagsNamed(kMinoltaTags), "Minolta tags ascend");
 // The plain tags are LONGs: the field read as one word holds the value in
 // either byte order, and the enumerations need only its low half.
 constexpr MakerTable kMinolta = Table(kMinoltaTags, ValueRule::kLowHalfOfWord);
@@ -147,7 +147,6 @@ constexpr ValueText kMeteringTexts[] = {
     {0, "Multi-segment"}, {1, "Center-weighted average"}, {2, "Spot"},
 };
 constexpr ValueText kDigitalZoomTexts[] = {{0, "Off"}, {1, "Electronic magnification"}, {2, "2x"}};
-constexpr ValueText kNoYesTexts[] = {{0, "No"}, {1, "Yes"}};
 constexpr ValueText kSharpnessTexts[] = {{0, "Hard"}, {1, "Normal"}, {2, "Soft"}};
 constexpr ValueText kIsoSettingTexts[] = {
     {0, "100"}, {1, "200"}, {2, "400"}, {3, "800"}, {4, "Auto"}, {5, "64"},
@@ -487,8 +486,6 @@ constexpr ArrayTag kArrayTags[] = {
 constexpr ArrayTags kMinoltaArrays = Arrays(kArrayTags);
 
 }  // namespace
-
-const MakerTable& MinoltaTags() { return kMinolta; }
 
 void DecodeMinoltaMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                             uint32_t* rowCount) {

@@ -90,12 +90,11 @@ constexpr MakerTag kPanasonicTags[] = {
     {111, "Landmark", FormatGenericValue},    // 6F
     {128, "County", FormatGenericValue},      // 80
 };
+static_assert(TagsAscend(kPanasonicTags) && TagsNamed(kPanasonicTags), "tags ascend, each named");
 // Panasonic reads each value where a SHORT is stored: the field's first two bytes.
 constexpr MakerTable kPanasonic = Table(kPanasonicTags, ValueRule::kLeadingShort, /*stopAtRowLimit=*/true);
 
 }  // namespace
-
-const MakerTable& PanasonicTags() { return kPanasonic; }
 
 void DecodePanasonicMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                               uint32_t* rowCount) {

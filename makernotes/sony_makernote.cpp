@@ -1,6 +1,7 @@
 // Sony maker notes: a directory at the note's start or behind the 12-byte
 // "SONY DSC" header, offsets from the TIFF header.
 #include "makernote_decoders.h"
+#include "makernote_texts.h"
 
 namespace makernotes {
 namespace {
@@ -36,10 +37,7 @@ constexpr ValueText kDynamicRangeOptimizerTexts[] = {
 };
 constexpr Enumeration kDynamicRangeOptimizer = PrintedSigned(Enum(kDynamicRangeOptimizerTexts, Sign::kUnsigned, "%d"));
 
-constexpr ValueText kImageStabilizationTexts[] = {
-    {0, "Off"}, {1, "On"},
-};
-constexpr Enumeration kImageStabilization = Enum(kImageStabilizationTexts, Sign::kSigned, "%d");
+constexpr Enumeration kImageStabilization = Enum(kOffOnTexts, Sign::kSigned, "%d");
 
 constexpr ValueText kLensTypeTexts[] = {
     {46, "Carl Zeiss Vario-Sonnar T* DT 16-80mm F3.5-4.5 ZA"},
@@ -72,12 +70,11 @@ constexpr MakerTag kSonyTags[] = {
     {45095, "Lens Type", kLensType},                        // B027
     {45097, "Color Mode", kColorMode},                      // B029
 };
+static_assert(TagsAscend(kSonyTags) && TagsNamed(kSonyTags), "tags ascend, each named");
 // Sony reads each value where a SHORT is stored: the field's first two bytes.
 constexpr MakerTable kSony = Table(kSonyTags, ValueRule::kLeadingShort, /*stopAtRowLimit=*/true);
 
 }  // namespace
-
-const MakerTable& SonyTags() { return kSony; }
 
 void DecodeSonyMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                          uint32_t* rowCount) {

@@ -57,12 +57,13 @@ TEST(Walker, NoTiffHeaderMeansNoRows) {
     EXPECT_EQ(ReadRows(u"/nonexistent/vv.jpg").result, 0);
 }
 
-// IFD0 with `entries` entries (unknown tags and a Make), then a thumbnail directory.
+// IFD0 with `entries` entries (a Make and unknown tags, which sort between
+// known ones), then a thumbnail directory.
 Bytes WideIfd0(int entries) {
     TiffBuilder tiff;
     const int ifd1 = tiff.AddIfd();
     tiff.Ascii(0, 271, "Vantaview").Next(0, ifd1);
-    for (int i = 1; i < entries; ++i) tiff.Short(0, static_cast<uint16_t>(60000 + i), {1});
+    for (int i = 1; i < entries; ++i) tiff.Short(0, static_cast<uint16_t>(1000 + i), {1});
     tiff.Short(ifd1, 259, {6});
     return Jpeg(tiff.Build());
 }

@@ -55,6 +55,8 @@ TEST(Cursor, FailureStaysSetAndChildrenKeepInsideTheirParent) {
     EXPECT_FALSE(child.ok());
     EXPECT_TRUE(child.Seek(child.begin()));
     EXPECT_FALSE(child.ok());  // ...and stays set
+    EXPECT_FALSE(child.Child(1).ok());  // ...and a child of a failed cursor starts failed
+    EXPECT_FALSE(child.ChildAt(child.begin(), 1).ok());
     EXPECT_TRUE(in.ok());
     EXPECT_FALSE(in.ChildAt(sizeof bytes + 1, 1).ok());
 }

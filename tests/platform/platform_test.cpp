@@ -92,10 +92,15 @@ TEST(Files, NonAsciiPathsMoveOverAndDelete) {
     EXPECT_FALSE(platform::RemoveFile(target));
 }
 
-TEST(System, TempFolderEndsInSeparator) {
-    const std::u16string temp = platform::TempFolder();
-    ASSERT_FALSE(temp.empty());
-    EXPECT_EQ(temp.back(), platform::kPathSeparator);
+// The folder the system names (TMPDIR; TMP on Windows), with one separator
+// at its end whether the setting has one or not.
+TEST(System, TempFolderIsTheSystemsFolderEndingInOneSeparator) {
+    fixture::TempDir dir;
+    const std::string folder = dir.Utf8Path("temp");
+    for (const std::string& setting : {folder, folder + static_cast<char>(platform::kPathSeparator)}) {
+        fixture::ScopedTempFolder temp(setting);
+        EXPECT_EQ(platform::TempFolder(), Utf8ToUtf16(folder) + platform::kPathSeparator) << setting;
+    }
 }
 
 }  // namespace
