@@ -9,7 +9,7 @@ fail=0
 grep -q 'Magic.*010b.*(PE32)' <<<"$dump" || { echo "not a PE32 image"; fail=1; }
 size=$(stat -c %s "$dll")
 echo "size: $size bytes"
-[ "$size" -le 1048576 ] || { echo "larger than 1 MB"; fail=1; }
+[ "$size" -le 1572864 ] || { echo "larger than 1.5 MiB"; fail=1; }
 sections=$(i686-w64-mingw32-objdump -h "$dll")
 if grep -q ' \.debug_' <<<"$sections" || ! grep -q ' \.gnu_debuglink ' <<<"$sections"; then
   echo "debug information not split off into a linked file"; fail=1
