@@ -63,8 +63,7 @@ std::u16string_view FolderName(std::u16string_view path) {
     return FileName(path.substr(0, start - 1));
 }
 
-std::u16string FormatSize(std::u16string_view path) {
-    auto file = platform::OpenFile(path, platform::FileMode::kRead);
+std::u16string FormatSize(platform::File* file) {
     const int64_t size = file ? file->Size() : -1;
     if (size < 0) return {};
     char text[64];
@@ -81,20 +80,32 @@ struct TableDeleter {
 
 // Builds the output, keeping it within its limit and never ending it in half
 // of a surrogate pair.
-class Expansion {
+class Output {
 public:
-    Expansion(const PlaceholderContext& context, size_t capacity)
-        : context_(context), limit_(capacity > 0 ? capacity - 1 : 0) {}
-
+    explicit Output(size_t capacity) : limit_(capacity > 0 ? capacity - 1 : 0) {}
     void Put(std::u16string_view text) {
         const size_t room = limit_ - out_.size();
         out_.append(text.substr(0, platform::Utf16CutLength(text, room)));
     }
     void Put(char16_t c) { Put(std::u16string_view(&c, 1)); }
+    std::u16string Take() { return std::move(out_); }
+
+private:
+    size_t limit_;
+    std::u16string out_;
+};
+
+}  // namespace
+
+// What the placeholders of one file read, each at most once: the file (opened
+// at the first placeholder that needs it), its EXIF rows, its IPTC record and
+// the clock.
+struct PlaceholderSession::Values {
+    explicit Values(const PlaceholderContext& c) : context(c) {}
 
     std::u16string Exif(uint32_t tag) {
         if (!LoadExif()) return {};
-        const exif::TagRecord* row = exif::FindTagRecord(*exif_, exifRows_, tag);
+        const exif::TagRecord* row = exif::FindTagRecord(*exif, exifRows, tag);
         if (!row) return {};
         const bool useLong = (tag == kTagImageDescription || tag == kTagUserComment) && row->longValue;
         const char* text = useLong ? row->longValue : row->value;
@@ -103,17 +114,17 @@ public:
     }
 
     std::u16string Iptc(int dataset) {
-        if (!iptcLoaded_) {
-            iptcLoaded_ = true;
+        if (!iptcLoaded) {
+            iptcLoaded = true;
             if (platform::File* file = Input()) {
-                iptc_.reset(new (std::nothrow) iptc::IptcData);
-                if (iptc_) {
-                    iptc::ClearIptcData(*iptc_);
-                    iptc::LoadIptcData(*file, *iptc_);
+                iptc.reset(new (std::nothrow) iptc::IptcData);
+                if (iptc) {
+                    iptc::ClearIptcData(*iptc);
+                    iptc::LoadIptcData(*file, *iptc);
                 }
             }
         }
-        return iptc_ ? iptc::IptcTagText(*iptc_, dataset) : std::u16string();
+        return iptc ? iptc::IptcTagText(*iptc, dataset) : std::u16string();
     }
 
     // The picture's own date when EXIF has one, else the file's last change.
@@ -127,58 +138,64 @@ public:
             return FormatDateTime(t);
         }
         platform::FileTimes times;
-        if (!platform::GetFileTimes(context_.filePath, times)) return {};
+        if (!platform::GetFileTimes(context.filePath, times)) return {};
         return FormatDateTime(platform::FileTimeToLocalTime(times.lastWrite));
     }
 
     platform::LocalTime Now() {
-        if (context_.now) return *context_.now;
-        if (!haveNow_) now_ = platform::GetLocalTime(), haveNow_ = true;
-        return now_;
+        if (context.now) return *context.now;
+        if (!haveNow) now = platform::GetLocalTime(), haveNow = true;
+        return now;
     }
 
-    std::u16string Take() { return std::move(out_); }
+    std::u16string Size() { return FormatSize(Input()); }
 
-private:
     bool LoadExif() {
-        if (!exifLoaded_) {
-            exifLoaded_ = true;
+        if (!exifLoaded) {
+            exifLoaded = true;
             if (platform::File* file = Input()) {
-                exif_.reset(exif::AllocateTagRecordTable());
+                exif.reset(exif::AllocateTagRecordTable());
                 int bigEndian = 0;
-                if (exif_) exif::ReadExifTags(*file, *exif_, &exifRows_, &bigEndian, exif::NoMakerNotes());
+                if (exif) exif::ReadExifTags(*file, *exif, &exifRows, &bigEndian, exif::NoMakerNotes());
             }
         }
-        return exif_ != nullptr;
+        return exif != nullptr;
     }
 
-    // The file, opened once for both its EXIF and its IPTC values; null when
-    // it cannot be opened (then nothing is allocated for its values).
+    // The file, opened once for all its values; null when it cannot be
+    // opened (then nothing is allocated for its values).
     platform::File* Input() {
-        if (!inputOpened_) {
-            inputOpened_ = true;
-            input_ = platform::Input::Open(context_.filePath);
+        if (!inputOpened) {
+            inputOpened = true;
+            input = platform::Input::Open(context.filePath);
         }
-        return input_.get();
+        return input.get();
     }
 
-    const PlaceholderContext& context_;
-    size_t limit_;
-    std::u16string out_;
-    bool exifLoaded_ = false, iptcLoaded_ = false, haveNow_ = false, inputOpened_ = false;
-    std::unique_ptr<platform::Input> input_;
-    std::unique_ptr<exif::TagRecordTable, TableDeleter> exif_;
-    uint32_t exifRows_ = 0;
-    std::unique_ptr<iptc::IptcData> iptc_;
-    platform::LocalTime now_;
+    PlaceholderContext context;
+    bool exifLoaded = false, iptcLoaded = false, haveNow = false, inputOpened = false;
+    std::unique_ptr<platform::Input> input;
+    std::unique_ptr<exif::TagRecordTable, TableDeleter> exif;
+    uint32_t exifRows = 0;
+    std::unique_ptr<iptc::IptcData> iptc;
+    platform::LocalTime now;
 };
+
+namespace {
 
 bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 
 }  // namespace
 
-std::u16string ExpandPlaceholders(std::u16string_view text, const PlaceholderContext& context, size_t capacity) {
-    Expansion e(context, capacity);
+PlaceholderSession::PlaceholderSession(const PlaceholderContext& context)
+    : values_(std::make_unique<Values>(context)) {}
+
+PlaceholderSession::~PlaceholderSession() = default;
+
+std::u16string PlaceholderSession::Expand(std::u16string_view text, size_t capacity) {
+    Values& v = *values_;
+    const PlaceholderContext& context = v.context;
+    Output e(capacity);
     for (size_t i = 0; i < text.size(); ++i) {
         const char16_t c = text[i];
         if (c == u'|') {
@@ -198,14 +215,14 @@ std::u16string ExpandPlaceholders(std::u16string_view text, const PlaceholderCon
         std::u16string value;
         bool known = true;
         switch (code) {
-            case u'D': value = e.PictureDate(); break;
-            case u'd': value = FormatDate(e.Now()); break;
-            case u'T': value = FormatTime(e.Now()); break;
+            case u'D': value = v.PictureDate(); break;
+            case u'd': value = FormatDate(v.Now()); break;
+            case u'T': value = FormatTime(v.Now()); break;
             case u'F': value = FileName(context.filePath); break;
             case u'N': value = NameWithoutExtension(context.filePath); break;
             case u'O': value = FolderName(context.filePath); break;
             case u'U': value = platform::UserName(); break;
-            case u'S': value = FormatSize(context.filePath); break;
+            case u'S': value = v.Size(); break;
             case u'C': {
                 char number[24];
                 std::snprintf(number, sizeof number, "_%.3d", context.counter);
@@ -220,7 +237,7 @@ std::u16string ExpandPlaceholders(std::u16string_view text, const PlaceholderCon
                 while (end < text.size() && end - (i + 2) < size_t{kPlaceholderNumberDigits} && IsDigit(text[end]))
                     number = number * 10 + (text[end++] - u'0');
                 known = end > i + 2;
-                if (known) value = code == u'E' ? e.Exif(number) : e.Iptc(static_cast<int>(number));
+                if (known) value = code == u'E' ? v.Exif(number) : v.Iptc(static_cast<int>(number));
                 break;
             }
             default: known = false; break;
@@ -235,20 +252,33 @@ std::u16string ExpandPlaceholders(std::u16string_view text, const PlaceholderCon
     return e.Take();
 }
 
-size_t ExpandPlaceholders(std::u16string_view text, char16_t* out, size_t capacity, std::u16string_view filePath,
-                          std::u16string_view settingsPath, int counter) {
+size_t PlaceholderSession::Expand(std::u16string_view text, char16_t* out, size_t capacity) {
     if (!out || capacity == 0) return 0;
-    PlaceholderContext context;
-    context.filePath = filePath;
-    context.settingsPath = settingsPath;
-    context.counter = counter;
     try {
-        const std::u16string expanded = ExpandPlaceholders(text, context, capacity);
+        const std::u16string expanded = Expand(text, capacity);
         expanded.copy(out, expanded.size());
         out[expanded.size()] = u'\0';
         return expanded.size();
     } catch (const std::bad_alloc&) {
         out[0] = u'\0';  // called from dialogs: no exception may leave
+        return 0;
+    }
+}
+
+std::u16string ExpandPlaceholders(std::u16string_view text, const PlaceholderContext& context, size_t capacity) {
+    return PlaceholderSession(context).Expand(text, capacity);
+}
+
+size_t ExpandPlaceholders(std::u16string_view text, char16_t* out, size_t capacity, std::u16string_view filePath,
+                          std::u16string_view settingsPath, int counter) {
+    PlaceholderContext context;
+    context.filePath = filePath;
+    context.settingsPath = settingsPath;
+    context.counter = counter;
+    try {
+        return PlaceholderSession(context).Expand(text, out, capacity);
+    } catch (const std::bad_alloc&) {
+        if (out && capacity > 0) out[0] = u'\0';  // called from dialogs: no exception may leave
         return 0;
     }
 }

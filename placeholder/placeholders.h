@@ -27,6 +27,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -47,9 +48,32 @@ struct PlaceholderContext {
     const platform::LocalTime* now = nullptr;  // $d, $T; null: the clock
 };
 
-// Expands the text for one file; the result holds at most capacity - 1
-// characters (whole values are cut where the limit falls). EXIF is read only
-// when the text holds "$D" or "$E", IPTC only when it holds "$I", each once.
+// The expansions of one file: the file is opened at the first placeholder
+// that needs it and only once, its EXIF read at the first "$D" or "$E" and
+// its IPTC at the first "$I", however many texts are expanded (every field
+// of an IPTC write shares one session).
+class PlaceholderSession {
+public:
+    // The context's texts must outlive the session.
+    explicit PlaceholderSession(const PlaceholderContext& context);
+    ~PlaceholderSession();
+    PlaceholderSession(const PlaceholderSession&) = delete;
+    PlaceholderSession& operator=(const PlaceholderSession&) = delete;
+
+    // The text expanded; at most capacity - 1 characters (whole values are
+    // cut where the limit falls).
+    std::u16string Expand(std::u16string_view text, size_t capacity = kExpansionChars);
+    // The same into a buffer of `capacity` characters, always terminated;
+    // `out` may hold `text` itself. Returns the characters written; 0 and
+    // nothing written for a null buffer or capacity 0. Throws nothing.
+    size_t Expand(std::u16string_view text, char16_t* out, size_t capacity);
+
+private:
+    struct Values;
+    std::unique_ptr<Values> values_;
+};
+
+// One text for one file: a session of its own.
 std::u16string ExpandPlaceholders(std::u16string_view text, const PlaceholderContext& context,
                                   size_t capacity = kExpansionChars);
 

@@ -56,6 +56,21 @@ TEST_F(Placeholders, FileNamesFolderClockCounterAndUser) {
     EXPECT_EQ(Expand(u"$N"), u".hidden");
 }
 
+// One session reads its file once: every text it expands later shows the
+// values of that one reading, even when the file has changed meanwhile (an
+// IPTC write expands all its fields in one session).
+TEST_F(Placeholders, ASessionReadsItsFileOnceForEveryText) {
+    Use("a.jpg", JpegWith("2021:12:24 18:30:05"));
+    comment::PlaceholderContext context;
+    context.filePath = path_;
+    context.now = &kNow;
+    placeholder::PlaceholderSession session(context);
+    EXPECT_EQ(session.Expand(u"$E271 $I120 $S"), u"Maker Inc A caption 0.48 KB");
+    dir_.Write("a.jpg", Bytes(2048, 0));
+    EXPECT_EQ(session.Expand(u"$E271|$I25 $D $S"), u"Maker Inc\r\none, two 2021-12-24 / 18:30:05 0.48 KB");
+    EXPECT_EQ(Expand(u"[$E271$I120] $S"), u"[] 2.00 KB") << "a new session reads the file as it is now";
+}
+
 TEST_F(Placeholders, SizeInKilobytesBelowOneMegabyteElseMegabytes) {
     Use("small.jpg", Bytes(1536, 0));
     EXPECT_EQ(Expand(u"$S"), u"1.50 KB");

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <new>
 
 #include "iptc/iptc_reader.h"
 #include "iptc/iptc_writer.h"
@@ -139,13 +140,23 @@ bool IptcTextsChanged(const IptcData& now, const IptcData& snapshot) {
 }
 
 void ExpandIptcPlaceholders(IptcData& data, std::u16string_view fileName, int counter) {
-    const std::u16string_view ini = iptc::FieldView(data.settingsPath, iptc::kPathChars);
+    placeholder::PlaceholderContext context;
+    context.filePath = fileName;
+    context.settingsPath = iptc::FieldView(data.settingsPath, iptc::kPathChars);
+    context.counter = counter;
+    // One session for all fields: the file is read once, whatever they hold.
+    std::unique_ptr<placeholder::PlaceholderSession> session;
     for (int dataset : kEditedFields) {
         if (dataset == iptc::kPriority) continue;  // a digit, never a template
         char16_t* field = iptc::IptcField(data, dataset);
         const std::u16string_view text = iptc::FieldView(field);
         if (text.find(u'$') == std::u16string_view::npos) continue;
-        placeholder::ExpandPlaceholders(text, field, iptc::kFieldChars, fileName, ini, counter);
+        try {
+            if (!session) session = std::make_unique<placeholder::PlaceholderSession>(context);
+        } catch (const std::bad_alloc&) {
+            return;  // no memory: the texts stay as typed
+        }
+        session->Expand(text, field, iptc::kFieldChars);
     }
 }
 
