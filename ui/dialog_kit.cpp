@@ -95,7 +95,7 @@ HWND CreateModelessDialog(HINSTANCE instance, int templateId, HWND parent, std::
 
 int ShowMessage(HWND owner, std::u16string_view text, UINT type) {
     const std::u16string copy(text);
-    return g_messageBox(owner, W(copy), kMessageCaption, type);
+    return g_messageBox(owner, platform::AsWchar(copy), kMessageCaption, type);
 }
 
 void SetMessageBoxHook(MessageBoxFn show) { g_messageBox = show ? show : MessageBoxW; }
@@ -112,7 +112,7 @@ std::u16string WindowText(HWND window) {
 std::u16string ItemText(HWND dialog, int id) { return WindowText(GetDlgItem(dialog, id)); }
 
 void SetItemText(HWND dialog, int id, std::u16string_view text) {
-    SetDlgItemTextW(dialog, id, W(std::u16string(text)));
+    SetDlgItemTextW(dialog, id, platform::AsWchar(std::u16string(text)));
 }
 
 int ScaleForWindow(HWND window, int n) { return MulDiv(n, static_cast<int>(WindowDpi(window)), 96); }
@@ -142,13 +142,13 @@ int AppendListRow(HWND list, std::u16string_view firstCell) {
     LVITEMW item = {};
     item.mask = LVIF_TEXT;
     item.iItem = ListView_GetItemCount(list);
-    item.pszText = const_cast<wchar_t*>(W(text));
+    item.pszText = const_cast<wchar_t*>(platform::AsWchar(text));
     return ListView_InsertItem(list, &item);
 }
 
 void SetListCell(HWND list, int row, int column, std::u16string_view text) {
     std::u16string copy(text);
-    ListView_SetItemText(list, row, column, const_cast<wchar_t*>(W(copy)));
+    ListView_SetItemText(list, row, column, const_cast<wchar_t*>(platform::AsWchar(copy)));
 }
 
 std::u16string ListCell(HWND list, int row, int column, int maxChars) {

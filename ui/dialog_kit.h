@@ -18,6 +18,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/win32/wide_text.h"
+
 namespace vv {
 
 class DialogBase {
@@ -80,11 +82,6 @@ using MessageBoxFn = int(WINAPI*)(HWND owner, const wchar_t* text, const wchar_t
 void SetMessageBoxHook(MessageBoxFn show);
 
 // ------------------------------------------------------------ text
-
-inline const wchar_t* W(const std::u16string& text) { return reinterpret_cast<const wchar_t*>(text.c_str()); }
-inline std::u16string U(const wchar_t* text) {
-    return text ? std::u16string(reinterpret_cast<const char16_t*>(text)) : std::u16string();
-}
 
 std::u16string WindowText(HWND window);
 std::u16string ItemText(HWND dialog, int id);

@@ -101,7 +101,7 @@ void BeginEdit(HWND dialog, CreatorDialog& d, int row) {
     if (!ListView_GetSubItemRect(d.list, row, 1, LVIR_BOUNDS, &cell))
         return;
     MapWindowPoints(d.list, dialog, reinterpret_cast<POINT*>(&cell), 2);
-    HWND edit = CreateWindowExW(0, WC_EDITW, W(platform::Utf8ToUtf16(d.state->rows[row].value)),
+    HWND edit = CreateWindowExW(0, WC_EDITW, platform::AsWchar(platform::Utf8ToUtf16(d.state->rows[row].value)),
                                 WS_CHILD | WS_BORDER | ES_AUTOHSCROLL, cell.left, cell.top, cell.right - cell.left,
                                 cell.bottom - cell.top, dialog, reinterpret_cast<HMENU>(IDC_CREATOR_EDIT),
                                 reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(dialog, GWLP_HINSTANCE)), nullptr);

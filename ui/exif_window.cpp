@@ -72,7 +72,7 @@ WinRect NearestWorkArea(POINT point) {
 std::u16string ClassName(HWND window) {
     wchar_t name[64] = {};
     GetClassNameW(window, name, 64);
-    return U(name);
+    return platform::ToU16string(name);
 }
 
 // ------------------------------------------------------------ tag chooser
@@ -222,7 +222,7 @@ struct ExifInfoWindow : DialogBase {
             return;
         ClearList();
         const std::u16string name = FileNamePart(g_exif.fileName);
-        SetWindowTextW(window, W(name + u" - EXIF Info"));
+        SetWindowTextW(window, platform::AsWchar(name + u" - EXIF Info"));
 
         exif::TagRecord& first = records->rows[0];
         std::strcpy(first.name, "Filename");
@@ -247,7 +247,7 @@ struct ExifInfoWindow : DialogBase {
             return;
         for (int i = 0; i < n; ++i) {
             const std::u16string name = ListCell(list, i, 1, kRememberedTagMax);
-            if (lstrcmpiW(W(name), W(rememberedTag)) == 0) {
+            if (lstrcmpiW(platform::AsWchar(name), platform::AsWchar(rememberedTag)) == 0) {
                 ListView_SetItemState(list, i, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
                 ListView_EnsureVisible(list, i, FALSE);
                 return;
