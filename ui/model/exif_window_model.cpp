@@ -65,6 +65,22 @@ bool ScanInt(std::u16string_view text, size_t& at, int& out) {
     return true;
 }
 
+// The list less every token equal to `numberText` (as IsTagInList compares),
+// each with the comma after it; every other character stays as it was.
+std::u16string WithoutToken(std::u16string_view list, std::u16string_view numberText) {
+    std::u16string kept;
+    size_t start = 0;
+    while (start < list.size()) {
+        size_t end = list.find(u',', start);
+        end = end == std::u16string_view::npos ? list.size() : end + 1;
+        const std::u16string_view entry = list.substr(start, end - start);
+        if (!IsTagInList(entry, numberText))
+            kept += entry;
+        start = end;
+    }
+    return kept;
+}
+
 int Round(float value) { return static_cast<int>(value + 0.5f); }
 
 // Single-precision division kept in memory: the 32-bit build would otherwise
@@ -158,13 +174,15 @@ std::vector<TagChoice> BuildTagChoices(const exif::TagRecordTable& table, uint32
 std::u16string UpdateHideTags(std::u16string list, const std::vector<TagChoice>& choices) {
     for (const TagChoice& choice : choices) {
         const bool listed = IsTagInList(list, choice.number);
-        const std::u16string entry = choice.number + u",";
         if (!choice.shown && !listed) {
+            // A list typed without its last comma keeps its last number apart.
+            std::u16string entry = choice.number + u",";
+            if (!list.empty() && list.back() != u',')
+                entry.insert(entry.begin(), u',');
             if (list.size() + entry.size() <= kHideTagsMax)
                 list += entry;
         } else if (choice.shown && listed) {
-            for (size_t at; (at = list.find(entry)) != std::u16string::npos;)
-                list.erase(at, entry.size());
+            list = WithoutToken(list, choice.number);
         }
     }
     return list;

@@ -51,11 +51,12 @@ struct TagChoice {
 std::vector<TagChoice> BuildTagChoices(const exif::TagRecordTable& table, uint32_t count,
                                        std::u16string_view hideTags);
 
-// The "HideTags" text after OK in the choose-tags dialog: an unchecked
-// number not yet listed is appended with a "," (while the list stays within
-// 1022 characters); a checked number that is listed has every occurrence of
-// its text followed by "," removed — textually, so "71," also goes from
-// inside "271,".
+// The "HideTags" text after OK in the choose-tags dialog, edited by whole
+// numbers: an unchecked number not yet listed is appended with a "," (while
+// the list stays within 1022 characters); a checked number that is listed
+// loses exactly its own entries (the token and the comma after it), so "71"
+// never takes characters from "271". A list typed without its last comma
+// gets one before a new number. Everything else stays byte for byte.
 std::u16string UpdateHideTags(std::u16string list, const std::vector<TagChoice>& choices);
 
 // ------------------------------------------------------------ clipboard
