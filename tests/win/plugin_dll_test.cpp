@@ -1,8 +1,10 @@
 #include "plugin_dll.h"
 
+#include <winver.h>
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "exif/exif_fixtures.h"
 #include "fixture/container_fixture.h"
@@ -24,27 +26,42 @@ using exiftest::Sample;
 const wchar_t* W(const std::u16string& s) { return reinterpret_cast<const wchar_t*>(s.c_str()); }
 std::wstring Widen(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
 std::wstring UpToNul(const std::wstring& s) { return s.substr(0, s.find(L'\0')); }
+std::string Narrow(const wchar_t* ascii) { return std::string(ascii, ascii + wcslen(ascii)); }
 
-// The export names are checked on the DLL's file (scripts/check-dll.sh, vvmeta
-// exports) and the info texts natively; here the DLL loads and names itself.
-TEST(PluginDll, VersionResourceNamesTheProduct) {
+// The export names are checked on the DLL's file (scripts/check-dll.sh,
+// vvmeta exports). What the viewer asks GetPlugInInfo and what Windows shows
+// in the file's properties are one version and one description.
+TEST(PluginDll, GetPlugInInfoAgreesWithTheVersionResource) {
     ASSERT_NE(Plugin(), nullptr) << "LoadLibraryW(L\"Metadata.dll\") failed: " << GetLastError();
-    HRSRC res = FindResourceW(Plugin(), MAKEINTRESOURCEW(1), MAKEINTRESOURCEW(16) /* RT_VERSION */);
-    ASSERT_NE(res, nullptr);
-    DWORD size = SizeofResource(Plugin(), res);
-    const char* data = static_cast<const char*>(LockResource(LoadResource(Plugin(), res)));
-    ASSERT_NE(data, nullptr);
-    // The VS_FIXEDFILEINFO follows the "VS_VERSION_INFO" key; find its signature.
-    const std::string block(data, size);
-    const size_t sig = block.find(std::string("\xBD\x04\xEF\xFE", 4));
-    ASSERT_NE(sig, std::string::npos);
-    DWORD versionMs = 0;
-    memcpy(&versionMs, data + sig + 8, 4);
-    EXPECT_EQ(HIWORD(versionMs), 4);
-    EXPECT_EQ(LOWORD(versionMs), 76);
-    const std::wstring description = L"EXIF/IPTC/Comment image information";
-    EXPECT_NE(std::wstring(reinterpret_cast<const wchar_t*>(data), size / 2).find(description),
-              std::wstring::npos);
+    char version[16], description[64];
+    memset(version, 'x', sizeof version);
+    memset(description, 'x', sizeof description);
+    EXPECT_EQ(Export<GetPlugInInfoFn>("GetPlugInInfo")(version, description), 0);
+    EXPECT_STREQ(version, "4.76");
+    EXPECT_EQ(version[5], 'x') << "nothing written past the terminator";
+
+    wchar_t path[MAX_PATH] = {};
+    GetModuleFileNameW(Plugin(), path, MAX_PATH);
+    std::vector<char> info(GetFileVersionInfoSizeW(path, nullptr));
+    ASSERT_FALSE(info.empty());
+    ASSERT_TRUE(GetFileVersionInfoW(path, 0, static_cast<DWORD>(info.size()), info.data()));
+    const auto text = [&](const wchar_t* key) {
+        wchar_t* value = nullptr;
+        UINT length = 0;
+        const std::wstring query = std::wstring(L"\\StringFileInfo\\040904b0\\") + key;
+        return VerQueryValueW(info.data(), query.c_str(), reinterpret_cast<void**>(&value), &length) && value
+                   ? Narrow(value)
+                   : std::string("<none>");
+    };
+    EXPECT_EQ(text(L"FileVersion"), version);
+    EXPECT_EQ(text(L"ProductVersion"), version);
+    EXPECT_EQ(text(L"FileDescription"), description);
+    VS_FIXEDFILEINFO* fixed = nullptr;
+    UINT length = 0;
+    ASSERT_TRUE(VerQueryValueW(info.data(), L"\\", reinterpret_cast<void**>(&fixed), &length));
+    EXPECT_EQ(std::to_string(HIWORD(fixed->dwFileVersionMS)) + "." + std::to_string(LOWORD(fixed->dwFileVersionMS)),
+              version);
+    EXPECT_EQ(fixed->dwProductVersionMS, fixed->dwFileVersionMS);
 }
 
 // One call of each data export: the rules are the native suites', here the
