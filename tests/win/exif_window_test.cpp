@@ -17,6 +17,7 @@
 #include "fixture/fixture.h"
 #include "harness.h"
 #include "platform/platform.h"
+#include "platform/win32/wide_text.h"
 #include "plugin_dll.h"
 #include "screenshot.h"
 #include "ui/resource_ids.h"
@@ -25,32 +26,16 @@ namespace {
 
 using windll::Export;
 
-std::wstring Cell(HWND list, int row, int column) {
-    wchar_t text[512] = {};
-    ListView_GetItemText(list, row, column, text, 512);
-    return text;
-}
+using platform::AsWchar;
+using wintest::ClipboardText;
+using wintest::ListCell;
 
-int FindRow(HWND list, const wchar_t* name) {
+int FindRow(HWND list, std::u16string_view name) {
     for (int i = 0; i < ListView_GetItemCount(list); ++i)
-        if (Cell(list, i, 1) == name)
+        if (ListCell(list, i, 1) == name)
             return i;
     return -1;
 }
-
-std::wstring ClipboardText() {
-    std::wstring text;
-    if (!OpenClipboard(nullptr))
-        return text;
-    if (HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
-        text = static_cast<const wchar_t*>(GlobalLock(data));
-        GlobalUnlock(data);
-    }
-    CloseClipboard();
-    return text;
-}
-
-const wchar_t* W(const std::u16string& s) { return reinterpret_cast<const wchar_t*>(s.c_str()); }
 
 // A file with Make and Model but no position.
 fixture::Bytes PlainFile() {
@@ -80,7 +65,7 @@ protected:
     // Through the DLL, as the viewer calls it.
     int Show(const std::u16string& file, HWND parent, int mode = 1) {
         const int answer =
-            Export<windll::ShowExifInfoFn>("Show_EXIF_Info_W")(W(file), parent, W(settings), mode);
+            Export<windll::ShowExifInfoFn>("Show_EXIF_Info_W")(AsWchar(file), parent, AsWchar(settings), mode);
         wintest::PumpMessages();
         return answer;
     }
@@ -141,9 +126,9 @@ TEST_F(ExifWindow, FollowsTheViewerFromFileToFileAndClosesWithThePluginLightAndD
         HWND list = GetDlgItem(window, IDC_EXIF_LIST);
         EXPECT_EQ(ListView_GetBkColor(list) == 0x202020u, mode == "dark");
         EXPECT_EQ(ListView_GetItemCount(list), 1 + exiftest::kSampleRows);
-        EXPECT_EQ(Cell(list, 0, 1), L"Filename");
-        EXPECT_EQ(Cell(list, 0, 2), L"gps.jpg");
-        EXPECT_EQ(Cell(list, 1, 0), L"271");
+        EXPECT_EQ(ListCell(list, 0, 1), u"Filename");
+        EXPECT_EQ(ListCell(list, 0, 2), u"gps.jpg");
+        EXPECT_EQ(ListCell(list, 1, 0), u"271");
         wchar_t caption[64] = {};
         GetWindowTextW(window, caption, 64);
         EXPECT_STREQ(caption, L"gps.jpg - EXIF Info");
@@ -151,7 +136,7 @@ TEST_F(ExifWindow, FollowsTheViewerFromFileToFileAndClosesWithThePluginLightAndD
             EXPECT_TRUE(Visible(window, id)) << id;
         EXPECT_TRUE(wintest::SaveScreenshot(window, ("exif_window_gps_" + mode).c_str()));
 
-        const int model = FindRow(list, L"Model");
+        const int model = FindRow(list, u"Model");
         ListView_SetItemState(list, model, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
 
         // Another file refills the same window and selects the same tag again.
@@ -160,7 +145,7 @@ TEST_F(ExifWindow, FollowsTheViewerFromFileToFileAndClosesWithThePluginLightAndD
         EXPECT_EQ(ListView_GetItemCount(list), 3);
         const int selected = ListView_GetNextItem(list, -1, LVNI_SELECTED);
         ASSERT_GE(selected, 0);
-        EXPECT_EQ(Cell(list, selected, 1), L"Model");
+        EXPECT_EQ(ListCell(list, selected, 1), u"Model");
         EXPECT_FALSE(Visible(window, IDC_EXIF_GOOGLE_EARTH));
         EXPECT_FALSE(Visible(window, IDC_EXIF_GOOGLE_MAPS));
         EXPECT_TRUE(Visible(window, IDC_EXIF_MORE));
@@ -264,12 +249,12 @@ TEST_F(ExifWindow, EveryKeyReachesItsActionAndEveryMapItsSouthWesternPosition) {
     EXPECT_NE(bytes.find("<coordinates>-70.670000,-33.450000,0</coordinates>\r\n"), std::string::npos);
 
     Key(window, 'C');
-    const std::wstring all = ClipboardText();
-    EXPECT_EQ(all.rfind(L"Filename - gps.jpg\r\nMake - Vantaview\r\nModel - VV-1\r\n", 0), 0u);
-    EXPECT_NE(all.find(L"\r\n\r\nGPS information: - \r\n"), std::wstring::npos) << "separator, then heading";
-    ListView_SetItemState(list, FindRow(list, L"Model"), LVIS_SELECTED, LVIS_SELECTED);
+    const std::u16string all = ClipboardText();
+    EXPECT_EQ(all.rfind(u"Filename - gps.jpg\r\nMake - Vantaview\r\nModel - VV-1\r\n", 0), 0u);
+    EXPECT_NE(all.find(u"\r\n\r\nGPS information: - \r\n"), std::u16string::npos) << "separator, then heading";
+    ListView_SetItemState(list, FindRow(list, u"Model"), LVIS_SELECTED, LVIS_SELECTED);
     Key(window, 'S');
-    EXPECT_EQ(ClipboardText(), L"Model - VV-1\r\n");
+    EXPECT_EQ(ClipboardText(), u"Model - VV-1\r\n");
 
     for (UINT key : {VK_BACK, VK_SPACE, VK_LEFT, VK_RIGHT})
         Key(window, key);
@@ -335,7 +320,7 @@ TEST_F(ExifWindow, ChooseTagsHidesATagAndItsPositionHalf) {
         Choose(window, [shot](HWND chooser) {
             HWND list = GetDlgItem(chooser, IDC_CHOOSE_LIST);
             for (int i = 0; i < ListView_GetItemCount(list); ++i)
-                if (Cell(list, i, 0) == L"272" || Cell(list, i, 0) == L"404")
+                if (ListCell(list, i, 0) == u"272" || ListCell(list, i, 0) == u"404")
                     ListView_SetCheckState(list, i, FALSE);
             wintest::SaveScreenshot(chooser, shot);
             SendMessageW(chooser, WM_COMMAND, IDOK, 0);
@@ -343,8 +328,8 @@ TEST_F(ExifWindow, ChooseTagsHidesATagAndItsPositionHalf) {
     }
     EXPECT_EQ(Setting(u"EXIF", u"HideTags"), u"272,404,");
     HWND list = GetDlgItem(window, IDC_EXIF_LIST);
-    EXPECT_EQ(FindRow(list, L"Model"), -1);
-    EXPECT_GE(FindRow(list, L"Make"), 0);
+    EXPECT_EQ(FindRow(list, u"Model"), -1);
+    EXPECT_GE(FindRow(list, u"Make"), 0);
     EXPECT_FALSE(Visible(window, IDC_EXIF_GOOGLE_EARTH)) << "hiding the longitude hides the maps";
 
     // Select all, then OK: everything shows again.

@@ -11,6 +11,17 @@
 
 namespace wintest {
 
+// A control's text, a list-view cell (at most 4095 characters) and the
+// clipboard's Unicode text ("" when there is none).
+std::u16string ItemText(HWND dialog, int id);
+std::u16string ListCell(HWND list, int row, int column);
+std::u16string ClipboardText();
+
+// Clicks control `id` of `dialog` as the mouse would (BM_CLICK: a check box
+// or radio button changes its state, its parent gets BN_CLICKED) and handles
+// the messages that follow.
+void Click(HWND dialog, int id);
+
 struct ViewerMessage {
     UINT message;
     WPARAM wParam;

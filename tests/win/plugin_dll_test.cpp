@@ -9,6 +9,7 @@
 #include "exif/exif_fixtures.h"
 #include "fixture/container_fixture.h"
 #include "fixture/iptc_fixture.h"
+#include "platform/win32/wide_text.h"
 
 namespace windll {
 HMODULE Plugin() {
@@ -23,7 +24,7 @@ using namespace windll;
 using exiftest::ByteOrder;
 using exiftest::Sample;
 
-const wchar_t* W(const std::u16string& s) { return reinterpret_cast<const wchar_t*>(s.c_str()); }
+using platform::AsWchar;
 std::wstring Widen(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
 std::wstring UpToNul(const std::wstring& s) { return s.substr(0, s.find(L'\0')); }
 std::string Narrow(const wchar_t* ascii) { return std::string(ascii, ascii + wcslen(ascii)); }
@@ -70,13 +71,13 @@ TEST(PluginDll, DataExportsAnswerAsTheNativeSuitesDo) {
     fixture::TempDir dir;
     const std::u16string exifFile = dir.Write("little.jpg", Sample(ByteOrder::kLittle).File());
     std::wstring out(4096, L'#');
-    EXPECT_EQ(Export<LoadDataFn>("LoadData_EXIF_W")(W(exifFile), out.data(), 4096, 3), exiftest::kSampleRows);
+    EXPECT_EQ(Export<LoadDataFn>("LoadData_EXIF_W")(AsWchar(exifFile), out.data(), 4096, 3), exiftest::kSampleRows);
     EXPECT_EQ(UpToNul(out), Widen(Sample(ByteOrder::kBig).Mode3()));
     wchar_t value[64];
-    EXPECT_EQ(Export<LoadTagFn>("LoadTag_EXIF_W")(W(exifFile), 499, value, 64), 1);
+    EXPECT_EQ(Export<LoadTagFn>("LoadTag_EXIF_W")(AsWchar(exifFile), 499, value, 64), 1);
     EXPECT_EQ(std::wstring(value), Widen(exiftest::kSamplePosition));
     uint32_t size = 0, out5 = 9;
-    EXPECT_EQ(Export<GetExifInfosFn>("GetExifInfos")(W(exifFile), &size, nullptr, nullptr, nullptr, &out5, 2),
+    EXPECT_EQ(Export<GetExifInfosFn>("GetExifInfos")(AsWchar(exifFile), &size, nullptr, nullptr, nullptr, &out5, 2),
               exiftest::kJpegTiffOffset);
     EXPECT_EQ(size, 2048u);
     EXPECT_EQ(out5, 0u);
@@ -87,15 +88,15 @@ TEST(PluginDll, DataExportsAnswerAsTheNativeSuitesDo) {
                                                                              .Dataset(2, 5, "Caf\xE9")
                                                                              .Dataset(2, 25, "k1").Dataset(2, 25, "k2")
                                                                              .Dataset(2, 55, "19991231").Build()));
-    EXPECT_EQ(Export<LoadDataFn>("LoadData_IPTC_W")(W(iptcFile), out.data(), 512, 3), 4);
+    EXPECT_EQ(Export<LoadDataFn>("LoadData_IPTC_W")(AsWchar(iptcFile), out.data(), 512, 3), 4);
     EXPECT_EQ(UpToNul(out), L"Record Version - 4.0\nObject Name - Caf\u00E9\nKeywords - k1 \nk2\nCreated Date - 19991231\n");
-    EXPECT_EQ(Export<LoadTagFn>("LoadTag_IPTC_W")(W(iptcFile), 55, value, 16), 1);
+    EXPECT_EQ(Export<LoadTagFn>("LoadTag_IPTC_W")(AsWchar(iptcFile), 55, value, 16), 1);
     EXPECT_STREQ(value, L"1999:12:31");
 
     const fixture::Bytes text = fixture::PngChunk("tEXt", fixture::Join({fixture::ToBytes("Comment"), {0},
                                                                          fixture::ToBytes("Hello")}));
     const std::u16string png = dir.Write("p.png", fixture::PngFile({text}));
-    EXPECT_EQ(Export<LoadCommentFn>("Load_Comment_W")(W(png), out.data(), 6, 0, L";PNG;"), 5);
+    EXPECT_EQ(Export<LoadCommentFn>("Load_Comment_W")(AsWchar(png), out.data(), 6, 0, L";PNG;"), 5);
     EXPECT_EQ(UpToNul(out), L"Comme");
 }
 
