@@ -3,6 +3,7 @@
 #include <commctrl.h>
 #include <prsht.h>
 
+#include "model/window_placement.h"
 #include "platform/platform.h"
 #include "theme.h"
 
@@ -35,7 +36,10 @@ struct DialogDispatch {
             initial->darkMode =
                 settings.empty() ? 0 : platform::ReadSettingInt(settings, u"Viewing", u"DarkMode", 0);
             ApplyDarkModeToDialog(dialog, 0, initial->darkMode);
-            return initial->OnInit(lParam);
+            const INT_PTR result = initial->OnInit(lParam);
+            if (!(GetWindowLongW(dialog, GWL_STYLE) & WS_CHILD))
+                KeepOnWorkArea(dialog);  // where the template or a saved position put it
+            return result;
         }
         DialogBase* d = Bound(dialog);
         if (!d)
@@ -116,6 +120,23 @@ void SetItemText(HWND dialog, int id, std::u16string_view text) {
 }
 
 int ScaleForWindow(HWND window, int n) { return MulDiv(n, static_cast<int>(WindowDpi(window)), 96); }
+
+void KeepOnWorkArea(HWND window) {
+    RECT r;
+    MONITORINFO monitor = {};
+    monitor.cbSize = sizeof monitor;
+    if (IsIconic(window) || IsZoomed(window) || !GetWindowRect(window, &r) ||
+        !GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor))
+        return;
+    const bool sizable = (GetWindowLongW(window, GWL_STYLE) & WS_THICKFRAME) != 0;
+    const RECT& work = monitor.rcWork;
+    const WinRect fitted = FitToWorkArea({r.left, r.top, r.right, r.bottom},
+                                         {work.left, work.top, work.right, work.bottom}, sizable);
+    if (fitted.left == r.left && fitted.top == r.top && fitted.right == r.right && fitted.bottom == r.bottom)
+        return;
+    SetWindowPos(window, nullptr, fitted.left, fitted.top, fitted.right - fitted.left, fitted.bottom - fitted.top,
+                 SWP_NOZORDER | SWP_NOOWNERZORDER | SWP_NOACTIVATE);
+}
 
 // ------------------------------------------------------------ list views
 

@@ -87,10 +87,17 @@ std::u16string WindowText(HWND window);
 std::u16string ItemText(HWND dialog, int id);
 void SetItemText(HWND dialog, int id, std::u16string_view text);
 
-// ------------------------------------------------------------ DPI
+// ------------------------------------------------------------ DPI and placement
 
 // MulDiv(n, dpi, 96) with the window's DPI.
 int ScaleForWindow(HWND window, int n);
+
+// Moves a top-level window the least distance that puts it wholly on the
+// work area of the monitor it stands on (nearest to it); a sizable one
+// larger than the work area is made smaller, any other keeps its caption on
+// it. A minimised or maximised window is left as it is. Every dialog made
+// here is kept so after WM_INITDIALOG.
+void KeepOnWorkArea(HWND window);
 
 // ------------------------------------------------------------ list views
 

@@ -292,13 +292,11 @@ struct ExifInfoWindow : DialogBase {
         platform::WriteSettingString(g_exif.settingsPath, u"WinPosition", u"EXIF", FormatWinPosition(p));
     }
 
+    // Wholly on its monitor's work area, also when the saved size came from
+    // another DPI or the viewer moved the window's owner.
     void KeepWindowOnScreen() {
         SendMessageW(window, DM_REPOSITION, 0, 0);
-        RECT r;
-        GetWindowRect(window, &r);
-        int left = r.left, top = r.top;
-        KeepOnScreen(&left, &top, NearestWorkArea(POINT{r.left, r.top}));
-        SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOOWNERZORDER | SWP_NOACTIVATE);
+        KeepOnWorkArea(window);
     }
 
     // ---------------------------------------------------- layout

@@ -230,8 +230,13 @@ void SetUpSheet(HWND sheet) {
     UpdateSheetButtons();
 }
 
-int CALLBACK SheetCallback(HWND, UINT message, LPARAM) {
-    if (message == PSCB_INITIALIZED) g_session.snapshot = g_session.record;
+// The sheet opens at the viewer's client origin; a viewer low on the desktop
+// would leave its buttons below the screen's edge.
+int CALLBACK SheetCallback(HWND sheet, UINT message, LPARAM) {
+    if (message == PSCB_INITIALIZED) {
+        g_session.snapshot = g_session.record;
+        KeepOnWorkArea(sheet);
+    }
     return 0;
 }
 

@@ -155,9 +155,20 @@ TEST(WinPosition, OffScreenCornersComeBackToTheWorkArea) {
         vv::ClampWinPosition(c.saved, c.monitors, c.nearest);
         EXPECT_EQ(vv::FormatWinPosition(c.saved), c.placed);
     }
-    int left = -10, top = -20;
-    vv::KeepOnScreen(&left, &top, work);
-    EXPECT_EQ(left + top, 0);
+}
+
+TEST(WinPosition, WindowsAreKeptWhollyOnTheWorkArea) {
+    const auto fit = [](vv::WinRect r, vv::WinRect work, bool mayShrink) {
+        const vv::WinRect f = vv::FitToWorkArea(r, work, mayShrink);
+        return std::array<int, 4>{f.left, f.top, f.right, f.bottom};
+    };
+    const vv::WinRect screen{0, 0, 1280, 900};
+    // Saved at 96 DPI and scaled to 144: taller than the screen.
+    EXPECT_EQ(fit({100, 120, 881, 1034}, screen, true), (std::array<int, 4>{100, 0, 881, 900}));
+    EXPECT_EQ(fit({1000, 700, 1400, 1000}, screen, false), (std::array<int, 4>{880, 600, 1280, 900}));
+    EXPECT_EQ(fit({-10, -20, 90, 80}, screen, false), (std::array<int, 4>{0, 0, 100, 100}));
+    EXPECT_EQ(fit({-50, -50, 2000, 1500}, screen, false), (std::array<int, 4>{0, 0, 2050, 1550}));
+    EXPECT_EQ(fit({-300, 500, -100, 700}, {-1920, 0, 0, 1040}, false), (std::array<int, 4>{-300, 500, -100, 700}));
 }
 
 TEST(WinPosition, SizeFollowsTheDpiRatio) {

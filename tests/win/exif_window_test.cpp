@@ -8,6 +8,7 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <vector>
@@ -20,6 +21,7 @@
 #include "platform/win32/wide_text.h"
 #include "plugin_dll.h"
 #include "screenshot.h"
+#include "ui/model/exif_window_model.h"
 #include "ui/resource_ids.h"
 
 namespace {
@@ -209,6 +211,30 @@ TEST_F(ExifWindow, PlacementIsSavedOnCloseAndRestoredOnScreen) {
     EXPECT_EQ(r.top, work.top);
     EXPECT_EQ(r.right - r.left, 300);
     EXPECT_EQ(r.bottom - r.top, 350);
+    Export<windll::ClosePluginFn>("ClosePlugin")();
+
+    // Saved low, or taller than the screen (a size saved at a lower DPI):
+    // wholly on the work area, and saved back so.
+    const int workHeight = work.bottom - work.top;
+    for (const int height : {workHeight / 2, workHeight + 200}) {
+        const std::string saved = "40," + std::to_string(work.bottom - 100) + ",500," + std::to_string(height) + ",0,96;";
+        Setting(u"WinPosition", u"EXIF", std::u16string(saved.begin(), saved.end()).c_str());
+        ASSERT_EQ(Show(gps, viewer), 0);
+        window = DllWindow();
+        GetWindowRect(window, &r);
+        EXPECT_GE(r.top, work.top) << height;
+        EXPECT_LE(r.bottom, work.bottom) << height;
+        EXPECT_EQ(r.left, 40);
+        EXPECT_EQ(r.bottom - r.top, std::min(height, workHeight));
+        // A re-show pulls it back after the viewer left it hanging off the edge.
+        SetWindowPos(window, nullptr, 40, work.bottom - 50, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+        ASSERT_EQ(Show(plain, viewer), 0);
+        GetWindowRect(window, &r);
+        EXPECT_LE(r.bottom, work.bottom) << height;
+        Export<windll::ClosePluginFn>("ClosePlugin")();
+        const vv::WinPosition back = vv::ParseWinPosition(Setting(u"WinPosition", u"EXIF"));
+        EXPECT_LE(back.top + back.height, work.bottom) << height;
+    }
 }
 
 // The links themselves are the map module's; here each key (it posts its

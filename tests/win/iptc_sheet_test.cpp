@@ -137,6 +137,10 @@ TEST_F(IptcSheet, OpensWithTheFileAsTheReaderReadsItAndShowsEveryPageLightAndDar
     std::vector<std::u16string> read;
     for (const FieldOnPage& f : kPlainFields) read.push_back(Tag(file, f.dataset));
     EXPECT_EQ(read[3], u"Caf\u00E9 by the sea");
+    // The sheet opens at the viewer's client area; this viewer sits low.
+    RECT work, placed = {};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    SetWindowPos(viewer, nullptr, 0, work.bottom - 150, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     for (const std::string mode : {"light", "dark"}) {
         Setting(u"Viewing", u"DarkMode", mode == "dark" ? u"1" : u"0");
         std::vector<std::u16string> shown;
@@ -151,6 +155,7 @@ TEST_F(IptcSheet, OpensWithTheFileAsTheReaderReadsItAndShowsEveryPageLightAndDar
         };
         const int answer = Run(file, {
             [&](HWND sheet) {
+                GetWindowRect(sheet, &placed);
                 HWND page = shoot(sheet, 0, "description");
                 fileLine = ItemText(page, IDC_IPTC_FILE_LINE);
                 utf8Note = Shown(page, IDC_IPTC_UTF8_NOTE);
@@ -170,6 +175,7 @@ TEST_F(IptcSheet, OpensWithTheFileAsTheReaderReadsItAndShowsEveryPageLightAndDar
         EXPECT_EQ(keywords, u"sea\r\nboats");
         EXPECT_EQ(fileLine, file + u"\r\n(File: 1 / 1)");
         EXPECT_TRUE(utf8Note);
+        EXPECT_TRUE(placed.top >= work.top && placed.bottom <= work.bottom && placed.right <= work.right) << mode;
         EXPECT_EQ(xmpSubject, u"harbour|boats|dawn");
     }
     EXPECT_EQ(fixture::ReadAll(file), original) << "Cancel writes nothing";

@@ -244,11 +244,6 @@ void SizeForDpi(const WinPosition& p, int currentDpi, int* width, int* height) {
     }
 }
 
-void KeepOnScreen(int* left, int* top, const WinRect& work) {
-    *left = std::max(*left, work.left);
-    *top = std::max(*top, work.top);
-}
-
 ColumnWidths ExifColumnWidths(int listWidth, int dpi) {
     ColumnWidths w;
     w.number = MulDiv96(5, dpi);

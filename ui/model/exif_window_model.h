@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "exif/tag_record.h"
+#include "window_placement.h"
 
 namespace vv {
 
@@ -71,10 +72,6 @@ std::u16string FormatClipboardText(const std::vector<ListLine>& lines);
 
 // ------------------------------------------------------------ placement
 
-struct WinRect {
-    int left = 0, top = 0, right = 0, bottom = 0;
-};
-
 // "WinPosition"/"EXIF": left, top, width, height, maximised (0/1) and the
 // DPI when it was saved.
 struct WinPosition {
@@ -96,10 +93,6 @@ void ClampWinPosition(WinPosition& position, int monitorCount, const WinRect& wo
 // The stored size at the current DPI: scaled by current/stored when the
 // stored DPI is known and differs.
 void SizeForDpi(const WinPosition& position, int currentDpi, int* width, int* height);
-
-// The keep-on-screen rule: the top-left corner raised to at least the
-// top-left of the nearest monitor's work area.
-void KeepOnScreen(int* left, int* top, const WinRect& workArea);
 
 // ------------------------------------------------------------ layout
 
