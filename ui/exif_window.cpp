@@ -568,16 +568,16 @@ void CloseExifWindow() {
     g_exif.window = nullptr;
 }
 
-void CopyListToClipboard(HWND owner, HWND list, bool selectedOnly) {
+void CopyListToClipboard(HWND owner, HWND list, bool selectedOnly, int nameColumn) {
     std::vector<ListLine> lines;
     const int rows = ListView_GetItemCount(list);
     for (int i = 0; i < rows; ++i) {
         if (selectedOnly && !(ListView_GetItemState(list, i, LVIS_SELECTED) & LVIS_SELECTED))
             continue;
         ListLine line;
-        line.name = ListCell(list, i, 1, kCellNameMax);
+        line.name = ListCell(list, i, nameColumn, kCellNameMax);
         if (!line.name.empty())
-            line.value = ListCell(list, i, 2, kCellValueMax);
+            line.value = ListCell(list, i, nameColumn + 1, kCellValueMax);
         lines.push_back(std::move(line));
     }
     if (lines.empty()) {

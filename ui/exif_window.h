@@ -26,10 +26,12 @@ HWND ExifWindowHandle();
 void CloseExifWindow();
 
 // Copies the list's rows (or only the selected ones) to the clipboard as
-// Unicode text, one line per row: column 1, " - ", column 2, CR LF. Beeps
-// and leaves the clipboard alone when there is nothing to copy; the list has
-// the focus afterwards.
-void CopyListToClipboard(HWND owner, HWND list, bool selectedOnly);
+// Unicode text, one line per row: the name (column `nameColumn`), " - ", the
+// value (the column after it), CR LF. The EXIF list's names are in column 1
+// (column 0 holds the tag number), the XMP list's in column 0. Beeps and
+// leaves the clipboard alone when there is nothing to copy; the list has the
+// focus afterwards.
+void CopyListToClipboard(HWND owner, HWND list, bool selectedOnly, int nameColumn = 1);
 
 // The private message that makes the window read its file again.
 inline constexpr UINT kExifReloadMessage = WM_USER + 0x2FD;

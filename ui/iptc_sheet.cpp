@@ -415,7 +415,7 @@ struct XmpPage : SheetPage {
     INT_PTR Command(int id, int code) override {
         if (code != BN_CLICKED) return FALSE;
         if (id == IDC_IPTC_XMP_COPY) {
-            CopyListToClipboard(window, list, false);
+            CopyListToClipboard(window, list, false, 0);  // "XMP Tag", "Value"
             return TRUE;
         }
         if (id != IDC_IPTC_XMP_IMPORT) return FALSE;
