@@ -92,6 +92,8 @@ float Ratio(int now, int before) {
 
 int MulDiv96(int n, int dpi) { return static_cast<int>((static_cast<long long>(n) * dpi + 48) / 96); }
 
+constexpr int kCloseCommand = 2;  // IDCANCEL: the "&Exit" button
+
 constexpr KeyBinding kExifKeys[] = {
     {0x08, ExifAction::kToParent, 0},  // Backspace
     {0x20, ExifAction::kToParent, 0},  // Space
@@ -99,18 +101,18 @@ constexpr KeyBinding kExifKeys[] = {
     {0x27, ExifAction::kToParent, 0},  // Right
     {0x09, ExifAction::kFocusParent, 0},  // Tab
     {0x1B, ExifAction::kDestroy, 0},      // Esc
-    {'A', ExifAction::kCommand, kCmdBingMapsApp},
-    {'B', ExifAction::kCommand, kCmdBingMaps},
-    {'C', ExifAction::kCommand, kCmdCopyAll},
-    {'E', ExifAction::kCommand, kCmdClose},
-    {'G', ExifAction::kCommand, kCmdGoogleEarth},
-    {'H', ExifAction::kCommand, kCmdGeoHack},
-    {'K', ExifAction::kCommand, kCmdKakaoMap},
-    {'M', ExifAction::kCommand, kCmdGoogleMaps},
-    {'N', ExifAction::kCommand, kCmdNaverMap},
-    {'O', ExifAction::kCommand, kCmdOpenStreetMap},
-    {'S', ExifAction::kCommand, kCmdCopySelected},
-    {'T', ExifAction::kCommand, kCmdMoreOptions},
+    {'A', ExifAction::kCommand, IDM_BINGMAPS_APP},
+    {'B', ExifAction::kCommand, IDM_BINGMAPS},
+    {'C', ExifAction::kCommand, IDC_EXIF_COPY},
+    {'E', ExifAction::kCommand, kCloseCommand},
+    {'G', ExifAction::kCommand, IDC_EXIF_GOOGLE_EARTH},
+    {'H', ExifAction::kCommand, IDM_GEOHACK},
+    {'K', ExifAction::kCommand, IDM_KAKAOMAP},
+    {'M', ExifAction::kCommand, IDC_EXIF_GOOGLE_MAPS},
+    {'N', ExifAction::kCommand, IDM_NAVERMAP},
+    {'O', ExifAction::kCommand, IDC_EXIF_OPENSTREETMAP},
+    {'S', ExifAction::kCommand, IDM_COPY_SELECTED},
+    {'T', ExifAction::kCommand, IDC_EXIF_MORE},
 };
 
 }  // namespace

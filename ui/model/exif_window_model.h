@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "exif/tag_record.h"
+#include "exif_window_ids.h"
 #include "window_placement.h"
 
 namespace vv {
@@ -134,29 +135,10 @@ struct KeyBinding {
 // The list's keys (virtual-key codes); {key, kNone, 0} for any other key.
 KeyBinding ExifKeyBinding(int virtualKey);
 
-// Command identifiers of the window, its buttons and its context menu.
-enum ExifCommand : int {
-    kCmdOk = 1,
-    kCmdClose = 2,
-    kCmdCopyAll = 1400,
-    kCmdGoogleEarth = 1402,
-    kCmdMoreOptions = 1404,
-    kCmdGoogleMaps = 1405,
-    kCmdOpenStreetMap = 1406,
-    kCmdCopySelected = 40205,
-    kCmdCopyAllMenu = 40206,
-    kCmdKakaoMap = 40207,
-    kCmdNaverMap = 40208,
-    kCmdBingMaps = 40209,
-    kCmdBingMapsApp = 40210,
-    kCmdGeoHack = 40211,
-    kCmdSatellite = 40213,
-    kCmdChooseTags = 40214,
-};
-
 // The context-menu items that need a position: enabled only while the map
 // buttons are shown.
-inline constexpr int kGpsMenuItems[] = {kCmdGoogleMaps, kCmdGeoHack,    kCmdOpenStreetMap, kCmdGoogleEarth,
-                                        kCmdKakaoMap,   kCmdNaverMap,   kCmdBingMaps,      kCmdBingMapsApp};
+inline constexpr int kGpsMenuItems[] = {IDC_EXIF_GOOGLE_MAPS, IDM_GEOHACK,  IDC_EXIF_OPENSTREETMAP,
+                                        IDC_EXIF_GOOGLE_EARTH, IDM_KAKAOMAP, IDM_NAVERMAP,
+                                        IDM_BINGMAPS,          IDM_BINGMAPS_APP};
 
 }  // namespace vv
