@@ -3,6 +3,7 @@
 #include <commctrl.h>
 #include <prsht.h>
 
+#include "guarded.h"
 #include "model/window_placement.h"
 #include "platform/platform.h"
 #include "theme.h"
@@ -59,26 +60,23 @@ struct DialogDispatch {
     }
 };
 
+// Out of memory inside a handler: the message gets the default handling.
 INT_PTR CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    try {
+    return Guarded<INT_PTR>(FALSE, [&] {
         DialogBase* initial = nullptr;
         if (message == WM_INITDIALOG && lParam)
             initial = reinterpret_cast<std::unique_ptr<DialogBase>*>(lParam)->release();
         return DialogDispatch::Run(dialog, message, wParam, lParam, initial, true);
-    } catch (...) {
-        return FALSE;  // out of memory inside a handler: the message gets the default handling
-    }
+    });
 }
 
 INT_PTR CALLBACK PageProc(HWND page, UINT message, WPARAM wParam, LPARAM lParam) {
-    try {
+    return Guarded<INT_PTR>(FALSE, [&] {
         DialogBase* initial = nullptr;
         if (message == WM_INITDIALOG && lParam)
             initial = reinterpret_cast<DialogBase*>(reinterpret_cast<const PROPSHEETPAGEW*>(lParam)->lParam);
         return DialogDispatch::Run(page, message, wParam, lParam, initial, false);
-    } catch (...) {
-        return FALSE;
-    }
+    });
 }
 
 INT_PTR RunModalDialog(HINSTANCE instance, int templateId, HWND parent, std::unique_ptr<DialogBase> state) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "dialog_kit.h"
+#include "guarded.h"
 #include "exif/exif_reader.h"
 #include "exif/gps.h"
 #include "exif/map_links.h"
@@ -31,6 +32,10 @@ constexpr size_t kClipboardBytesPerRow = 6208;
 constexpr int kMinTrackSize = 300;  // dialog-independent pixels at 96 DPI
 constexpr wchar_t kContextMenuName[] = L"IDR_EXIF_CONTEXT_MENU";
 constexpr char16_t kDefaultPosition[] = u"0,0,0,0,0,0;";
+// The table's rows, the figure the out-of-memory caption names (the count
+// kept beside them is not part of it).
+constexpr size_t kTableBytes = exif::kTagTableRows * sizeof(exif::TagRecord);
+static_assert(sizeof(void*) != 4 || kTableBytes == 117504, "the 32-bit DLL's table is 288 rows of 408 bytes");
 
 // Module-wide: the window and what the viewer last asked it to show.
 struct ExifModule {
@@ -160,8 +165,7 @@ struct ExifInfoWindow : DialogBase {
             return true;
         MessageBeep(MB_ICONHAND);
         wchar_t caption[96];
-        std::swprintf(caption, 96, L"Error - Out of memory! (%d bytes required)",
-                      static_cast<int>(sizeof(exif::TagRecordTable)));
+        std::swprintf(caption, 96, L"Error - Out of memory! (%d bytes required)", static_cast<int>(kTableBytes));
         SetWindowTextW(window, caption);
         return false;
     }
@@ -529,9 +533,7 @@ struct ExifInfoWindow : DialogBase {
     }
 };
 
-}  // namespace
-
-int ShowExifInfo(HINSTANCE instance, const char16_t* path, HWND parent, const char16_t* settingsPath, int mode) {
+int ShowOrRefresh(HINSTANCE instance, const char16_t* path, HWND parent, const char16_t* settingsPath, int mode) {
     g_exif.fileName = Cut(path);
     g_exif.settingsPath = Cut(settingsPath);
     g_exif.modalMode = false;
@@ -558,6 +560,12 @@ int ShowExifInfo(HINSTANCE instance, const char16_t* path, HWND parent, const ch
     if (auto* w = BoundDialog<ExifInfoWindow>(window))
         w->KeepWindowOnScreen();
     return 0;
+}
+
+}  // namespace
+
+int ShowExifInfo(HINSTANCE instance, const char16_t* path, HWND parent, const char16_t* settingsPath, int mode) {
+    return Guarded(-1, [&] { return ShowOrRefresh(instance, path, parent, settingsPath, mode); });
 }
 
 HWND ExifWindowHandle() { return (g_exif.window && IsWindow(g_exif.window)) ? g_exif.window : nullptr; }

@@ -16,7 +16,8 @@ namespace vv {
 // Refreshes the open window with `path`, or opens it from `instance`'s
 // template (owned by `parent`) when none is open. Mode 2 only refreshes: with
 // no window it opens nothing. Returns 0, or -1 when the window could not be
-// created. Paths are cut to 260 characters; null stands for empty.
+// created (memory included). Paths are cut to 260 characters; null stands for
+// empty.
 int ShowExifInfo(HINSTANCE instance, const char16_t* path, HWND parent, const char16_t* settingsPath, int mode);
 
 // The window when it is a live window, else null.

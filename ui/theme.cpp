@@ -435,22 +435,19 @@ BOOL DrawItem(HWND window, WPARAM wParam, LPARAM lParam, int skipControlId, LRES
 
 // Makes the items of a popup menu (and of its submenus) owner-drawn for
 // the life of the object, each carrying its text as item data, with the
-// dark brush behind them; the destructor puts everything back.
+// dark brush behind them; the destructor puts everything back. When the
+// preparation fails half-way (memory), what it changed is put back at once
+// and the menu is shown as the platform draws it.
 class OwnerDrawnMenu {
 public:
-    explicit OwnerDrawnMenu(HMENU menu) { Prepare(menu); }
-    ~OwnerDrawnMenu() {
-        for (auto it = items_.rbegin(); it != items_.rend(); ++it) {
-            MENUITEMINFOW info = {};
-            info.cbSize = sizeof info;
-            info.fMask = MIIM_FTYPE | MIIM_DATA;
-            info.fType = it->type;
-            info.dwItemData = it->data;
-            SetMenuItemInfoW(it->menu, it->position, TRUE, &info);
+    explicit OwnerDrawnMenu(HMENU menu) {
+        try {
+            Prepare(menu);
+        } catch (...) {
+            Restore();
         }
-        for (auto it = backgrounds_.rbegin(); it != backgrounds_.rend(); ++it)
-            SetMenuInfo(it->first, &it->second);
     }
+    ~OwnerDrawnMenu() { Restore(); }
     OwnerDrawnMenu(const OwnerDrawnMenu&) = delete;
     OwnerDrawnMenu& operator=(const OwnerDrawnMenu&) = delete;
 
@@ -462,6 +459,23 @@ private:
         ULONG_PTR data;
     };
 
+    void Restore() {
+        for (auto it = items_.rbegin(); it != items_.rend(); ++it) {
+            MENUITEMINFOW info = {};
+            info.cbSize = sizeof info;
+            info.fMask = MIIM_FTYPE | MIIM_DATA;
+            info.fType = it->type;
+            info.dwItemData = it->data;
+            SetMenuItemInfoW(it->menu, it->position, TRUE, &info);
+        }
+        for (auto it = backgrounds_.rbegin(); it != backgrounds_.rend(); ++it)
+            SetMenuInfo(it->first, &it->second);
+        items_.clear();
+        backgrounds_.clear();
+    }
+
+    // Each change is recorded before it is made, so that Restore undoes
+    // exactly what was done.
     void Prepare(HMENU menu) {
         MENUINFO old = {};
         old.cbSize = sizeof old;
@@ -487,14 +501,15 @@ private:
                 GetMenuItemInfoW(menu, i, TRUE, &info);
                 text->resize(lstrlenW(text->c_str()));
             }
+            const wchar_t* drawn = text->empty() ? nullptr : text->c_str();
+            texts_.push_back(std::move(text));
             items_.push_back({menu, static_cast<UINT>(i), info.fType, info.dwItemData});
             MENUITEMINFOW owned = {};
             owned.cbSize = sizeof owned;
             owned.fMask = MIIM_FTYPE | MIIM_DATA;
             owned.fType = info.fType | MFT_OWNERDRAW;
-            owned.dwItemData = text->empty() ? 0 : reinterpret_cast<ULONG_PTR>(text->c_str());
+            owned.dwItemData = reinterpret_cast<ULONG_PTR>(drawn);
             SetMenuItemInfoW(menu, i, TRUE, &owned);
-            texts_.push_back(std::move(text));
             if (info.hSubMenu)
                 Prepare(info.hSubMenu);
         }
@@ -646,5 +661,16 @@ void ReleaseDarkModeResources() {
         g_brush = nullptr;
     }
 }
+
+bool SubclassWindow(HWND window, SUBCLASSPROC proc, UINT_PTR id, DWORD_PTR data) {
+    const ThemeApi& api = Api(window);
+    return api.setWindowSubclass && api.setWindowSubclass(window, proc, id, data);
+}
+
+LRESULT DefaultSubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return Api(window).defSubclassProc(window, message, wParam, lParam);
+}
+
+void RemoveSubclass(HWND window, SUBCLASSPROC proc, UINT_PTR id) { Api(window).removeWindowSubclass(window, proc, id); }
 
 }  // namespace vv

@@ -11,6 +11,7 @@
 #include "ui/comment_dialog.h"
 #include "ui/exif_creator_dialog.h"
 #include "ui/exif_window.h"
+#include "ui/guarded.h"
 #include "ui/iptc_sheet.h"
 #include "ui/theme.h"
 
@@ -23,18 +24,9 @@ ModuleState& Module() {
 
 namespace {
 using platform::AsChar16;
-
-// Every export runs its body through this guard: no C++ exception (an
-// allocation failure, above all) may cross into the viewer. A body that
-// throws answers `failed`, the export's "nothing done" result.
-template <typename Result, typename Body>
-Result Guarded(Result failed, Body&& body) noexcept {
-    try {
-        return body();
-    } catch (...) {
-        return failed;
-    }
-}
+// Every export runs its body through the guard; a body that throws answers
+// the export's "nothing done" result (-1, "no dialog", for the EXIF window).
+using vv::Guarded;
 }  // namespace
 
 extern "C" {
@@ -78,7 +70,7 @@ int __cdecl LoadTag_EXIF_W(const wchar_t* path, int tag, wchar_t* out, int capac
 }
 
 int __cdecl Show_EXIF_Info_W(const wchar_t* path, HWND parent, const wchar_t* settings, int mode) {
-    return Guarded(0, [&] {
+    return Guarded(-1, [&] {
         return vv::ShowExifInfo(vv::Module().instance, AsChar16(path), parent, AsChar16(settings), mode);
     });
 }

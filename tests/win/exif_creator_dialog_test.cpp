@@ -176,6 +176,19 @@ TEST_F(CreatorDialog, EditorCommitsOnEnterAndFocusLossAndCancelsOnEsc) {
     EXPECT_STREQ(state.rows[7].value, "note");
     EXPECT_EQ(ListCell(List(), 7, 1), u"note");
     EXPECT_FALSE(vv::CommitCreatorEdit(state, exif::kCreatorPointerRow, u"1")) << "the pointer row is not editable";
+
+    // Memory running out as Enter commits: the editor goes, the row keeps
+    // its value, and no exception leaves the editor's procedure.
+    PressF2(7);
+    SetWindowTextW(Editor(), L"a note longer than a short string");
+    try {
+        wintest::FailingAllocations failing;
+        SendMessageW(Editor(), WM_KEYDOWN, VK_RETURN, 0);
+    } catch (...) {
+        ADD_FAILURE() << "an exception left the editor's procedure";
+    }
+    EXPECT_EQ(Editor(), nullptr);
+    EXPECT_STREQ(state.rows[7].value, "note");
 }
 
 // The writer's refusals (this one, a read-only file, ...) reach the user the same way.

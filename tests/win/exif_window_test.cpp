@@ -15,6 +15,7 @@
 
 #include "exif/exif_fixtures.h"
 #include "exif/map_links.h"
+#include "exif/tag_record.h"
 #include "fixture/fixture.h"
 #include "harness.h"
 #include "platform/platform.h"
@@ -235,6 +236,34 @@ TEST_F(ExifWindow, PlacementIsSavedOnCloseAndRestoredOnScreen) {
         const vv::WinPosition back = vv::ParseWinPosition(Setting(u"WinPosition", u"EXIF"));
         EXPECT_LE(back.top + back.height, work.bottom) << height;
     }
+}
+
+// Memory running out: no window and -1 rather than an exception into the
+// viewer; only the table failing: the caption names the rows' size.
+TEST_F(ExifWindow, OutOfMemoryOpensNoWindowOrNamesTheTablesSizeInTheCaption) {
+    int answer = 0;
+    try {
+        wintest::FailingAllocations failing;
+        answer = vv::ShowExifInfo(windll::Plugin(), gps.c_str(), viewer, settings.c_str(), 1);
+    } catch (...) {
+        ADD_FAILURE() << "an exception left ShowExifInfo";
+    }
+    EXPECT_EQ(answer, -1);
+    EXPECT_EQ(vv::ExifWindowHandle(), nullptr);
+
+    HWND window = nullptr;
+    {
+        wintest::FailingAllocations failing(1, sizeof(exif::TagRecordTable));
+        window = ShowHere(gps);
+    }
+    ASSERT_NE(window, nullptr);
+    wchar_t caption[96] = {};
+    GetWindowTextW(window, caption, 96);
+    EXPECT_EQ(platform::ToU16string(caption), u"Error - Out of memory! (" +
+                                                  platform::Utf8ToUtf16(std::to_string(exif::kTagTableRows *
+                                                                                       sizeof(exif::TagRecord))) +
+                                                  u" bytes required)");
+    EXPECT_EQ(ListView_GetItemCount(GetDlgItem(window, IDC_EXIF_LIST)), 0);
 }
 
 // The links themselves are the map module's; here each key (it posts its

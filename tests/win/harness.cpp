@@ -2,10 +2,40 @@
 
 #include <commctrl.h>
 
+#include <cstdlib>
+#include <new>
+
 #include "platform/win32/wide_text.h"
 #include "screenshot.h"
 
+namespace {
+bool g_failing = false;
+long g_untilFailure = 0;
+size_t g_failingSize = 0;
+}  // namespace
+
+void* operator new(size_t size) {
+    if (g_failing && size >= g_failingSize && --g_untilFailure <= 0)
+        throw std::bad_alloc();
+    if (void* block = std::malloc(size ? size : 1))
+        return block;
+    throw std::bad_alloc();
+}
+void* operator new[](size_t size) { return ::operator new(size); }
+void operator delete(void* block) noexcept { std::free(block); }
+void operator delete[](void* block) noexcept { std::free(block); }
+void operator delete(void* block, size_t) noexcept { std::free(block); }
+void operator delete[](void* block, size_t) noexcept { std::free(block); }
+
 namespace wintest {
+
+FailingAllocations::FailingAllocations(long first, size_t atLeast) {
+    g_untilFailure = first;
+    g_failingSize = atLeast;
+    g_failing = true;
+}
+
+FailingAllocations::~FailingAllocations() { g_failing = false; }
 
 std::u16string ItemText(HWND dialog, int id) {
     std::wstring text(static_cast<size_t>(GetWindowTextLengthW(GetDlgItem(dialog, id))) + 1, L'\0');

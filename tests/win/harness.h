@@ -50,6 +50,18 @@ private:
     std::vector<ViewerMessage> received_;
 };
 
+// While an object lives, this suite's operator new throws std::bad_alloc
+// for every allocation of at least `atLeast` bytes from the `first`-th such
+// one on (1: the next). The code compiled into the suite (the dialogs, the
+// theming) meets the failure; the loaded DLL allocates with its own.
+class FailingAllocations {
+public:
+    explicit FailingAllocations(long first = 1, size_t atLeast = 0);
+    ~FailingAllocations();
+    FailingAllocations(const FailingAllocations&) = delete;
+    FailingAllocations& operator=(const FailingAllocations&) = delete;
+};
+
 // Acts inside the modal loops of this thread while `modal` runs (it opens a
 // modal window and returns when that closes). On each tick of a thread timer
 // a message box is noted and answered (`yes` where it asks, OK elsewhere);

@@ -258,4 +258,34 @@ TEST_F(ThemeTest, ThemedPopupMenuIsOwnerDrawnOnlyWhileShown) {
     DestroyMenu(menu);
 }
 
+// Memory running out in the flat painting or in preparing the dark menu:
+// no exception leaves the procedure the system called, and the menu is
+// shown as the platform draws it and left as it was.
+TEST_F(ThemeTest, AFailedAllocationLeavesNoProcedureAndLeavesTheMenuAsItWas) {
+    ApplyDarkModeToDialog(dialog_, 0, 1);
+    SetWindowTextW(Item(kButton), L"A caption longer than a short string");
+    Canvas canvas;
+    try {
+        wintest::FailingAllocations failing;
+        SendMessageW(Item(kButton), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.dc), PRF_CLIENT);
+    } catch (...) {
+        ADD_FAILURE() << "an exception left the flat control's procedure";
+    }
+
+    HMENU menu = SampleMenu();
+    ShowWindow(dialog_, SW_SHOW);
+    SetForegroundWindow(dialog_);
+    for (long failing = 1; failing <= 8; ++failing) {
+        PostMessageW(dialog_, WM_KEYDOWN, VK_ESCAPE, 0);  // read by the menu's loop once it is shown
+        try {
+            wintest::FailingAllocations failure(failing);
+            TrackThemedPopupMenu(dialog_, menu, TPM_RETURNCMD, 10, 10, 1);
+        } catch (...) {
+            ADD_FAILURE() << "allocation " << failing << ": an exception left the menu";
+        }
+        EXPECT_EQ(OwnerDrawnTexts(menu), (std::vector<std::wstring>{L"-", L"-", L"-"})) << failing;
+    }
+    DestroyMenu(menu);
+}
+
 }  // namespace
