@@ -336,19 +336,52 @@ struct ExifInfoWindow : DialogBase {
 
     // ---------------------------------------------------- commands
 
-    void ShowContextMenu(POINT screen) {
+    // Loaded on first use and kept until the window goes.
+    HMENU ContextMenu() {
         if (!contextMenu) {
             menuResource = LoadMenuW(g_exif.instance, kContextMenuName);
             contextMenu = menuResource ? GetSubMenu(menuResource, 0) : nullptr;
-            if (!contextMenu)
-                return;
         }
-        const UINT gps = IsWindowVisible(GetDlgItem(window, IDC_EXIF_GOOGLE_EARTH)) ? MF_ENABLED : MF_GRAYED;
+        return contextMenu;
+    }
+
+    // The map items are greyed, and their shortcuts do nothing, while the
+    // list offers no position (the map buttons are hidden).
+    bool Available(int command) {
+        return !NeedsPosition(command) || IsWindowVisible(GetDlgItem(window, IDC_EXIF_GOOGLE_EARTH));
+    }
+
+    void ShowContextMenu(POINT screen) {
+        if (!ContextMenu())
+            return;
         for (int id : kGpsMenuItems)
-            EnableMenuItem(contextMenu, static_cast<UINT>(id), MF_BYCOMMAND | gps);
+            EnableMenuItem(contextMenu, static_cast<UINT>(id), MF_BYCOMMAND | (Available(id) ? MF_ENABLED : MF_GRAYED));
         const bool satellite = platform::ReadSettingInt(g_exif.settingsPath, u"EXIF", u"Satellite", 0) != 0;
         CheckMenuItem(contextMenu, IDM_SATELLITE, MF_BYCOMMAND | (satellite ? MF_CHECKED : MF_UNCHECKED));
         TrackThemedPopupMenu(window, contextMenu, -1, screen.x, screen.y, darkMode);
+    }
+
+    // Alt and a key the context menu shows as a shortcut: in the window the
+    // system asks the window menu, with the context menu open that menu; both
+    // send WM_MENUCHAR, since neither has the key as a mnemonic (the dark
+    // menu's owner-drawn items have none at all).
+    INT_PTR OnMenuChar(char16_t key, HMENU menu) {
+        HMENU context = ContextMenu();
+        const char16_t upper = key >= u'a' && key <= u'z' ? static_cast<char16_t>(key - 32) : key;
+        for (int i = 0; context && i < GetMenuItemCount(context); ++i) {
+            wchar_t text[160] = {};
+            GetMenuStringW(context, static_cast<UINT>(i), text, 160, MF_BYPOSITION);
+            if (AltShortcutKey(platform::ToU16string(text)) != upper)
+                continue;
+            const int id = static_cast<int>(GetMenuItemID(context, i));
+            if (!Available(id))
+                return Reply(MAKELRESULT(0, MNC_IGNORE));  // greyed: a beep, nothing done
+            if (menu == context)
+                return Reply(MAKELRESULT(i, MNC_EXECUTE));
+            PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(id), 0);
+            return Reply(MAKELRESULT(0, MNC_CLOSE));
+        }
+        return FALSE;
     }
 
     void ToggleSatellite() {
@@ -473,6 +506,7 @@ struct ExifInfoWindow : DialogBase {
         switch (message) {
         case kExifReloadMessage: Reload(); return TRUE;
         case WM_COMMAND: return OnCommand(LOWORD(wParam)) ? TRUE : FALSE;
+        case WM_MENUCHAR: return OnMenuChar(LOWORD(wParam), reinterpret_cast<HMENU>(lParam));
         case WM_NOTIFY: return OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
         case WM_SIZE:
             if (inSizeMove)

@@ -120,6 +120,39 @@ protected:
 
 bool Visible(HWND window, int id) { return IsWindowVisible(GetDlgItem(window, id)) != FALSE; }
 
+// Types `keys` on the keyboard, each held until the last is pressed.
+void Type(const std::vector<WORD>& keys) {
+    std::vector<INPUT> input(2 * keys.size());
+    for (size_t i = 0; i < keys.size(); ++i) {
+        input[i].type = input[input.size() - 1 - i].type = INPUT_KEYBOARD;
+        input[i].ki.wVk = input[input.size() - 1 - i].ki.wVk = keys[i];
+        input[input.size() - 1 - i].ki.dwFlags = KEYEVENTF_KEYUP;
+    }
+    SendInput(static_cast<UINT>(input.size()), input.data(), sizeof(INPUT));
+}
+
+// A viewer's loop until it has been idle a while: the modeless window's
+// messages go through IsDialogMessage.
+void RunViewerLoop(HWND window) {
+    for (DWORD idleSince = GetTickCount(); GetTickCount() - idleSince < 80; Sleep(10)) {
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            idleSince = GetTickCount();
+            if (!IsDialogMessageW(window, &message)) {
+                TranslateMessage(&message);
+                DispatchMessageW(&message);
+            }
+        }
+    }
+}
+
+void EmptyTheClipboard() {
+    if (OpenClipboard(nullptr)) {
+        EmptyClipboard();
+        CloseClipboard();
+    }
+}
+
 TEST_F(ExifWindow, FollowsTheViewerFromFileToFileAndClosesWithThePluginLightAndDark) {
     for (const std::string mode : {"light", "dark"}) {
         Setting(u"Viewing", u"DarkMode", mode == "dark" ? u"1" : u"0");
@@ -340,6 +373,45 @@ TEST_F(ExifWindow, EveryKeyReachesItsActionAndEveryMapItsSouthWesternPosition) {
     Key(window, VK_ESCAPE);
     EXPECT_FALSE(IsWindow(window));
     EXPECT_EQ(vv::ExifWindowHandle(), nullptr);
+}
+
+// The shortcuts are the ones the context menu's texts show ("\tAlt+S").
+TEST_F(ExifWindow, EveryAltShortcutTheMenuShowsWorksUnlessItsItemIsGreyed) {
+    HMENU menus = LoadMenuW(windll::Plugin(), L"IDR_EXIF_CONTEXT_MENU");
+    HMENU menu = GetSubMenu(menus, 0);
+    std::vector<std::pair<WORD, int>> shortcuts;  // key, command
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+        wchar_t text[160] = {};
+        GetMenuStringW(menu, static_cast<UINT>(i), text, 160, MF_BYPOSITION);
+        if (const char16_t key = vv::AltShortcutKey(platform::ToU16string(text)))
+            shortcuts.emplace_back(key, static_cast<int>(GetMenuItemID(menu, i)));
+    }
+    DestroyMenu(menus);
+    EXPECT_EQ(shortcuts.size(), 10u);
+    for (const auto& file : {gps, plain}) {
+        HWND window = ShowHere(file);
+        ListView_SetItemState(GetDlgItem(window, IDC_EXIF_LIST), 1, LVIS_SELECTED, LVIS_SELECTED);
+        SetForegroundWindow(window);
+        for (const auto& [key, command] : shortcuts) {
+            opened.clear();
+            EmptyTheClipboard();
+            Type({VK_MENU, key});
+            RunViewerLoop(window);
+            const bool done = !opened.empty() || !ClipboardText().empty();
+            EXPECT_EQ(done, file == gps || !vv::NeedsPosition(command)) << "Alt+" << char(key);
+        }
+    }
+    // With the menu open: Alt+A, which its text names but its item has no
+    // mnemonic for; the menu itself answers A alone.
+    HWND window = ShowHere(gps);
+    for (const auto& keys : {std::vector<WORD>{VK_MENU, 'A'}, std::vector<WORD>{'A'}}) {
+        opened.clear();
+        const auto driven = wintest::DriveModal([] { return FindWindowW(L"#32768", nullptr); },
+                                                {[&](HWND) { Type(keys); }}, [&] { Key(window, 'T'); });
+        EXPECT_EQ(driven.stepsRun, 1u) << "no menu shown";
+        RunViewerLoop(window);
+        EXPECT_EQ(LastOpened().substr(0, 9), u"bingmaps:") << keys.size();
+    }
 }
 
 TEST_F(ExifWindow, ContextMenuGreysTheMapsWithoutAPositionAndKeepsTheSatelliteChoice) {

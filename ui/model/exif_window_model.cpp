@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 
 #include "platform/platform.h"
 
@@ -292,6 +293,19 @@ WinRect LayoutChild(ChildKind kind, const WinRect& child, int oldWidth, int oldH
         break;
     }
     return out;
+}
+
+bool NeedsPosition(int command) {
+    return std::find(std::begin(kGpsMenuItems), std::end(kGpsMenuItems), command) != std::end(kGpsMenuItems);
+}
+
+char16_t AltShortcutKey(std::u16string_view menuText) {
+    constexpr std::u16string_view kAlt = u"\tAlt+";
+    const size_t at = menuText.find(kAlt);
+    if (at == std::u16string_view::npos || menuText.size() != at + kAlt.size() + 1)
+        return 0;
+    const char16_t key = menuText.back();
+    return key >= u'a' && key <= u'z' ? static_cast<char16_t>(key - 32) : key;
 }
 
 KeyBinding ExifKeyBinding(int virtualKey) {

@@ -140,5 +140,11 @@ KeyBinding ExifKeyBinding(int virtualKey);
 inline constexpr int kGpsMenuItems[] = {IDC_EXIF_GOOGLE_MAPS, IDM_GEOHACK,  IDC_EXIF_OPENSTREETMAP,
                                         IDC_EXIF_GOOGLE_EARTH, IDM_KAKAOMAP, IDM_NAVERMAP,
                                         IDM_BINGMAPS,          IDM_BINGMAPS_APP};
+bool NeedsPosition(int command);
+
+// The key of the Alt shortcut a menu item's text shows after its tab
+// ("...\tAlt+S" gives 'S', upper case), 0 for none. The menu's texts are the
+// one list of the window's Alt shortcuts.
+char16_t AltShortcutKey(std::u16string_view menuText);
 
 }  // namespace vv
