@@ -398,8 +398,10 @@ struct ExifInfoWindow : DialogBase {
         const std::u16string hidden = platform::ReadSettingString(g_exif.settingsPath, u"EXIF", u"HideTags", u"");
         auto chooser = std::make_unique<ChooseTagsDialog>(BuildTagChoices(*records, recordCount, hidden),
                                                           g_exif.settingsPath);
-        if (RunModalDialog(g_exif.instance, IDD_CHOOSE_TAGS, window, std::move(chooser)) == 1)
+        if (RunModalDialog(g_exif.instance, IDD_CHOOSE_TAGS, window, std::move(chooser)) == 1) {
             FillExifList();
+            SelectRememberedTag();  // as a refresh does: the row stays selected
+        }
     }
 
     void OpenMap(exif::MapService service) { exif::OpenMapLink(service, position.latitude, position.longitude); }

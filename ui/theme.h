@@ -43,6 +43,8 @@ void ApplyDarkModeToDialog(HWND dialog, int flag, int darkMode);
 //    up; null or "" is a separator), and WM_DRAWITEM for owner-drawn combo
 //    box items. WM_DRAWITEM for control `skipControlId` is left to the
 //    dialog (pass -1 to skip none).
+//  - WM_NOTIFY with NM_CUSTOMDRAW from a list view: the selection of a list
+//    without the focus and its grid lines in dark colours.
 BOOL HandleDarkModeMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, int darkMode, int skipControlId,
                            LRESULT* result);
 

@@ -18,6 +18,7 @@
 #include "platform/platform.h"
 #include "platform/win32/wide_text.h"
 #include "plugin_dll.h"
+#include "screenshot.h"
 #include "ui/resource_ids.h"
 #include "ui/theme.h"
 
@@ -133,6 +134,19 @@ TEST_F(CreatorDialog, ListShowsTheFieldsAndFollowsTheSettings) {
     // The editor's colour request must reach the dialog, where the theme answers it.
     PressF2(0);
     ASSERT_NE(Editor(), nullptr);
+    // The label cell of the row being edited and the grid between the empty
+    // Value cells below it: dark.
+    RECT label, value;
+    ListView_GetSubItemRect(list, 0, 0, LVIR_LABEL, &label);
+    EXPECT_TRUE(wintest::DarkOnScreen(list, {{label.right - 3, (label.top + label.bottom) / 2}}));
+    ListView_GetSubItemRect(list, 3, 1, LVIR_BOUNDS, &value);
+    std::vector<POINT> grid;
+    for (int y = value.top - 2; y < value.bottom + 2 * (value.bottom - value.top); ++y)
+        grid.push_back({value.right - 8, y});
+    for (int x = label.right - 3; x < label.right + 3; ++x)
+        grid.push_back({x, value.top + 3});
+    EXPECT_TRUE(wintest::DarkOnScreen(list, grid));
+    wintest::SaveScreenshot(dialog, "exif_creator_editing_dark");
     HDC dc = GetDC(Editor());
     EXPECT_NE(SendMessageW(GetParent(Editor()), WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc),
                            reinterpret_cast<LPARAM>(Editor())),

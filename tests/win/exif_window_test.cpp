@@ -186,6 +186,13 @@ TEST_F(ExifWindow, FollowsTheViewerFromFileToFileAndClosesWithThePluginLightAndD
         EXPECT_FALSE(Visible(window, IDC_EXIF_GOOGLE_MAPS));
         EXPECT_TRUE(Visible(window, IDC_EXIF_MORE));
         EXPECT_TRUE(wintest::SaveScreenshot(window, ("exif_window_nogps_" + mode).c_str()));
+        // The selection of the list without the focus: dark in dark mode.
+        SetFocus(GetDlgItem(window, IDCANCEL));
+        RECT row;
+        ListView_GetItemRect(list, selected, &row, LVIR_BOUNDS);
+        if (mode == "dark")
+            EXPECT_TRUE(wintest::DarkOnScreen(list, {{row.right - 4, (row.top + row.bottom) / 2}}));
+        EXPECT_TRUE(wintest::SaveScreenshot(window, ("exif_window_inactive_selection_" + mode).c_str()));
 
         // A file without EXIF: no rows at all, and nothing to copy.
         ASSERT_EQ(Show(none, viewer), 0);
@@ -440,8 +447,10 @@ TEST_F(ExifWindow, ContextMenuGreysTheMapsWithoutAPositionAndKeepsTheSatelliteCh
     EXPECT_EQ(Setting(u"EXIF", u"Satellite"), u"0");
 }
 
-TEST_F(ExifWindow, ChooseTagsHidesATagAndItsPositionHalf) {
+TEST_F(ExifWindow, ChooseTagsHidesATagAndItsPositionHalfAndKeepsTheSelection) {
     HWND window = ShowHere(gps);
+    HWND list = GetDlgItem(window, IDC_EXIF_LIST);
+    ListView_SetItemState(list, FindRow(list, u"Make"), LVIS_SELECTED, LVIS_SELECTED);
     for (const char* shot : {"choose_tags_light", "choose_tags_dark"}) {
         Setting(u"Viewing", u"DarkMode", shot[12] == 'd' ? u"1" : u"0");
         Choose(window, [shot](HWND chooser) {
@@ -454,9 +463,8 @@ TEST_F(ExifWindow, ChooseTagsHidesATagAndItsPositionHalf) {
         });
     }
     EXPECT_EQ(Setting(u"EXIF", u"HideTags"), u"272,404,");
-    HWND list = GetDlgItem(window, IDC_EXIF_LIST);
     EXPECT_EQ(FindRow(list, u"Model"), -1);
-    EXPECT_GE(FindRow(list, u"Make"), 0);
+    EXPECT_EQ(ListView_GetNextItem(list, -1, LVNI_SELECTED), FindRow(list, u"Make"));
     EXPECT_FALSE(Visible(window, IDC_EXIF_GOOGLE_EARTH)) << "hiding the longitude hides the maps";
 
     // Select all, then OK: everything shows again.

@@ -29,6 +29,21 @@ void PumpMessages() {
     }
 }
 
+bool DarkOnScreen(HWND window, std::vector<POINT> points) {
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    PumpMessages();
+    Sleep(150);  // let the X server finish drawing
+    HDC screen = GetDC(nullptr);
+    bool dark = true;
+    for (POINT point : points) {
+        ClientToScreen(window, &point);
+        const COLORREF colour = GetPixel(screen, point.x, point.y);
+        dark = dark && GetRValue(colour) < 0x80 && GetGValue(colour) < 0x80 && GetBValue(colour) < 0x80;
+    }
+    ReleaseDC(nullptr, screen);
+    return dark;
+}
+
 bool SaveScreenshot(HWND window, const char* name, HWND also) {
     if (!IsWindowVisible(window))
         return false;

@@ -5,6 +5,8 @@
 
 #include <windows.h>
 
+#include <vector>
+
 namespace wintest {
 
 // Pumps the window's pending paint messages, then saves its screen area as
@@ -15,5 +17,9 @@ bool SaveScreenshot(HWND window, const char* name, HWND also = nullptr);
 
 // Handles every queued message of this thread (no waiting).
 void PumpMessages();
+
+// Whether the screen is dark at every given point of `window`'s client area
+// once the window has painted (as the dark theme's colours are).
+bool DarkOnScreen(HWND window, std::vector<POINT> client);
 
 }  // namespace wintest
