@@ -161,6 +161,7 @@ TEST_F(CreatorDialog, EditorCommitsOnEnterAndFocusLossAndCancelsOnEsc) {
     Open();
     PressF2(2);
     ASSERT_NE(Editor(), nullptr) << "F2 opens the editor";
+    wintest::SaveScreenshot(dialog, "exif_creator_editing_light");
     wchar_t text[64] = {};
     GetWindowTextW(Editor(), text, 64);
     EXPECT_STREQ(text, L"VV-1");

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <functional>
 #include <string>
 #include <vector>
@@ -228,7 +229,15 @@ TEST_F(ExifWindow, MovesToANewParentOrToADialogsParent) {
 }
 
 TEST_F(ExifWindow, PlacementIsSavedOnCloseAndRestoredOnScreen) {
-    Setting(u"WinPosition", u"EXIF", u"100,120,500,600,0,96;");
+    HDC screen = GetDC(nullptr);
+    const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
+    ReleaseDC(nullptr, screen);
+    const auto save = [&](int left, int top, int width, int height, int savedDpi) {
+        char text[96];
+        std::snprintf(text, sizeof text, "%d,%d,%d,%d,0,%d;", left, top, width, height, savedDpi);
+        Setting(u"WinPosition", u"EXIF", platform::Utf8ToUtf16(text).c_str());
+    };
+    save(100, 120, 500, 600, dpi);
     ASSERT_EQ(Show(gps, viewer), 0);
     HWND window = DllWindow();
     RECT r;
@@ -239,10 +248,10 @@ TEST_F(ExifWindow, PlacementIsSavedOnCloseAndRestoredOnScreen) {
     EXPECT_EQ(r.bottom - r.top, 600);
     SetWindowPos(window, nullptr, 80, 90, 520, 610, SWP_NOZORDER);
     Export<windll::ClosePluginFn>("ClosePlugin")();
-    EXPECT_EQ(Setting(u"WinPosition", u"EXIF"), u"80,90,520,610,0,96;");
+    EXPECT_EQ(Setting(u"WinPosition", u"EXIF"), u"80,90,520,610,0," + platform::Utf8ToUtf16(std::to_string(dpi)) + u";");
 
     // Off every monitor: back to the work area. Saved at twice the DPI: half the size.
-    Setting(u"WinPosition", u"EXIF", u"5000,-4000,600,700,0,192;");
+    save(5000, -4000, 600, 700, 2 * dpi);
     ASSERT_EQ(Show(gps, viewer), 0);
     window = DllWindow();
     RECT work;
@@ -254,19 +263,18 @@ TEST_F(ExifWindow, PlacementIsSavedOnCloseAndRestoredOnScreen) {
     EXPECT_EQ(r.bottom - r.top, 350);
     Export<windll::ClosePluginFn>("ClosePlugin")();
 
-    // Saved low, or taller than the screen (a size saved at a lower DPI):
-    // wholly on the work area, and saved back so.
+    // Saved low at 96 DPI, or taller than the screen once scaled to this
+    // DPI: wholly on the work area, and saved back so.
     const int workHeight = work.bottom - work.top;
-    for (const int height : {workHeight / 2, workHeight + 200}) {
-        const std::string saved = "40," + std::to_string(work.bottom - 100) + ",500," + std::to_string(height) + ",0,96;";
-        Setting(u"WinPosition", u"EXIF", std::u16string(saved.begin(), saved.end()).c_str());
+    for (const int height : {workHeight / 3, workHeight * 96 / dpi + 200}) {
+        save(40, work.bottom - 100, 500, height, 96);
         ASSERT_EQ(Show(gps, viewer), 0);
         window = DllWindow();
         GetWindowRect(window, &r);
         EXPECT_GE(r.top, work.top) << height;
         EXPECT_LE(r.bottom, work.bottom) << height;
         EXPECT_EQ(r.left, 40);
-        EXPECT_EQ(r.bottom - r.top, std::min(height, workHeight));
+        EXPECT_EQ(r.bottom - r.top, std::min(height * dpi / 96, workHeight));
         // A re-show pulls it back after the viewer left it hanging off the edge.
         SetWindowPos(window, nullptr, 40, work.bottom - 50, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
         ASSERT_EQ(Show(plain, viewer), 0);
@@ -465,6 +473,7 @@ TEST_F(ExifWindow, ChooseTagsHidesATagAndItsPositionHalfAndKeepsTheSelection) {
     EXPECT_EQ(Setting(u"EXIF", u"HideTags"), u"272,404,");
     EXPECT_EQ(FindRow(list, u"Model"), -1);
     EXPECT_EQ(ListView_GetNextItem(list, -1, LVNI_SELECTED), FindRow(list, u"Make"));
+    wintest::SaveScreenshot(window, "exif_window_after_choose_tags");
     EXPECT_FALSE(Visible(window, IDC_EXIF_GOOGLE_EARTH)) << "hiding the longitude hides the maps";
 
     // Select all, then OK: everything shows again.

@@ -62,6 +62,7 @@ bool SaveScreenshot(HWND window, const char* name, HWND also) {
     HBITMAP bitmap = CreateCompatibleBitmap(screen, w, h);
     HGDIOBJ old = SelectObject(memory, bitmap);
     const bool copied = BitBlt(memory, 0, 0, w, h, screen, r.left, r.top, SRCCOPY) != FALSE;
+    const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
     SelectObject(memory, old);
     DeleteDC(memory);
     ReleaseDC(nullptr, screen);
@@ -76,6 +77,8 @@ bool SaveScreenshot(HWND window, const char* name, HWND also) {
             std::wstring file = folder + L"\\";
             for (const char* c = name; *c; ++c)
                 file += static_cast<wchar_t>(*c);
+            if (dpi != 96)  // a run at another DPI: its own set
+                file += L"_" + std::to_wstring(dpi) + L"dpi";
             file += L".png";
             Gdiplus::Bitmap image(bitmap, nullptr);
             saved = image.Save(file.c_str(), &kPngEncoder, nullptr) == Gdiplus::Ok;

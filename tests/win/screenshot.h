@@ -1,6 +1,6 @@
 // Photographs of the dialogs as the tests leave them: the window's screen
 // area copied from the (virtual) display and saved as PNG by GDI+, into the
-// screenshots folder beside the Windows build trees.
+// screenshots folder of the Windows build tree that ran them.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +10,8 @@
 namespace wintest {
 
 // Pumps the window's pending paint messages, then saves its screen area as
-// "<folder>/<name>.png"; with `also` (a menu, say), the rectangle that holds
+// "<folder>/<name>.png" ("<name>_144dpi.png" on a screen of 144 DPI, and so
+// on); with `also` (a menu, say), the rectangle that holds
 // both. Returns false (and saves nothing) when the window is not visible or
 // the display cannot be read.
 bool SaveScreenshot(HWND window, const char* name, HWND also = nullptr);
