@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # Counts, per corpus file and per maker, our maker rows against the maker tags
 # exiv2 names for the same file (its Exif.<Maker>*.* keys, bare 0x.... tags
-# left out).   scripts/maker-counts.sh [VVMETA] [CORPUS]
+# left out).   scripts/maker-counts.sh [VVMETA] [CORPUS]   (CORPUS: the native tree's VV_CORPUS_DIR)
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 vvmeta=${1:-$root/build/native/bin/vvmeta}
-dir=${2:-$root/../shared/corpus}
+dir=${2:-$(sed -n 's/^VV_CORPUS_DIR:PATH=//p' "$root/build/native/CMakeCache.txt" 2>/dev/null)}
+dir=${dir:-$root/../shared/corpus}
 command -v exiv2 >/dev/null || { echo "exiv2 not installed (scripts/setup.sh installs it)" >&2; exit 1; }
 declare -A ours theirs
 printf '%-22s %-9s %6s %6s\n' file maker ours exiv2
