@@ -41,7 +41,8 @@ uint32_t LocateWebpExif(platform::File& file);
 // that box stands (writers often put it after the codestream).
 uint32_t LocateJpegXlExif(platform::File& file);
 // Any other code (JPEG and TIFF-based files): the header found in the first
-// kilobyte, and the EXIF extent clamped to 2048 .. 65535.
+// kilobyte, else the WebP or JPEG XL one wherever it stands, and the EXIF
+// extent clamped to 2048 .. 65535.
 uint32_t LocateExifDefault(platform::File& file, uint32_t& size);
 
 }  // namespace exif

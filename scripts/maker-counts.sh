@@ -3,11 +3,12 @@
 # exiv2 names for the same file (its Exif.<Maker>*.* keys, bare 0x.... tags
 # left out) and the tags exiftool decodes in its MakerNotes group (for makers
 # exiv2 does not decode). Covers the corpus folder and its extra folder.
-#   scripts/maker-counts.sh [VVMETA] [CORPUS]
+#   scripts/maker-counts.sh [VVMETA] [CORPUS]   (CORPUS: the native tree's VV_CORPUS_DIR)
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 vvmeta=${1:-$root/build/native/bin/vvmeta}
-dir=${2:-$root/../shared/corpus}
+dir=${2:-$(sed -n 's/^VV_CORPUS_DIR:PATH=//p' "$root/build/native/CMakeCache.txt" 2>/dev/null)}
+dir=${dir:-$root/../shared/corpus}
 command -v exiv2 >/dev/null || { echo "exiv2 not installed (scripts/setup.sh installs it)" >&2; exit 1; }
 command -v exiftool >/dev/null || { echo "exiftool not installed (scripts/setup.sh installs it)" >&2; exit 1; }
 makers=(Canon Nikon Olympus Fujifilm Minolta Pentax Sony Panasonic Casio Apple Samsung Kodak Sigma Sanyo Ricoh)
