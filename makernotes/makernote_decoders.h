@@ -53,6 +53,11 @@ void DecodePentaxMakerNote(const platform::Cursor& directory, uint32_t offsetBas
 // Canon: the directory at the note's first byte.
 void DecodeCanonMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                           uint32_t* rowCount);
+// Canon, before the decoder runs: how far the note lies from where its
+// offsets put it, when software moved it without changing them (0 otherwise).
+// `note` holds exactly the note's bytes; noteOffset is its offset as its
+// directory's offsets count it.
+int64_t CanonNoteShift(const platform::Cursor& note, int64_t noteOffset);
 // Olympus and OM System: the cursor at note + 5; reads the rest of the 8-, 12-
 // or 16-byte header itself.
 void DecodeOlympusMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
