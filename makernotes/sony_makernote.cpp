@@ -436,7 +436,7 @@ constexpr Enumeration kWhiteBalance2 = Enum(kWhiteBalance2Texts, Sign::kUnsigned
 // rest of these; on other bodies that is -1/3.
 void FlashLevel(const MakerEntry& e) {
     if (BodyOf(e) == SonyBody::kDslr) return e.Omit();
-    Enumerated<kFlashLevel>(e);
+    SetEnumerated(e, kFlashLevel, static_cast<uint32_t>(static_cast<int16_t>(StoredValue(e))));
 }
 
 // ------------------------------------------------------------ the directory
