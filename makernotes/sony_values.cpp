@@ -123,7 +123,9 @@ std::string Number(double v) { return Printf("%.15g", v); }
 std::string SignedSetting(int64_t v) { return v == 0 ? "0" : Printf("%+lld", static_cast<long long>(v)); }
 
 std::string SecondsText(double seconds) {
-    if (seconds > 0 && seconds < 0.25001) return Printf("1/%d", static_cast<int>(0.5 + 1.0 / seconds));
+    // The denominator as a whole double: the shortest codes give times far
+    // beyond an int's reach.
+    if (seconds > 0 && seconds < 0.25001) return Printf("1/%.0f", std::floor(0.5 + 1.0 / seconds));
     std::string text = Printf("%.1f", seconds);
     if (text.size() > 2 && text.compare(text.size() - 2, 2, ".0") == 0) text.resize(text.size() - 2);
     return text;

@@ -173,6 +173,20 @@ TEST(SonyNote, TheShutterCountIsReadFromTheEncipheredBlockOfABodyWhoseLayoutIsKn
     }
 }
 
+// Found by fuzzing: the shortest exposure code, 0xFFFF, is 2^-240 seconds,
+// whose denominator overflowed an int.
+TEST(SonyNote, TheShortestExposureCodePrintsItsWholeDenominator) {
+    Bytes block(128, 0);
+    Put16(block, 70, 0xFFFF, kLE);
+    const Texts rows = Only(Sony(kLE, [&](MakerNoteBuilder& n) {
+                                n.Short(0xB001, 363).OutOfLine(0x9050, fixture::kUndefined, 128, Encipher(block));
+                            }),
+                            {"Exposure Time"});
+    ASSERT_EQ(rows.size(), 1u);
+    EXPECT_EQ(rows[0].rfind("Exposure Time=1/17", 0), 0u) << rows[0];
+    EXPECT_EQ(rows[0].size(), std::string("Exposure Time=1/").size() + 73) << rows[0];
+}
+
 TEST(SonyNote, ShotInfoInItsOwnByteOrderWithTheFacesItRecords) {
     Bytes block(94 + 2 * 37, 0);
     block[0] = block[1] = 'M';
