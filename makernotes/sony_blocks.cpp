@@ -12,20 +12,6 @@ namespace makernotes {
 namespace sony {
 namespace {
 
-std::string Printf(const char* format, ...)
-#if defined(__GNUC__)
-    __attribute__((format(printf, 1, 2)))
-#endif
-    ;
-std::string Printf(const char* format, ...) {
-    char text[exif::kTagValueSize];
-    va_list args;
-    va_start(args, format);
-    std::vsnprintf(text, sizeof text, format, args);
-    va_end(args);
-    return text;
-}
-
 // A text of at most `size` bytes at the field, up to its first zero byte.
 std::string TextAt(const Block& b, size_t at, size_t size) {
     if (!b.Has(at, 1)) return {};

@@ -82,20 +82,6 @@ bool Is9050a(const SonyFacts& f) {
 
 // ------------------------------------------------------------ texts
 
-std::string Printf(const char* format, ...)
-#if defined(__GNUC__)
-    __attribute__((format(printf, 1, 2)))
-#endif
-    ;
-std::string Printf(const char* format, ...) {
-    char text[exif::kTagValueSize];
-    va_list args;
-    va_start(args, format);
-    std::vsnprintf(text, sizeof text, format, args);
-    va_end(args);
-    return text;
-}
-
 constexpr ValueText kReleaseMode2Texts[] = {
     {0, "Normal"},
     {1, "Continuous"},
@@ -555,17 +541,6 @@ constexpr Field k2010iFields[] = {
 };
 
 // ------------------------------------------------------------ the AF info of the SLT bodies (tag 940E)
-
-// The AF status of a point: how far in front of or behind the subject it
-// focused, or whether it saw the subject at all.
-bool AfStatus(const Block& b, const Field& f, std::string& out) {
-    if (!b.Has(f.at, 2)) return false;
-    const int32_t v = static_cast<int16_t>(b.U16(f.at));
-    if (v == -32768) out = "Out of Focus";
-    else if (v == 0) out = "In Focus";
-    else out = Printf("%s (%+d)", v < 0 ? "Front Focus" : "Back Focus", v);
-    return true;
-}
 
 constexpr ValueText kAfTypeTexts[] = {{1, "15-point"}, {2, "19-point"}, {3, "79-point"}};
 constexpr Enumeration kAfType = Enum(kAfTypeTexts, Sign::kUnsigned, "");

@@ -40,6 +40,13 @@ namespace sony {
 
 // ------------------------------------------------------------ value formats
 
+// printf into a value text (cut to what a row holds).
+std::string Printf(const char* format, ...)
+#if defined(__GNUC__)
+    __attribute__((format(printf, 1, 2)))
+#endif
+    ;
+
 // A number as photographers write it: up to 15 significant digits, no
 // trailing zeros.
 std::string Number(double v);
@@ -158,6 +165,10 @@ bool SignedByteField(const Block&, const Field&, std::string&);
 bool ShortField(const Block&, const Field&, std::string&);
 bool SignedShortField(const Block&, const Field&, std::string&);
 bool LongField(const Block&, const Field&, std::string&);
+// A signed SHORT: how far in front of or behind the subject an AF point
+// focused ("Front Focus (-9)", "Back Focus (+11)"), "In Focus" at 0 and "Out
+// of Focus" at -32768.
+bool AfStatus(const Block&, const Field&, std::string&);
 
 // The enciphered blocks: tag 2010, 9050 and the 94xx tags. Decodes the
 // block when the body is one whose layout is known; false when the tag is

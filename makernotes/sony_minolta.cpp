@@ -13,20 +13,6 @@ namespace makernotes {
 namespace sony {
 namespace {
 
-std::string Printf(const char* format, ...)
-#if defined(__GNUC__)
-    __attribute__((format(printf, 1, 2)))
-#endif
-    ;
-std::string Printf(const char* format, ...) {
-    char text[exif::kTagValueSize];
-    va_list args;
-    va_start(args, format);
-    std::vsnprintf(text, sizeof text, format, args);
-    va_end(args);
-    return text;
-}
-
 // ------------------------------------------------------------ plain tags
 
 // The A100 names its colour modes as the later bodies do.
@@ -137,15 +123,6 @@ bool SerialText(const Block& b, const Field& f, std::string& out) {
     if (!b.Has(f.at, 12)) return false;
     out.assign(reinterpret_cast<const char*>(b.bytes + f.at), 12);
     out.resize(out.find('\0') == std::string::npos ? out.size() : out.find('\0'));
-    return true;
-}
-// The AF status of a point (as in the SLT bodies' AF info).
-bool AfStatus(const Block& b, const Field& f, std::string& out) {
-    if (!b.Has(f.at, 2)) return false;
-    const int32_t v = static_cast<int16_t>(b.U16(f.at));
-    if (v == -32768) out = "Out of Focus";
-    else if (v == 0) out = "In Focus";
-    else out = Printf("%s (%+d)", v < 0 ? "Front Focus" : "Back Focus", v);
     return true;
 }
 

@@ -6,25 +6,12 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "makernote_texts.h"
 #include "sony_makernote.h"
 
 namespace makernotes {
 namespace sony {
 namespace {
-
-std::string Printf(const char* format, ...)
-#if defined(__GNUC__)
-    __attribute__((format(printf, 1, 2)))
-#endif
-    ;
-std::string Printf(const char* format, ...) {
-    char text[exif::kTagValueSize];
-    va_list args;
-    va_start(args, format);
-    std::vsnprintf(text, sizeof text, format, args);
-    va_end(args);
-    return text;
-}
 
 // Two binary-coded decimal digits.
 uint32_t Bcd(uint8_t b) { return (b >> 4) * 10u + (b & 0x0F); }
@@ -109,6 +96,15 @@ bool SpecConfirms(const uint8_t spec[8], const char* name) {
 }
 
 }  // namespace
+
+std::string Printf(const char* format, ...) {
+    char text[exif::kTagValueSize];
+    va_list args;
+    va_start(args, format);
+    std::vsnprintf(text, sizeof text, format, args);
+    va_end(args);
+    return text;
+}
 
 std::string NamedLensText(const SonyLens& lens, const SonyFacts& facts) {
     if (!lens.shared) return lens.name;
@@ -237,13 +233,6 @@ void RationalNumber(const MakerEntry& e) {
 
 namespace {
 
-constexpr ValueText kTeleconverterTexts[] = {
-    {0x00, "None"},
-    {0x04, "Minolta/Sony AF 1.4x APO (D) (0x04)"}, {0x05, "Minolta/Sony AF 2x APO (D) (0x05)"},
-    {0x48, "Minolta/Sony AF 2x APO (D)"},           {0x50, "Minolta AF 2x APO II"},
-    {0x60, "Minolta AF 2x APO"},                    {0x88, "Minolta/Sony AF 1.4x APO (D)"},
-    {0x90, "Minolta AF 1.4x APO II"},               {0xa0, "Minolta AF 1.4x APO"},
-};
 constexpr ValueText kWhiteBalanceTexts[] = {
     {0x00, "Auto"},    {0x01, "Color Temperature/Color Filter"}, {0x10, "Daylight"},
     {0x20, "Cloudy"},  {0x30, "Shade"},  {0x40, "Tungsten"},     {0x50, "Flash"},
@@ -320,6 +309,15 @@ bool SignedShortField(const Block& b, const Field& f, std::string& out) {
 }
 bool LongField(const Block& b, const Field& f, std::string& out) {
     return b.Has(f.at, 4) && Enumerated(f, b.U32(f.at), out);
+}
+
+bool AfStatus(const Block& b, const Field& f, std::string& out) {
+    if (!b.Has(f.at, 2)) return false;
+    const int32_t v = static_cast<int16_t>(b.U16(f.at));
+    if (v == -32768) out = "Out of Focus";
+    else if (v == 0) out = "In Focus";
+    else out = Printf("%s (%+d)", v < 0 ? "Front Focus" : "Back Focus", v);
+    return true;
 }
 
 }  // namespace sony
