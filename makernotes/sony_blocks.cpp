@@ -76,7 +76,7 @@ void DecodeFocalPlanePoints(const Block& b) {
     for (size_t i = 0; i < used && i < kMaxFocalPlanePoints; ++i) {
         const size_t at = 6 + 4 * i;
         if (!b.Has(at, 4)) return;
-        const std::string name = Printf("Focal Plane AF Point Location %zu", i + 1);
+        const std::string name = Printf("Focal Plane AF Point Location %u", static_cast<unsigned>(i + 1));
         b.Row(name.c_str(), Printf("%u %u", b.U16(at), b.U16(at + 2)));
     }
 }
