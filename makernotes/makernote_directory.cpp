@@ -150,8 +150,9 @@ void DecodeMakerDirectory(platform::Cursor& in, platform::ByteOrder values, uint
     // rows + entries >= limit, written so that no sum can wrap.
     if (*rowCount >= kMakerNoteRowLimit || entryCount >= kMakerNoteRowLimit - *rowCount) return;
 
+    bool companionAdded = false;
     for (uint32_t i = 0; i < entryCount; ++i) {
-        if (maker.stopAtRowLimit && *rowCount >= kMakerNoteRowLimit) return;
+        if ((maker.stopAtRowLimit || companionAdded) && *rowCount >= kMakerNoteRowLimit) return;
         tiff::Entry entry;
         // A short read leaves the missing bytes zero, and the loop goes on.
         tiff::ReadPartialEntry(in, entry);
@@ -165,7 +166,17 @@ void DecodeMakerDirectory(platform::Cursor& in, platform::ByteOrder values, uint
         const MakerEntry value{exif::EntryContext{input, offsetBase, entry, row}, maker.rule, note};
         if (tag->format.enumeration) FormatEnumeration(value, *tag->format.enumeration);
         else tag->format.formatter(value);
+        if (value.omitted) continue;
         ++*rowCount;
+        if (!tag->companion.format || *rowCount >= kMakerNoteRowLimit) continue;
+        exif::TagRecord& second = exif::TakeRow(table, *rowCount);
+        exif::BeginRow(second, entry.tag, entry);
+        exif::SetRowName(second, tag->companion.name);
+        const MakerEntry companion{exif::EntryContext{input, offsetBase, entry, second}, maker.rule, note};
+        tag->companion.format(companion);
+        if (companion.omitted || std::strcmp(second.value, row.value) == 0) continue;
+        ++*rowCount;
+        companionAdded = true;
     }
 }
 
