@@ -64,5 +64,8 @@ void DecodeFujifilmMakerNote(const platform::Cursor& directory, uint32_t offsetB
 // Minolta: the directory at the note's first byte.
 void DecodeMinoltaMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                             uint32_t* rowCount);
+// Sigma and Foveon: after the 8-byte "SIGMA" or "FOVEON" name and a 2-byte version.
+void DecodeSigmaMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                          uint32_t* rowCount);
 
 }  // namespace makernotes
