@@ -77,15 +77,12 @@ void ColorAdjustment(const MakerEntry& e) {
 
 void FNumber(const MakerEntry& e) { exif::SetRowValue(e.row(), Rational(e, 0, "%.1f")); }
 
-// Seconds: short times as a fraction.
 void ExposureTime(const MakerEntry& e) {
     uint32_t numerator = 0, denominator = 0;
     if (!tiff::ReadRational(e.context.input, e.context.base, e.entry().valueField, numerator, denominator) ||
         numerator == 0 || denominator == 0)
         return;
-    const double seconds = numerator / static_cast<double>(denominator);
-    if (seconds < 0.25001) return SetValuef(e.row(), "1/%.0f", 1.0 / seconds);
-    SetValuef(e.row(), "%.6g", seconds);
+    SetExposureSeconds(e.row(), numerator / static_cast<double>(denominator));
 }
 
 constexpr ValueText kColorModeTexts[] = {
