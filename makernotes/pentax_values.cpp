@@ -1,6 +1,4 @@
 // The value formats that the Pentax main directory and blocks share.
-#include <cmath>
-#include <cstdio>
 #include <string>
 
 #include "pentax_makernote.h"
