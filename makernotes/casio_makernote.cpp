@@ -1,6 +1,8 @@
 // Casio maker notes, in their two forms: the older headerless directory and
-// the newer one behind a 6-byte "QVC" header. Every value is taken from the
-// entry's own value field; no offset is followed.
+// the newer one behind a 6-byte "QVC" header, offsets from the TIFF header.
+// The settings of both forms' first tags are taken from the entry's own
+// value field; only the texts, the preview and the multi-value settings
+// added later follow an offset.
 #include <algorithm>
 #include <string>
 

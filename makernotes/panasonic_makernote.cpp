@@ -349,8 +349,7 @@ void FacePositions(const MakerEntry& e) {
 void RollAngle(const MakerEntry& e) { SetValuef(e.row(), "%.6g", e.Signed16() / 10.0); }
 void PitchAngle(const MakerEntry& e) { SetValuef(e.row(), "%.6g", -e.Signed16() / 10.0); }
 
-// Tags 0 and above 128 had no names in the first decoders; they are named
-// now beside them. "County" (128) is not "Country" (105).
+// "County" (128) is not "Country" (105).
 constexpr MakerTag kPanasonicTags[] = {
     {0x0001, "Image Quality", kImageQuality},
     {0x0002, "Firmware Version", ByteVersion},
