@@ -69,5 +69,16 @@ void DecodeFujifilmMakerNote(const platform::Cursor& directory, uint32_t offsetB
 // Minolta: the directory at the note's first byte.
 void DecodeMinoltaMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                             uint32_t* rowCount);
+// Kodak's record of settings after the 8-byte "KDK" header (offsets unused).
+void DecodeKodakMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                          uint32_t* rowCount);
+// Kodak's DC200-series record, at the note's first byte: true when it holds
+// the picture's 8.3 file name where the series keeps it (the cursor untouched).
+bool CheckKodakFileNameRecord(platform::Cursor& at);
+void DecodeKodakFileNameMakerNote(const platform::Cursor& directory, uint32_t offsetBase,
+                                  exif::TagRecordTable& table, uint32_t* rowCount);
+// Sigma and Foveon: after the 8-byte "SIGMA" or "FOVEON" name and a 2-byte version.
+void DecodeSigmaMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                          uint32_t* rowCount);
 
 }  // namespace makernotes

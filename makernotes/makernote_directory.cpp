@@ -1,6 +1,7 @@
 #include "makernote_directory.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
@@ -119,6 +120,15 @@ void SetValuef(exif::TagRecord& row, const char* format, ...) {
     std::vsnprintf(text, sizeof text, format, args);
     va_end(args);
     exif::SetRowValue(row, text);
+}
+
+void SetExposureSeconds(exif::TagRecord& row, double seconds) {
+    if (seconds > 0 && seconds < 0.25001) return SetValuef(row, "1/%.0f", std::floor(0.5 + 1.0 / seconds));
+    char text[32];
+    std::snprintf(text, sizeof text, "%.1f", seconds);
+    std::string out = text;
+    if (out.size() > 2 && out.compare(out.size() - 2, 2, ".0") == 0) out.resize(out.size() - 2);
+    exif::SetRowValue(row, out);
 }
 
 void FormatGenericValue(const MakerEntry& e) {

@@ -240,6 +240,10 @@ void FormatGenericValue(const MakerEntry& e);
 // is 0 or 1, otherwise the quotient with two decimals.
 void FormatRational(const MakerEntry& e);
 
+// An exposure time in seconds: up to a quarter second as 1/n, longer ones
+// in tenths with a whole number shown plain (2, 1.3).
+void SetExposureSeconds(exif::TagRecord& row, double seconds);
+
 // Writes a printf-formatted value text (cut to the row's 255 bytes).
 void SetValuef(exif::TagRecord& row, const char* format, ...)
 #if defined(__GNUC__)
