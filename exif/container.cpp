@@ -48,6 +48,14 @@ constexpr walk::Uuid kJp2ExifUuid = {{'J', 'p', 'g', 'T', 'i', 'f', 'f', 'E', 'x
 
 bool IsExifItem(uint32_t type, platform::Cursor&) { return type == kExifBox; }
 
+// A TIFF header at `tiff` in a block that ends at `end`, with the length from
+// it; a block too short to hold the header is none.
+uint32_t HeaderWithLength(const platform::Cursor& file, uint64_t tiff, uint64_t end, uint32_t& length) {
+    const uint32_t header = end - tiff >= 8 ? ResultIn(file, tiff) : 0;
+    if (header != 0) length = walk::SizeOut(end - tiff);
+    return header;
+}
+
 // The TIFF header inside an HEIF Exif item:
 //   0  4  offset of the TIFF header, counted from the end of this word
 //   4  .  usually "Exif\0\0", then the TIFF header
@@ -229,12 +237,10 @@ uint32_t LocatePsdExif(platform::File& input, uint32_t& length) {
     uint8_t head[6];
     walk::PsdResource resource;
     if (!At(file, 0).Bytes(head, sizeof head) || !walk::IsPsd(head, sizeof head) ||
-        !walk::FindPsdResource(file, kPsdExifResource, resource) || resource.size < 8)
+        !walk::FindPsdResource(file, kPsdExifResource, resource))
         return 0;
     const uint64_t tiff = walk::SkipExifPrefix(file, resource.data, resource.size);
-    const uint32_t header = ResultIn(file, tiff);
-    if (header != 0) length = walk::SizeOut(resource.data + resource.size - tiff);
-    return header;
+    return HeaderWithLength(file, tiff, resource.data + resource.size, length);
 }
 
 // JPEG 2000: a top-level "uuid" box whose identifier reads "JpgTiffExif->JP2"
@@ -246,12 +252,9 @@ uint32_t LocateJpeg2000Exif(platform::File& input, uint32_t& length) {
     Box box;
     uint64_t data = 0;
     if (!At(file, 0).Bytes(head, sizeof head) || !walk::IsJpeg2000(head, sizeof head) ||
-        !walk::FindUuidBox(file, kJp2ExifUuid, box, data) || box.end - data < 8)
+        !walk::FindUuidBox(file, kJp2ExifUuid, box, data))
         return 0;
-    const uint64_t tiff = walk::SkipExifPrefix(file, data, box.end - data);
-    const uint32_t header = ResultIn(file, tiff);
-    if (header != 0) length = walk::SizeOut(box.end - tiff);
-    return header;
+    return HeaderWithLength(file, walk::SkipExifPrefix(file, data, box.end - data), box.end, length);
 }
 
 uint32_t LocateTiffHeaderInFile(platform::File& file, ContainerPointers& pointers) {
