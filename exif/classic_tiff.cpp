@@ -261,7 +261,10 @@ std::unique_ptr<platform::File> RenderPngProfile(platform::File& input) {
     if (LocatePngExif(input) != 0) return nullptr;
     std::vector<uint8_t> text;
     uint64_t at = 0;
-    if (!jpeg::FindPngText(input, {"Raw profile type exif", "Raw profile type APP1"}, text, at)) return nullptr;
+    // An "APP1" profile may hold an XMP segment instead: "exif" is looked for first.
+    if (!jpeg::FindPngText(input, {"Raw profile type exif"}, text, at) &&
+        !jpeg::FindPngText(input, {"Raw profile type APP1"}, text, at))
+        return nullptr;
     std::vector<uint8_t> profile = jpeg::DecodeRawProfile(text);
     static const uint8_t kPrefix[6] = {'E', 'x', 'i', 'f', 0, 0};
     size_t skip = profile.size() >= 8 && std::memcmp(profile.data(), kPrefix, sizeof kPrefix) == 0 ? 6 : 0;

@@ -30,6 +30,9 @@ bool PngChunkWalk::Next(PngChunk& chunk) {
 namespace {
 
 constexpr size_t kKeywordMax = 79;
+// Chunks walked looking for text: an animated PNG has one per frame, so this
+// is generous; it only caps a file of tiny chunks.
+constexpr uint32_t kChunkWalkLimit = 1u << 20;
 constexpr size_t kInflateStep = 16 * 1024;
 constexpr uint32_t kText = PngChunkType("tEXt");
 constexpr uint32_t kCompressedText = PngChunkType("zTXt");
@@ -119,7 +122,7 @@ bool FindPngText(platform::File& input, const std::vector<std::string_view>& key
     PngChunkWalk walk(input);
     PngChunk chunk;
     std::string keyword;
-    while (walk.Next(chunk) && chunk.type != kEnd) {
+    for (uint32_t n = 0; n < kChunkWalkLimit && walk.Next(chunk) && chunk.type != kEnd; ++n) {
         if (chunk.type != kText && chunk.type != kCompressedText && chunk.type != kInternationalText) continue;
         // The keyword first, from the window: most text chunks are not wanted.
         char head[kKeywordMax + 1] = {};

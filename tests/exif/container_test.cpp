@@ -331,6 +331,8 @@ TEST(ContainerReading, PngRawProfilesReadWhenNoExifChunkGivesAny) {
     other.Ascii(0, 271, "From eXIf");
     const std::pair<Bytes, std::string> files[] = {
         {PngFile({PngText("Raw profile type exif", RawProfile("exif", prefixed)), PngChunk("IDAT", {0})}), "Vantaview"},
+        {PngFile({PngCompressedText("Raw profile type APP1", RawProfile("APP1", ToBytes("http://ns.adobe.com/xap/1.0/"))),
+                  PngText("Raw profile type exif", RawProfile("exif", tiff))}), "Vantaview"},
         {PngFile({PngCompressedText("Raw profile type APP1", RawProfile("APP1", tiff))}), "Vantaview"},
         {PngFile({PngInternationalText("Raw profile type exif", RawProfile("exif", tiff), true)}), "Vantaview"},
         {PngFile({PngText("Comment", ToBytes("x")), PngText("Raw profile type exif", RawProfile("", tiff))}), "Vantaview"},
