@@ -6,6 +6,7 @@
 #include <cstring>
 #include <optional>
 
+#include "classic_tiff.h"
 #include "container.h"
 #include "exif_limits.h"
 #include "gps.h"
@@ -414,6 +415,10 @@ int ReadExifTags(std::u16string_view path, TagRecordTable& table, uint32_t* rowC
 int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCount, int* bigEndian,
                  const MakerNoteRules& makerNotes, uint32_t startOffset) {
     if (!rowCount) return 0;
+    // A BigTIFF, or a PNG's EXIF kept as text: read as the classic TIFF it renders to.
+    if (startOffset == 0)
+        if (const std::unique_ptr<platform::File> classic = OpenClassicTiff(input))
+            return ReadExifTags(*classic, table, rowCount, bigEndian, makerNotes);
     ContainerPointers container;
     uint32_t base = 0;
     if (!LocateTiffHeader(input, startOffset, base, container)) return 0;
