@@ -1,6 +1,6 @@
 // Container locators: where the TIFF header of the EXIF data sits in ISO
-// media files (HEIF, AVIF, CR3), JPEG XL, PNG and WebP, and the dispatch that
-// recognises them by their first kilobyte.
+// media files (HEIF, AVIF, CR3), JPEG XL, PNG, WebP, Photoshop documents and
+// JPEG 2000, and the dispatch that recognises them by their first kilobyte.
 //
 // Every read goes through a platform::Cursor, which checks each field against
 // the file's size before reading it; every box or chunk is handled inside the
@@ -14,24 +14,19 @@
 #include <limits>
 
 #include "container_limits.h"
+#include "container_walk.h"
 #include "platform/input.h"
 #include "jpeg/png_chunks.h"
 
 namespace exif {
 namespace {
 
-constexpr uint32_t FourCc(const char (&text)[5]) {
-    return static_cast<uint32_t>(static_cast<uint8_t>(text[0])) << 24 |
-           static_cast<uint32_t>(static_cast<uint8_t>(text[1])) << 16 |
-           static_cast<uint32_t>(static_cast<uint8_t>(text[2])) << 8 |
-           static_cast<uint32_t>(static_cast<uint8_t>(text[3]));
-}
+using walk::At;
+using walk::Box;
+using walk::FourCc;
+using walk::ReadBox;
+using walk::ResultIn;
 
-constexpr uint32_t kMeta = FourCc("meta");
-constexpr uint32_t kHdlr = FourCc("hdlr");
-constexpr uint32_t kIinf = FourCc("iinf");
-constexpr uint32_t kInfe = FourCc("infe");
-constexpr uint32_t kIloc = FourCc("iloc");
 constexpr uint32_t kExifBox = FourCc("Exif");  // HEIF item type and JPEG XL box
 constexpr uint32_t kMoov = FourCc("moov");
 constexpr uint32_t kUuid = FourCc("uuid");
@@ -39,212 +34,26 @@ constexpr uint32_t kCmt1 = FourCc("CMT1");
 constexpr uint32_t kPngExif = jpeg::PngChunkType("eXIf");
 constexpr uint32_t kPngEnd = jpeg::PngChunkType("IEND");
 constexpr uint32_t kRiffExif = FourCc("EXIF");
-
-constexpr uint64_t kNoOffset = std::numeric_limits<uint32_t>::max();
+constexpr uint16_t kPsdExifResource = 0x0422;
 
 // The identifier of the "uuid" box in which Canon keeps the CMT boxes, in the
 // form it is usually written down.
 constexpr char kCanonCr3UuidHex[] = "85c0b687820f11e08111f4ce462b6a48";
-
-constexpr uint8_t HexDigit(char c) {
-    return static_cast<uint8_t>(c <= '9' ? c - '0' : c - 'a' + 10);
-}
-
-struct Uuid {
-    uint8_t bytes[16] = {};
-};
-
-constexpr Uuid UuidFromHex(const char (&hex)[33]) {
-    Uuid id;
-    for (int i = 0; i < 16; ++i)
-        id.bytes[i] = static_cast<uint8_t>(HexDigit(hex[2 * i]) << 4 | HexDigit(hex[2 * i + 1]));
-    return id;
-}
-
-constexpr Uuid kCanonCr3Uuid = UuidFromHex(kCanonCr3UuidHex);
-
-// Every block of fields is read through a cursor of its own, made at the
-// block's position from the whole input's cursor (which itself reads
-// nothing): a failure inside one block then ends that block only. Numbers
-// are big-endian unless the name says otherwise.
-platform::Cursor WholeInput(platform::File& file) {
-    const int64_t size = file.Size();
-    return platform::Cursor(file, platform::ByteOrder::kBig, 0, size > 0 ? static_cast<uint64_t>(size) : 0);
-}
-
-// A cursor from pos to the end of the input; failed when pos lies beyond it.
-platform::Cursor At(const platform::Cursor& file, uint64_t pos) { return file.ChildAt(pos, file.end()); }
-
-// An unsigned number of 0 to 8 bytes (0 bytes reads as 0).
-uint64_t Number(platform::Cursor& in, unsigned n) {
-    uint8_t b[8];
-    if (n > sizeof b || !in.Bytes(b, n)) return 0;
-    uint64_t v = 0;
-    for (unsigned i = 0; i < n; ++i) v = v << 8 | b[i];
-    return v;
-}
-
-uint32_t AsOffset(uint64_t pos) { return pos < kNoOffset ? static_cast<uint32_t>(pos) : 0; }
-
-// A position handed back to the caller: inside the file and small enough for
-// the 32-bit offsets of the interface, else "not found".
-uint32_t ResultIn(const platform::Cursor& file, uint64_t pos) { return pos < file.end() ? AsOffset(pos) : 0; }
-
-bool IsByteOrderMark(const uint8_t* b) {
-    return (b[0] == 'I' && b[1] == 'I') || (b[0] == 'M' && b[1] == 'M');
-}
-
-bool IsTiffSignature(const uint8_t* b) {
-    return (b[0] == 'I' && b[1] == 'I' && b[2] == 0x2A && b[3] == 0) ||
-           (b[0] == 'M' && b[1] == 'M' && b[2] == 0 && b[3] == 0x2A);
-}
-
-// ------------------------------------------------------------ ISO boxes
-
-// One box of an ISO base-media file (and of a JPEG XL container):
-//   0  4  size, counting the header (1: a 64-bit size follows the type;
-//         0: the box runs to the end of its parent)
-//   4  4  type
-//   8  8  the 64-bit size, when size is 1
-// A full box then has one version byte and three flag bytes.
-struct Box {
-    uint32_t type = 0;
-    uint64_t start = 0;
-    uint64_t body = 0;      // just after the header
-    uint64_t end = 0;       // cut at the parent's end
-    uint64_t declared = 0;  // the size the box claims
-};
-
-// Reads the header of the box at pos inside a parent that ends at limit.
-// A size smaller than the header is malformed; a box that claims more than
-// its parent holds is cut at the parent's end, so a truncated file still
-// yields what it has and the walk ends there.
-bool ReadBox(const platform::Cursor& file, uint64_t pos, uint64_t limit, Box& box) {
-    platform::Cursor in = At(file, pos);
-    if (pos > limit || limit - pos < 8 || !in.ok()) return false;
-    uint64_t size = in.U32();
-    box.type = in.U32();
-    uint64_t header = 8;
-    if (size == 1) {
-        size = Number(in, 8);
-        header = 16;
-    } else if (size == 0) {
-        size = limit - pos;
-    }
-    if (!in.ok() || size < header) return false;
-    box.start = pos;
-    box.body = pos + header;
-    box.declared = size;
-    box.end = size > limit - pos ? limit : pos + size;
-    return box.body <= box.end;
-}
-
-// The first box of the given type among at most maxBoxes boxes from pos.
-bool FindBox(const platform::Cursor& file, uint64_t pos, uint64_t limit, uint32_t type, uint32_t maxBoxes,
-             Box& found) {
-    for (uint32_t n = 0; n < maxBoxes; ++n) {
-        Box box;
-        if (!ReadBox(file, pos, limit, box)) return false;
-        if (box.type == type) {
-            found = box;
-            return true;
-        }
-        pos = box.end;
-    }
-    return false;
-}
+constexpr walk::Uuid kCanonCr3Uuid = walk::UuidFromHex(kCanonCr3UuidHex);
+// JPEG 2000 keeps EXIF in a "uuid" box whose identifier is the text
+// "JpgTiffExif->JP2".
+constexpr walk::Uuid kJp2ExifUuid = {{'J', 'p', 'g', 'T', 'i', 'f', 'f', 'E', 'x', 'i', 'f', '-', '>', 'J', 'P', '2'}};
 
 // ------------------------------------------------------------ HEIF
 
-// "iinf" (full box): an entry count (16 bits in version 0, else 32), then
-// one "infe" box per item. From version 2 an "infe" body reads:
-//   0  4      version, flags
-//   4  2 | 4  item ID (4 bytes from version 3)
-//   .  2      protection index
-//   .  4      item type ("Exif" for the EXIF block)
-// Earlier versions carry no item type and cannot name an Exif item.
-bool FindExifItemId(const platform::Cursor& file, const Box& iinf, uint32_t& itemId) {
-    platform::Cursor head = At(file, iinf.body);
-    uint8_t version = head.U8();
-    head.Skip(3);
-    uint32_t count = version == 0 ? head.U16() : head.U32();
-    if (!head.ok()) return false;
-    uint64_t pos = head.position();
-    for (uint32_t i = 0; i < std::min(count, kMaxHeifItems); ++i) {
-        Box infe;
-        if (!ReadBox(file, pos, iinf.end, infe)) return false;
-        pos = infe.end;
-        if (infe.type != kInfe) continue;
-        platform::Cursor in = At(file, infe.body);
-        if (!in.ok()) continue;
-        uint8_t infeVersion = in.U8();
-        in.Skip(3);
-        if (infeVersion < 2) continue;
-        uint32_t id = infeVersion == 2 ? in.U16() : in.U32();
-        in.Skip(2);
-        uint32_t type = in.U32();
-        if (in.ok() && in.position() <= infe.end && type == kExifBox) {
-            itemId = id;
-            return true;
-        }
-    }
-    return false;
-}
+bool IsExifItem(uint32_t type, platform::Cursor&) { return type == kExifBox; }
 
-struct ItemExtent {
-    uint64_t offset = 0;
-    uint64_t length = 0;
-};
-
-bool IsFieldSize(unsigned bytes) { return bytes == 0 || bytes == 4 || bytes == 8; }
-
-// "iloc" (full box, versions 0 to 2):
-//   0  4      version, flags
-//   4  1      offset size << 4 | length size        (bytes: 0, 4 or 8)
-//   5  1      base-offset size << 4 | index size    (index size from version 1)
-//   6  2 | 4  item count (4 bytes in version 2)
-//   per item:
-//      2 | 4  item ID (4 bytes in version 2)
-//      2      construction method in the low 4 bits (from version 1)
-//      2      data-reference index
-//      b      base offset
-//      2      extent count, then per extent: index, offset, length
-// The wanted item's data must lie in this file (construction method 0); its
-// first extent holds the start of the EXIF block.
-bool FindItemExtent(const platform::Cursor& file, const Box& iloc, uint32_t wanted, ItemExtent& extent) {
-    platform::Cursor in = At(file, iloc.body);
-    if (!in.ok()) return false;
-    uint8_t version = in.U8();
-    in.Skip(3);
-    uint8_t sizes = in.U8();
-    uint8_t moreSizes = in.U8();
-    const unsigned offsetSize = sizes >> 4, lengthSize = sizes & 15u, baseSize = moreSizes >> 4;
-    const unsigned indexSize = version >= 1 ? moreSizes & 15u : 0;
-    if (version > 2 || !IsFieldSize(offsetSize) || !IsFieldSize(lengthSize) || !IsFieldSize(baseSize) ||
-        !IsFieldSize(indexSize))
-        return false;
-    uint32_t count = version < 2 ? in.U16() : in.U32();
-    const uint64_t extentBytes = indexSize + offsetSize + lengthSize;
-    for (uint32_t i = 0; i < std::min(count, kMaxHeifItems); ++i) {
-        uint32_t id = version < 2 ? in.U16() : in.U32();
-        unsigned method = version >= 1 ? in.U16() & 15u : 0;
-        in.Skip(2);
-        uint64_t base = Number(in, baseSize);
-        uint16_t extents = in.U16();
-        if (!in.ok() || in.position() > iloc.end) return false;
-        if (id != wanted) {
-            in.Skip(extents * extentBytes);
-            continue;
-        }
-        if (method != 0 || extents == 0) return false;
-        in.Skip(indexSize);
-        uint64_t offset = Number(in, offsetSize);
-        uint64_t length = Number(in, lengthSize);
-        if (!in.ok() || in.position() > iloc.end || offset > std::numeric_limits<uint64_t>::max() - base) return false;
-        extent = {base + offset, length};
-        return true;
-    }
-    return false;
+// A TIFF header at `tiff` in a block that ends at `end`, with the length from
+// it; a block too short to hold the header is none.
+uint32_t HeaderWithLength(const platform::Cursor& file, uint64_t tiff, uint64_t end, uint32_t& length) {
+    const uint32_t header = end - tiff >= 8 ? ResultIn(file, tiff) : 0;
+    if (header != 0) length = walk::SizeOut(end - tiff);
+    return header;
 }
 
 // The TIFF header inside an HEIF Exif item:
@@ -253,7 +62,7 @@ bool FindItemExtent(const platform::Cursor& file, const Box& iloc, uint32_t want
 // Writers disagree on that word, so when it does not lead to a TIFF header
 // the first one in the next few bytes is taken, and failing that the
 // conventional place after "Exif\0\0".
-uint64_t TiffHeaderInExifItem(const platform::Cursor& file, const ItemExtent& item) {
+uint64_t TiffHeaderInExifItem(const platform::Cursor& file, const walk::ItemExtent& item) {
     platform::Cursor in = At(file, item.offset);
     uint32_t toHeader = in.U32();
     if (!in.ok()) return 0;
@@ -261,28 +70,15 @@ uint64_t TiffHeaderInExifItem(const platform::Cursor& file, const ItemExtent& it
     uint8_t bytes[kHeifTiffSearchBytes] = {};
     if (item.length >= 4 && toHeader <= item.length - 4 && item.length - 4 - toHeader >= 4) {
         platform::Cursor header = At(file, data + toHeader);
-        if (header.Bytes(bytes, 4) && IsTiffSignature(bytes)) return data + toHeader;
+        if (header.Bytes(bytes, 4) && walk::IsTiffSignature(bytes)) return data + toHeader;
     }
     platform::Cursor search = At(file, data);
     if (!search.ok()) return 0;
     size_t available = static_cast<size_t>(std::min<uint64_t>(sizeof bytes, file.end() - data));
     search.Bytes(bytes, available);
     for (size_t i = 0; i + 4 <= available; ++i)
-        if (IsTiffSignature(bytes + i)) return data + i;
+        if (walk::IsTiffSignature(bytes + i)) return data + i;
     return item.offset + 10;
-}
-
-// ------------------------------------------------------------ payloads
-
-// Some writers keep the JPEG habit of "Exif\0\0" before the TIFF header.
-uint64_t SkipExifPrefix(const platform::Cursor& file, uint64_t data, uint64_t length) {
-    static const uint8_t kPrefix[6] = {'E', 'x', 'i', 'f', 0, 0};
-    uint8_t bytes[8];
-    platform::Cursor in = At(file, data);
-    if (length >= sizeof bytes && in.Bytes(bytes, sizeof bytes) &&
-        std::memcmp(bytes, kPrefix, sizeof kPrefix) == 0 && IsByteOrderMark(bytes + 6))
-        return data + sizeof kPrefix;
-    return data;
 }
 
 // ------------------------------------------------------------ dispatch
@@ -326,7 +122,7 @@ uint32_t ScanHead(const uint8_t* head, size_t n, bool jpegXl) {
         if (n - p >= 4 && std::memcmp(head + p, "Exif", 4) == 0) base = p + (jpegXl ? 8 : 6);
         else if (n - p >= 3 && std::memcmp(head + p, "TTW", 3) == 0) base = p + 7;
         else continue;
-        if (base < n && n - base >= 2 && IsByteOrderMark(head + base)) return static_cast<uint32_t>(base);
+        if (base < n && n - base >= 2 && walk::IsByteOrderMark(head + base)) return static_cast<uint32_t>(base);
     }
     return 0;
 }
@@ -335,39 +131,14 @@ uint32_t ScanHead(const uint8_t* head, size_t n, bool jpegXl) {
 
 uint32_t LocateHeifExif(platform::File& file, uint32_t& itemLength) {
     itemLength = 0;
-    const platform::Cursor in = WholeInput(file);
-    Box meta;
-    if (!FindBox(in, 0, in.end(), kMeta, kMaxTopLevelBoxes, meta)) return 0;
-    // "meta" is a full box in HEIF; QuickTime writes it without version and
-    // flags, which shows as its handler box starting right away.
-    uint64_t pos = meta.body + 4;
-    Box first;
-    if (ReadBox(in, meta.body, meta.end, first) && first.type == kHdlr) pos = meta.body;
-
-    // "iloc" may come before "iinf": note where it is and read it once the
-    // Exif item's ID is known.
-    Box iloc;
-    bool haveIloc = false, haveItem = false;
-    uint32_t itemId = 0;
-    for (uint32_t n = 0; n < kMaxChildBoxes && !(haveIloc && haveItem); ++n) {
-        Box child;
-        if (!ReadBox(in, pos, meta.end, child)) break;
-        pos = child.end;
-        if (child.type == kIinf && !haveItem) {
-            haveItem = FindExifItemId(in, child, itemId);
-            if (!haveItem) return 0;
-        } else if (child.type == kIloc && !haveIloc) {
-            iloc = child;
-            haveIloc = true;
-        }
-    }
-    ItemExtent item;
-    if (!haveItem || !haveIloc || !FindItemExtent(in, iloc, itemId, item)) return 0;
+    const platform::Cursor in = walk::WholeInput(file);
+    walk::ItemExtent item;
+    if (!walk::FindHeifItem(in, IsExifItem, item)) return 0;
     // An item inside the first box or an empty one cannot be an EXIF block.
     if (item.offset < 5 || item.length < 1 || item.offset >= in.end()) return 0;
     uint32_t header = ResultIn(in, TiffHeaderInExifItem(in, item));
     if (header == 0) return 0;
-    itemLength = static_cast<uint32_t>(std::min<uint64_t>(item.length, kNoOffset));
+    itemLength = walk::SizeOut(item.length);
     return header;
 }
 
@@ -379,7 +150,7 @@ uint32_t LocateHeifExif(platform::File& file, uint32_t& itemLength) {
 //       CMT3  maker note   CMT4  GPS IFD
 uint32_t LocateCr3Exif(platform::File& file, Cr3Boxes& boxes) {
     boxes = {};
-    const platform::Cursor in = WholeInput(file);
+    const platform::Cursor in = walk::WholeInput(file);
     uint64_t pos = 0;
     for (uint32_t n = 0; n < kMaxTopLevelBoxes; ++n) {
         Box box;
@@ -388,13 +159,13 @@ uint32_t LocateCr3Exif(platform::File& file, Cr3Boxes& boxes) {
         if (box.type != kMoov) continue;
         Box uuid;
         if (!ReadBox(in, box.body, box.end, uuid) || uuid.type != kUuid) continue;
-        Uuid id;
+        walk::Uuid id;
         if (platform::Cursor body = At(in, uuid.body); !body.Bytes(id.bytes, sizeof id.bytes)) return 0;
         // A movie of another maker: it will not have Canon's boxes further on.
         if (std::memcmp(id.bytes, kCanonCr3Uuid.bytes, sizeof id.bytes) != 0) return 0;
 
         Cr3Boxes found;
-        found.moovSize = static_cast<uint32_t>(std::min(box.declared, kNoOffset));
+        found.moovSize = walk::SizeOut(box.declared);
         uint32_t* slots[4] = {&found.cmt1, &found.cmt2, &found.cmt3, &found.cmt4};
         int known = 0;
         uint64_t childPos = uuid.body + sizeof id.bytes;
@@ -422,38 +193,24 @@ uint32_t LocatePngExif(platform::File& file) {
     for (uint32_t n = 0; n < kMaxChunks && walk.Next(chunk); ++n) {
         if (chunk.type == kPngExif) {
             if (chunk.length == 0) return 0;
-            const platform::Cursor in = WholeInput(file);
-            return ResultIn(in, SkipExifPrefix(in, chunk.data, chunk.length));
+            const platform::Cursor in = walk::WholeInput(file);
+            return ResultIn(in, walk::SkipExifPrefix(in, chunk.data, chunk.length));
         }
         if (chunk.type == kPngEnd) return 0;
     }
     return 0;
 }
 
-// WebP: "RIFF", a little-endian size, "WEBP", then RIFF chunks:
-//   0  4  FourCC
-//   4  4  data size, little-endian
-//   8  n  data, padded to an even length
-// The "EXIF" chunk holds a TIFF file. The RIFF size is not trusted: the walk
-// runs to the end of the file.
+// WebP: the "EXIF" chunk holds a TIFF file.
 uint32_t LocateWebpExif(platform::File& input) {
-    const platform::Cursor file = WholeInput(input);
-    platform::Cursor in = file;
+    const platform::Cursor file = walk::WholeInput(input);
     uint8_t header[12];
-    if (!in.Bytes(header, sizeof header) || std::memcmp(header, "RIFF", 4) != 0 ||
-        std::memcmp(header + 8, "WEBP", 4) != 0)
+    uint64_t data = 0;
+    uint32_t size = 0;
+    if (!At(file, 0).Bytes(header, sizeof header) || !walk::IsWebp(header, sizeof header) ||
+        !walk::FindRiffChunk(file, kRiffExif, data, size))
         return 0;
-    uint64_t pos = sizeof header;
-    for (uint32_t n = 0; n < kMaxChunks; ++n) {
-        in = At(file, pos);
-        uint32_t type = in.U32();
-        in.SetOrder(platform::ByteOrder::kLittle);
-        uint32_t size = in.U32();
-        if (!in.ok()) return 0;
-        if (type == kRiffExif) return size == 0 ? 0 : ResultIn(file, SkipExifPrefix(file, pos + 8, size));
-        pos += 8 + static_cast<uint64_t>(size) + (size & 1u);
-    }
-    return 0;
+    return size == 0 ? 0 : ResultIn(file, walk::SkipExifPrefix(file, data, size));
 }
 
 // JPEG XL container: ISO boxes from offset 0. The "Exif" box body is
@@ -461,9 +218,9 @@ uint32_t LocateWebpExif(platform::File& input) {
 //   4  .  the TIFF header (after "Exif\0\0" when the offset is 6)
 // A "brob" box holds its metadata Brotli-compressed and is not read.
 uint32_t LocateJpegXlExif(platform::File& input) {
-    const platform::Cursor file = WholeInput(input);
+    const platform::Cursor file = walk::WholeInput(input);
     Box exif;
-    if (!FindBox(file, 0, file.end(), kExifBox, kMaxTopLevelBoxes, exif)) return 0;
+    if (!walk::FindBox(file, 0, file.end(), kExifBox, kMaxTopLevelBoxes, exif)) return 0;
     platform::Cursor in = At(file, exif.body);
     uint32_t toHeader = in.U32();
     if (!in.ok() || in.position() > exif.end) return 0;
@@ -473,10 +230,37 @@ uint32_t LocateJpegXlExif(platform::File& input) {
     return ResultIn(file, in.position() + toHeader);
 }
 
+// Photoshop: image resource 0x0422 holds a TIFF file.
+uint32_t LocatePsdExif(platform::File& input, uint32_t& length) {
+    length = 0;
+    const platform::Cursor file = walk::WholeInput(input);
+    uint8_t head[6];
+    walk::PsdResource resource;
+    if (!At(file, 0).Bytes(head, sizeof head) || !walk::IsPsd(head, sizeof head) ||
+        !walk::FindPsdResource(file, kPsdExifResource, resource))
+        return 0;
+    const uint64_t tiff = walk::SkipExifPrefix(file, resource.data, resource.size);
+    return HeaderWithLength(file, tiff, resource.data + resource.size, length);
+}
+
+// JPEG 2000: a top-level "uuid" box whose identifier reads "JpgTiffExif->JP2"
+// holds a TIFF file, sometimes behind "Exif\0\0".
+uint32_t LocateJpeg2000Exif(platform::File& input, uint32_t& length) {
+    length = 0;
+    const platform::Cursor file = walk::WholeInput(input);
+    uint8_t head[12];
+    Box box;
+    uint64_t data = 0;
+    if (!At(file, 0).Bytes(head, sizeof head) || !walk::IsJpeg2000(head, sizeof head) ||
+        !walk::FindUuidBox(file, kJp2ExifUuid, box, data))
+        return 0;
+    return HeaderWithLength(file, walk::SkipExifPrefix(file, data, box.end - data), box.end, length);
+}
+
 uint32_t LocateTiffHeaderInFile(platform::File& file, ContainerPointers& pointers) {
     pointers = {};
     uint8_t head[kContainerHeadBytes] = {};
-    const size_t n = WholeInput(file).Some(head, sizeof head);
+    const size_t n = walk::WholeInput(file).Some(head, sizeof head);
 
     switch (IsoContainerOf(head, n)) {
     case IsoContainer::kHeif: {
@@ -495,7 +279,13 @@ uint32_t LocateTiffHeaderInFile(platform::File& file, ContainerPointers& pointer
     case IsoContainer::kOther:
         break;  // other ISO brands are scanned like any file
     }
-    if (IsJpegXlContainer(head, n) || IsJpegXlCodestream(head, n)) {
+    // A document or JPEG 2000 file without the resource or box is scanned as before.
+    uint32_t length = 0;
+    if (walk::IsPsd(head, n)) {
+        if (uint32_t header = LocatePsdExif(file, length)) return header;
+    } else if (walk::IsJpeg2000(head, n)) {
+        if (uint32_t header = LocateJpeg2000Exif(file, length)) return header;
+    } else if (IsJpegXlContainer(head, n) || IsJpegXlCodestream(head, n)) {
         pointers.jpegXl = true;
         if (IsJpegXlContainer(head, n))
             if (uint32_t header = LocateJpegXlExif(file)) return header;

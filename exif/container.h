@@ -23,7 +23,8 @@ struct ContainerPointers {
 
 // The container dispatch, used by the directory walker when the file is
 // neither a JPEG with an Exif APP1 nor a bare TIFF: ISO media (HEIF, CR3),
-// JPEG XL, PNG, WebP, then a scan of the first kilobyte.
+// Photoshop documents, JPEG 2000, JPEG XL, PNG, WebP, then a scan of the
+// first kilobyte.
 uint32_t LocateTiffHeaderInContainer(std::u16string_view path, ContainerPointers& pointers);
 // The same dispatch on a file that is already open.
 uint32_t LocateTiffHeaderInFile(platform::File& file, ContainerPointers& pointers);
@@ -40,8 +41,16 @@ uint32_t LocateWebpExif(platform::File& file);
 // JPEG XL in its box form: the TIFF header inside the "Exif" box, wherever
 // that box stands (writers often put it after the codestream).
 uint32_t LocateJpegXlExif(platform::File& file);
+// Photoshop documents (PSD, PSB): the TIFF file in image resource 0x0422.
+// JPEG 2000 (JP2, JPX): the TIFF file in the "uuid" box named
+// "JpgTiffExif->JP2". `length` receives the bytes from the TIFF header to
+// the end of the resource or box.
+uint32_t LocatePsdExif(platform::File& file, uint32_t& length);
+uint32_t LocateJpeg2000Exif(platform::File& file, uint32_t& length);
 // Any other code (JPEG and TIFF-based files): the header found in the first
-// kilobyte, and the EXIF extent clamped to 2048 .. 65535.
+// kilobyte, else the WebP or JPEG XL one wherever it stands, and the EXIF
+// extent clamped to 2048 .. 65535. Photoshop documents and JPEG 2000 files
+// answer their TIFF header and the true length of the resource or box from it.
 uint32_t LocateExifDefault(platform::File& file, uint32_t& size);
 
 }  // namespace exif

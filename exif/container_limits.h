@@ -26,5 +26,13 @@ constexpr size_t kHeifTiffSearchBytes = 32;
 // PNG and RIFF chunks walked: an animated WebP has one chunk per frame before
 // its EXIF chunk, so this is generous; it only caps a file of tiny chunks.
 constexpr uint32_t kMaxChunks = 1u << 20;
+// Image resources of a Photoshop document walked: a document has a few dozen.
+constexpr uint32_t kMaxPsdResources = 4096;
+// Entries of one BigTIFF directory taken over into its classic rendering:
+// the walker passes over a directory of more than 256 anyway.
+constexpr uint32_t kMaxBigTiffEntries = 512;
+// Values of one LONG8 entry rendered as LONGs (strip offsets and counts): a
+// row lists 64 numbers at most.
+constexpr uint32_t kMaxBigTiffLongs = 1024;
 
 }  // namespace exif

@@ -1,5 +1,7 @@
 // The locator behind GetExifInfos for JPEG and TIFF-based files: the TIFF
-// header marked by "Exif" in the first kilobyte, and how far its data reaches.
+// header marked by "Exif" in the first kilobyte, and how far its data
+// reaches; and for the containers that say where their EXIF block is and how
+// long it is, those.
 #include <algorithm>
 #include <cstring>
 
@@ -83,6 +85,10 @@ uint32_t FindTiffHeader(const uint8_t* bytes, size_t size) {
 
 uint32_t LocateExifDefault(platform::File& file, uint32_t& size) {
     size = 0;
+    // A Photoshop document or a JPEG 2000 file names its EXIF block in a
+    // resource or a box, which gives its true place and length.
+    if (const uint32_t header = LocatePsdExif(file, size)) return header;
+    if (const uint32_t header = LocateJpeg2000Exif(file, size)) return header;
     platform::Cursor in(file, platform::ByteOrder::kLittle);
     uint8_t head[kHeaderScanBytes];
     const size_t got = static_cast<size_t>(std::min<uint64_t>(sizeof head, in.remaining()));

@@ -35,4 +35,8 @@ constexpr uint32_t kExifExtentMax = 65535;
 // Sub-directories the default locator follows from IFD0 (Exif, GPS, Interop).
 constexpr int kExtentSubDirectories = 3;
 
+// Blocks of Adobe's DNG private data looked through for the maker note (a
+// converter writes a handful).
+constexpr int kDngPrivateBlocksLimit = 64;
+
 }  // namespace exif

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <optional>
 
+#include "classic_tiff.h"
 #include "container.h"
 #include "exif_limits.h"
 #include "gps.h"
@@ -27,6 +28,8 @@ constexpr uint16_t kTagImageDescription = 270;
 constexpr uint16_t kTagMake = 271;
 constexpr uint16_t kTagModel = 272;
 constexpr uint16_t kTagUserComment = 37510;
+constexpr uint16_t kTagMakerNote = 37500;
+constexpr uint16_t kTagDngPrivateData = 50740;
 using tiff::kEntrySize;
 using tiff::kValueFieldSize;
 constexpr size_t kTiffHeaderSize = 8;      // "II" or "MM", 42, the offset of IFD0
@@ -173,6 +176,12 @@ private:
     uint32_t base_;
     bool separate_;
 };
+
+// An entry's value length in bytes, cut to 32 bits; 0 for an unknown type.
+uint32_t ValueLength(const tiff::Entry& entry) {
+    const uint64_t length = uint64_t{entry.count} * tiff::TypeSize(entry.type);
+    return length > UINT32_MAX ? UINT32_MAX : static_cast<uint32_t>(length);
+}
 
 // The value of the tag 46 row as a start offset; 0 when it is not a number.
 uint32_t EmbeddedJpegOffset(const TagRecordTable& table, uint32_t rowCount) {
@@ -333,6 +342,11 @@ void ProcessDirectoryEntries(platform::Cursor& entries, uint32_t base, TagRecord
         // the count where it was, and the next entry takes the same row.
         TagRecord& row = TakeRow(table, *rowCount);
         BeginRow(row, tags.rowTagBase + entry.tag, entry);
+        // DNG private data gives no row, but may hold the maker note.
+        if (pointers && entry.tag == kTagDngPrivateData && ValueLength(entry) > kValueFieldSize) {
+            pointers->dngPrivateData = entry.valueField;
+            pointers->dngPrivateDataSize = ValueLength(entry);
+        }
         const TagInfo* info = tags.find(entry.tag);
         if (!info) continue;
         SetRowName(row, info->name);
@@ -340,6 +354,7 @@ void ProcessDirectoryEntries(platform::Cursor& entries, uint32_t base, TagRecord
         if (pointers) {
             for (const auto& p : kPointerTags)
                 if (p.tag == entry.tag) pointers->*p.pointer = entry.valueField;
+            if (entry.tag == kTagMakerNote) pointers->makerNoteSize = ValueLength(entry);
         }
         ++*rowCount;
     }
@@ -400,6 +415,10 @@ int ReadExifTags(std::u16string_view path, TagRecordTable& table, uint32_t* rowC
 int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCount, int* bigEndian,
                  const MakerNoteRules& makerNotes, uint32_t startOffset) {
     if (!rowCount) return 0;
+    // A BigTIFF, or a PNG's EXIF kept as text: read as the classic TIFF it renders to.
+    if (startOffset == 0)
+        if (const std::unique_ptr<platform::File> classic = OpenClassicTiff(input))
+            return ReadExifTags(*classic, table, rowCount, bigEndian, makerNotes);
     ContainerPointers container;
     uint32_t base = 0;
     if (!LocateTiffHeader(input, startOffset, base, container)) return 0;
@@ -461,10 +480,19 @@ int ReadExifTags(platform::File& input, TagRecordTable& table, uint32_t* rowCoun
         }
     }
 
+    MakerNotePlace privateNote;
     if (pointers.makerNote != 0 && walk.Find(pointers.makerNote)) {
         AppendSeparatorRow(table, rowCount);
         AppendHeadingRow(table, rowCount, "Maker Note (Vendor):");
-        DispatchMakerNote(input, base, table, rowCount, order, pointers.makerNote, separate, makerNotes);
+        DispatchMakerNote(input, base, table, rowCount, order, pointers.makerNote, separate, makerNotes,
+                          pointers.makerNoteSize);
+    } else if (pointers.dngPrivateData != 0 && !separate &&
+               FindDngPrivateNote(input, base, order, pointers.dngPrivateData, pointers.dngPrivateDataSize,
+                                  privateNote)) {
+        // A DNG keeps the note of the camera's own file in its private data.
+        AppendSeparatorRow(table, rowCount);
+        AppendHeadingRow(table, rowCount, "Maker Note (Vendor):");
+        DispatchMakerNoteAt(input, privateNote, table, rowCount, makerNotes);
     }
 
     if (ifd1 != 0) {

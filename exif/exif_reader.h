@@ -32,6 +32,9 @@ struct IfdPointers {
     uint32_t makerNote = 0;         // tag 37500
     uint32_t interoperability = 0;  // tag 40965 (shown, not walked)
     uint32_t iptc = 0;              // tag 33723
+    uint32_t makerNoteSize = 0;     // tag 37500's length in bytes
+    uint32_t dngPrivateData = 0;    // tag 50740, found without a row of its own
+    uint32_t dngPrivateDataSize = 0;
 };
 
 // Reads the EXIF data of a file into the table, appending rows after

@@ -1,6 +1,6 @@
 // The input layout of fuzz_makernotes, for the seed files: flags (bit 0
-// big-endian, bit 1 CR3), no rows before, the note's offset, the length of
-// the Make text, the Make text, then the file. And the number lists the
+// big-endian and those below), no rows before, the note's offset, the length
+// of the Make text, the Make text, then the file. And the number lists the
 // seed files fill their notes' values with.
 #pragma once
 
@@ -12,10 +12,14 @@
 
 namespace fuzzseeds {
 
+// Flags beyond the byte order: a CR3 file; a note whose length is known
+// (it runs to the end of the file); DNG private data at the offset.
+constexpr uint8_t kCr3 = 2, kNoteToEnd = 4, kDngPrivateData = 8;
+
 inline fixture::Bytes MakerNoteSeed(fixture::ByteOrder order, const std::string& make, const fixture::Bytes& file,
-                                    bool cr3 = false) {
-    fixture::Bytes seed{static_cast<uint8_t>((order == fixture::ByteOrder::kBig ? 1 : 0) | (cr3 ? 2 : 0)), 0,
-                        static_cast<uint8_t>(fixture::kNoteOffset), static_cast<uint8_t>(make.size())};
+                                    bool cr3 = false, uint8_t flags = 0) {
+    fixture::Bytes seed{static_cast<uint8_t>((order == fixture::ByteOrder::kBig ? 1 : 0) | (cr3 ? kCr3 : 0) | flags),
+                        0, static_cast<uint8_t>(fixture::kNoteOffset), static_cast<uint8_t>(make.size())};
     fixture::Append(seed, fixture::ToBytes(make));
     fixture::Append(seed, file);
     return seed;

@@ -29,6 +29,16 @@ static const fuzzseeds::Register kSeeds("iptc", [] {
                 .Segment(0xED, fixture::Join({header, fixture::Bytes(resources.begin() + long(cut), resources.end())}))
                 .ScanAndEoi().Build();
         }(),
+        // IIM and XMP in the other containers: a Photoshop document, a PNG
+        // raw profile of bare datasets, a BigTIFF's tag 33723.
+        fixture::PsdFile({fixture::PhotoshopResource(0x0404, iim), fixture::PhotoshopResource(0x0424, fixture::ToBytes("<x:xmpmeta/>"))}),
+        fixture::PngFile({fixture::PngCompressedText("Raw profile type iptc", fixture::RawProfile("iptc", iim))}),
+        fixture::PngFile({fixture::PngText("Raw profile type iptc", fixture::RawProfile("iptc", fixture::PhotoshopResource(0x0404, iim)))}),
+        [&] {
+            fixture::BigTiffBuilder big(fixture::ByteOrder::kBig);
+            big.Entry(0, 33723, 7, iim.size(), iim);
+            return big.Build();
+        }(),
         // A Canon note that keeps a file offset (original-decision data).
         [] {
             fixture::TiffBuilder tiff(fixture::ByteOrder::kBig);

@@ -16,6 +16,9 @@ static const fuzzseeds::Register kSeeds("xmp", [] {
     };
     std::string utf16;
     for (char c : packet) utf16 += std::string{'\0', c};
+    // Other containers hand over the bare packet, the older ones in its "x:xapmeta" form.
+    std::string older = packet;
+    for (size_t at = older.find("xmpmeta"); at != std::string::npos; at = older.find("xmpmeta", at)) older.replace(at, 7, "xapmeta");
     return std::vector<fixture::Bytes>{segment(packet), segment(utf16), fixture::ToBytes(packet),
-                                       segment("<x:xmpmeta><a></b></x:xmpmeta>")};
+                                       segment("<x:xmpmeta><a></b></x:xmpmeta>"), fixture::ToBytes(older)};
 });

@@ -46,8 +46,9 @@ struct IptcOccurrence {
 };
 std::vector<IptcOccurrence> ListIptcDatasets(const uint8_t* buffer, size_t length, bool searchResource);
 
-// The load behind both exports: the APP13 (or TIFF IIM block) of the file,
-// else, for a JPEG, the fields its XMP packet fills. `data` must be cleared
+// The load behind both exports: the IIM block of the file (a JPEG's APP13, a
+// TIFF's tag 33723, a Photoshop document's resource, a PNG's raw profile),
+// else, unless the file is a TIFF, the fields its XMP packet fills. `data` must be cleared
 // by the caller; its isTiff, APP13 and XMP members are set as found.
 // Returns 0 only when the file has neither source.
 int LoadIptcData(std::u16string_view fileName, IptcData& data);

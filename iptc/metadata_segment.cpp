@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "exif/metadata_blocks.h"
 #include "iptc_limits.h"
 #include "jpeg/marker_walk.h"
 #include "platform/platform.h"
@@ -19,16 +20,38 @@ namespace {
 constexpr char kXmpNamespace[] = "http://ns.adobe.com/xap/1.0/";
 constexpr size_t kXmpCompareBytes = 24;
 
+// An offset of a classic TIFF (4 bytes) or of a BigTIFF (8 bytes), in the
+// cursor's byte order.
+uint64_t ReadOffset(platform::Cursor& in, bool bigTiff) {
+    if (!bigTiff) return in.U32();
+    const uint64_t first = in.U32(), second = in.U32();
+    return in.bigEndian() ? first << 32 | second : second << 32 | first;
+}
+
 // The value offset of the IPTC-NAA entry of the first directory, 0 for none;
-// `file` is the whole input in the TIFF header's byte order.
+// `file` is the whole input in the TIFF header's byte order. A BigTIFF
+// (version 43) has 8-byte offsets and counts and 20-byte entries; its offset
+// must fit the 32 bits of the answer.
 uint32_t FindTiffIptcOffset(platform::Cursor file) {
-    if (!file.Seek(4)) return 0;
-    const uint32_t ifd = file.U32();
+    if (!file.Seek(2)) return 0;
+    const bool bigTiff = file.U16() == kBigTiffVersion;
+    if (bigTiff) file.Skip(4);  // offset size and a reserved word
+    const uint64_t ifd = ReadOffset(file, bigTiff);
     if (!file.ok() || ifd == 0 || !file.Seek(ifd)) return 0;
-    const uint32_t entries = std::min<uint32_t>(file.U16(), kTiffEntryLimit);
-    tiff::Entry entry;
-    for (uint32_t i = 0; file.ok() && i < entries; ++i)
-        if (tiff::ReadEntry(file, entry) && entry.tag == kTiffIptcTag) return entry.valueField;
+    if (!bigTiff) {
+        const uint32_t entries = std::min<uint32_t>(file.U16(), kTiffEntryLimit);
+        tiff::Entry entry;
+        for (uint32_t i = 0; file.ok() && i < entries; ++i)
+            if (tiff::ReadEntry(file, entry) && entry.tag == kTiffIptcTag) return entry.valueField;
+        return 0;
+    }
+    const uint64_t entries = std::min<uint64_t>(ReadOffset(file, true), kTiffEntryLimit);
+    for (uint64_t i = 0; file.ok() && i < entries; ++i) {
+        const uint16_t tag = file.U16();
+        file.Skip(10);  // type and count
+        const uint64_t value = ReadOffset(file, true);
+        if (file.ok() && tag == kTiffIptcTag) return value <= UINT32_MAX ? static_cast<uint32_t>(value) : 0;
+    }
     return 0;
 }
 
@@ -53,6 +76,20 @@ int64_t FindJpegSegment(platform::File& file, uint8_t marker, bool xmpOnly) {
                        : jpeg::PayloadStartsWith(file, candidate, "Exif", 4);
     });
     return found ? static_cast<int64_t>(segment.offset) : -1;
+}
+
+// The IIM resource or the XMP packet of a file that is not a JPEG: its
+// length and the offset of the resource, chunk, box or item that holds it.
+std::vector<uint8_t> LoadContainerBlock(platform::File& file, uint32_t& length, uint32_t& offset, uint8_t marker,
+                                        bool sizeOnly) {
+    exif::MetadataBlock block;
+    const bool found = marker == kApp13Marker ? exif::FindContainerIptc(file, block) : exif::FindContainerXmp(file, block);
+    if (!found || block.offset > 0xFFFFFFFF) return {};
+    length = static_cast<uint32_t>(block.bytes.size());
+    offset = static_cast<uint32_t>(block.offset);
+    if (sizeOnly) return {};
+    block.bytes.resize(block.bytes.size() + kSegmentSlack, 0);
+    return std::move(block.bytes);
 }
 
 }  // namespace
@@ -91,13 +128,16 @@ std::vector<uint8_t> LoadMetadataSegment(platform::File& file, uint32_t& length,
     if (marker == kApp13Marker) {
         const std::vector<PhotoshopBlock> blocks = FindPhotoshopBlocks(file);
         const PhotoshopBlock* block = ChooseIptcBlock(blocks);
-        if (!block || block->segments.front().offset > 0xFFFFFFFF) return {};
+        if (!block) return LoadContainerBlock(file, length, offset, marker, sizeOnly);
+        if (block->segments.front().offset > 0xFFFFFFFF) return {};
         length = block->joinedLength;
         offset = static_cast<uint32_t>(block->segments.front().offset);
         if (sizeOnly) return {};
         return ReadPhotoshopBlock(file, *block, kSegmentSlack);
     }
     const int64_t position = FindJpegSegment(file, marker, xmpOnly);
+    if (position < 0 && marker == kApp1Marker && xmpOnly)
+        return LoadContainerBlock(file, length, offset, marker, sizeOnly);
     if (position < 0 || position > 0xFFFFFFFF) return {};
     platform::Cursor lengthField = whole.ChildAt(static_cast<uint64_t>(position) + 2, 2);
     const uint16_t stored = lengthField.U16();

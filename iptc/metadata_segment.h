@@ -16,6 +16,7 @@ constexpr uint8_t kApp1Marker = 0xE1;
 constexpr uint8_t kApp13Marker = 0xED;
 constexpr uint8_t kComMarker = 0xFE;
 constexpr uint16_t kTiffIptcTag = 33723;
+constexpr uint16_t kBigTiffVersion = 43;
 
 // Finds the segment and reads it.
 //
@@ -33,8 +34,14 @@ constexpr uint16_t kTiffIptcTag = 33723;
 //
 // TIFF (the file starts "II" or "MM"): `isTiff` is set to 1; only the APP13
 // request finds anything: the IIM bytes at the value offset of tag 33723 in
-// the first directory, `length` = kTiffIptcBlockLength, `offset` = that
-// value offset.
+// the first directory (of a BigTIFF too), `length` = kTiffIptcBlockLength,
+// `offset` = that value offset.
+//
+// Other containers (Photoshop documents, PNG, WebP, HEIF/AVIF and other ISO
+// media, JPEG XL, JPEG 2000; exif/metadata_blocks.h says where each keeps
+// what): APP13 gives the IPTC-NAA resource as an APP13 carries it, APP1
+// with xmpOnly the XMP packet; `length` is then the block's size and
+// `offset` where the resource, chunk, box or item that holds it starts.
 //
 // With sizeOnly nothing is read: only the outputs are set. The result is
 // empty when nothing was found (outputs 0) or with sizeOnly. `isTiff` may be

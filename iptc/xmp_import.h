@@ -1,5 +1,5 @@
-// Filling IPTC fields from a JPEG's XMP packet, for files that carry XMP but
-// no IPTC block. The packet is flattened into rows by xmp/xmp_rows.h; this
+// Filling IPTC fields from an image's XMP packet, for files that carry XMP
+// but no IPTC block. The packet is flattened into rows by xmp/xmp_rows.h; this
 // picks the rows that correspond to IPTC fields.
 #pragma once
 
@@ -48,8 +48,9 @@ inline constexpr XmpToIptcRow XmpToIptcMap[21] = {
 // items ("a|b") become lines ("a\r\nb"). Returns the number of fields filled.
 int ImportXmpRows(const xmp::XmpRows& rows, IptcData& data);
 
-// Reads the file's first XMP APP1 (its length and offset go to the record's
-// XMP members), flattens it and fills the fields; marks the record UTF-8.
+// Reads the file's first XMP APP1, or the packet another container keeps
+// (metadata_segment.h; its length and offset go to the record's XMP
+// members), flattens it and fills the fields; marks the record UTF-8.
 // Does nothing unless `enable` is 1 and the file is not a TIFF. Returns the
 // number of fields filled.
 int ImportXmpIntoIptc(std::u16string_view fileName, IptcData& data, int enable, int isTiff);

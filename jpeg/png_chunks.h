@@ -12,7 +12,11 @@
 // The readers decide themselves where their walk stops before that.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "platform/input.h"
 
@@ -50,5 +54,35 @@ private:
     bool isPng_ = false;
     uint64_t next_ = 8;
 };
+
+// ------------------------------------------------------------ text chunks
+//
+//   tEXt  keyword, NUL, text
+//   zTXt  keyword, NUL, compression method (0), the text as a zlib stream
+//   iTXt  keyword, NUL, compression flag, compression method, language tag,
+//         NUL, translated keyword, NUL, text (a zlib stream when the flag is 1)
+// A keyword has 1 to 79 bytes.
+
+// The most text a chunk gives, inflated or not: profiles and XMP packets of
+// real files are far smaller; a chunk that would give more gives nothing.
+constexpr size_t kPngTextLimit = 4u << 20;
+
+// The keyword and the text of a textual chunk, inflated where compressed.
+// False for another type, a malformed chunk, a compression other than zlib,
+// a stream that does not inflate to its end, or text beyond kPngTextLimit.
+bool ReadPngText(platform::File& input, const PngChunk& chunk, std::string& keyword, std::vector<uint8_t>& text);
+
+// The text of the first textual chunk, before "IEND", whose keyword is one of
+// `keywords` (compared exactly); `at` receives the chunk's data offset.
+bool FindPngText(platform::File& input, const std::vector<std::string_view>& keywords, std::vector<uint8_t>& text,
+                 uint64_t& at);
+
+// The bytes of a raw profile kept as text (ImageMagick, digiKam): a line
+// break, the profile's name, a line break, the byte count in decimal (often
+// after spaces), a line break, then the bytes as pairs of hexadecimal digits,
+// broken into lines. Decoding stops at the count, or at the first character
+// that is neither a digit nor white space. Empty when the text has not that
+// form.
+std::vector<uint8_t> DecodeRawProfile(const std::vector<uint8_t>& text);
 
 }  // namespace jpeg

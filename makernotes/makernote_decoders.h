@@ -53,6 +53,11 @@ void DecodePentaxMakerNote(const platform::Cursor& directory, uint32_t offsetBas
 // Canon: the directory at the note's first byte.
 void DecodeCanonMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                           uint32_t* rowCount);
+// Canon, before the decoder runs: how far the note lies from where its
+// offsets put it, when software moved it without changing them (0 otherwise).
+// `note` holds exactly the note's bytes; noteOffset is its offset as its
+// directory's offsets count it.
+int64_t CanonNoteShift(const platform::Cursor& note, int64_t noteOffset);
 // Olympus and OM System: the cursor at note + 5; reads the rest of the 8-, 12-
 // or 16-byte header itself.
 void DecodeOlympusMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
@@ -64,5 +69,16 @@ void DecodeFujifilmMakerNote(const platform::Cursor& directory, uint32_t offsetB
 // Minolta: the directory at the note's first byte.
 void DecodeMinoltaMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                             uint32_t* rowCount);
+// Kodak's record of settings after the 8-byte "KDK" header (offsets unused).
+void DecodeKodakMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                          uint32_t* rowCount);
+// Kodak's DC200-series record, at the note's first byte: true when it holds
+// the picture's 8.3 file name where the series keeps it (the cursor untouched).
+bool CheckKodakFileNameRecord(platform::Cursor& at);
+void DecodeKodakFileNameMakerNote(const platform::Cursor& directory, uint32_t offsetBase,
+                                  exif::TagRecordTable& table, uint32_t* rowCount);
+// Sigma and Foveon: after the 8-byte "SIGMA" or "FOVEON" name and a 2-byte version.
+void DecodeSigmaMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                          uint32_t* rowCount);
 
 }  // namespace makernotes

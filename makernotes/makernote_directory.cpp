@@ -1,6 +1,7 @@
 #include "makernote_directory.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
@@ -121,6 +122,15 @@ void SetValuef(exif::TagRecord& row, const char* format, ...) {
     exif::SetRowValue(row, text);
 }
 
+void SetExposureSeconds(exif::TagRecord& row, double seconds) {
+    if (seconds > 0 && seconds < 0.25001) return SetValuef(row, "1/%.0f", std::floor(0.5 + 1.0 / seconds));
+    char text[32];
+    std::snprintf(text, sizeof text, "%.1f", seconds);
+    std::string out = text;
+    if (out.size() > 2 && out.compare(out.size() - 2, 2, ".0") == 0) out.resize(out.size() - 2);
+    exif::SetRowValue(row, out);
+}
+
 void FormatGenericValue(const MakerEntry& e) {
     switch (e.entry().type) {
         case kAscii:
@@ -150,8 +160,9 @@ void DecodeMakerDirectory(platform::Cursor& in, platform::ByteOrder values, uint
     // rows + entries >= limit, written so that no sum can wrap.
     if (*rowCount >= kMakerNoteRowLimit || entryCount >= kMakerNoteRowLimit - *rowCount) return;
 
+    bool companionAdded = false;
     for (uint32_t i = 0; i < entryCount; ++i) {
-        if (maker.stopAtRowLimit && *rowCount >= kMakerNoteRowLimit) return;
+        if ((maker.stopAtRowLimit || companionAdded) && *rowCount >= kMakerNoteRowLimit) return;
         tiff::Entry entry;
         // A short read leaves the missing bytes zero, and the loop goes on.
         tiff::ReadPartialEntry(in, entry);
@@ -165,7 +176,17 @@ void DecodeMakerDirectory(platform::Cursor& in, platform::ByteOrder values, uint
         const MakerEntry value{exif::EntryContext{input, offsetBase, entry, row}, maker.rule, note};
         if (tag->format.enumeration) FormatEnumeration(value, *tag->format.enumeration);
         else tag->format.formatter(value);
+        if (value.omitted) continue;
         ++*rowCount;
+        if (!tag->companion.format || *rowCount >= kMakerNoteRowLimit) continue;
+        exif::TagRecord& second = exif::TakeRow(table, *rowCount);
+        exif::BeginRow(second, entry.tag, entry);
+        exif::SetRowName(second, tag->companion.name);
+        const MakerEntry companion{exif::EntryContext{input, offsetBase, entry, second}, maker.rule, note};
+        tag->companion.format(companion);
+        if (companion.omitted || std::strcmp(second.value, row.value) == 0) continue;
+        ++*rowCount;
+        companionAdded = true;
     }
 }
 

@@ -73,12 +73,15 @@ constexpr Enumeration Number(Sign sign, const char* format) { return {nullptr, 0
 // The text an enumeration lists for a value; null when it lists none.
 const char* EnumerationText(const Enumeration& e, int64_t value);
 
+struct SonyFacts;  // sony_makernote.h
+
 // What a decoder learns about its note before the entry loop, for the value
 // formats that depend on it. It lives for one note's decoding.
 struct NoteContext {
     bool qualityFromZero = false;  // Olympus: the Quality values count from 0
     bool threePointAf = false;     // Olympus: the camera has the three AF points of the early bodies
     bool degreesStored = false;    // Olympus: the sensor temperature is stored in degrees, not as a reading
+    const SonyFacts* sony = nullptr;  // Sony: the body and the lens, found before the loop
 };
 
 // What a tag's format is given: the entry (fields in host order, the value
@@ -95,6 +98,11 @@ struct MakerEntry {
     // The 16-bit number by the decoder's rule, unsigned and signed.
     uint16_t Unsigned16() const;
     int32_t Signed16() const;
+    // Gives no row for this entry (a value the camera did not record): the
+    // row is reused as an unknown tag's is.
+    void Omit() const { omitted = true; }
+
+    mutable bool omitted = false;
 };
 
 using ValueFormatter = void (*)(const MakerEntry&);
@@ -108,10 +116,20 @@ struct TagFormat {
     ValueFormatter formatter;
 };
 
+// A second row that a tag's entry adds right after its own: a name for what
+// the tag's number stands for, beside the number itself. A companion whose
+// format omits it, or leaves the text its tag's row already shows, gives no
+// row.
+struct Companion {
+    const char* name = nullptr;
+    ValueFormatter format = nullptr;
+};
+
 struct MakerTag {
     uint16_t tag;
     const char* name;
     TagFormat format;
+    Companion companion = {};
 };
 
 // A constant list and its length: a table of tables (a maker's records,
@@ -128,7 +146,9 @@ constexpr List<T> ListOf(const T (&items)[N]) {
 
 // A maker's directory: its tags (sorted by tag, each once), its value rule,
 // and whether the entry loop also stops when the table reaches
-// kMakerNoteRowLimit rows while it is read.
+// kMakerNoteRowLimit rows while it is read (it always stops there once a
+// companion row has been added, since the up-front test counts one row per
+// entry).
 struct MakerTable {
     const MakerTag* tags;
     size_t size;
@@ -219,6 +239,10 @@ void FormatGenericValue(const MakerEntry& e);
 // One rational at offset base + offset: the numerator when the denominator
 // is 0 or 1, otherwise the quotient with two decimals.
 void FormatRational(const MakerEntry& e);
+
+// An exposure time in seconds: up to a quarter second as 1/n, longer ones
+// in tenths with a whole number shown plain (2, 1.3).
+void SetExposureSeconds(exif::TagRecord& row, double seconds);
 
 // Writes a printf-formatted value text (cut to the row's 255 bytes).
 void SetValuef(exif::TagRecord& row, const char* format, ...)

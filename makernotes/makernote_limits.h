@@ -42,4 +42,12 @@ constexpr size_t kCanonRecordElementsLimit = 1024;
 // below.
 constexpr size_t kCanonCameraInfoReadLimit = 0x200;
 
+// Bytes of a Sony block that are read: past the furthest field named. The
+// enciphered blocks' furthest lies at byte 6290 (tag 2010), the plain
+// blocks' below byte 0x180, and the DSLR-A100's exposure info ends at byte
+// 18920 of its 18928.
+constexpr size_t kSonyBlockReadLimit = 0x1900;
+constexpr size_t kSonyPlainBlockReadLimit = 0x180;
+constexpr size_t kSonyA100BlockReadLimit = 18928;
+
 }  // namespace makernotes

@@ -43,6 +43,8 @@ constexpr uint32_t kAfterQvcHeader = 6;                  // "QVC\0" + 2
 constexpr uint32_t kAfterPentaxAocHeader = 6;            // "AOC\0" + mark; the decoder tells the 8-byte form
 constexpr uint32_t kAfterSonyHeader = 12;                // "SONY DSC \0\0\0"
 constexpr uint32_t kAfterPanasonicHeader = 12;           // "Panasonic\0\0\0"
+constexpr uint32_t kAfterKodakHeader = 8;                // "KDK INFO"
+constexpr uint32_t kAfterSigmaHeader = 10;               // "SIGMA\0\0\0" or "FOVEON\0\0", version (2)
 // "Nikon\0" + a 4-byte version, then the embedded TIFF header.
 constexpr uint32_t kNikonEmbeddedHeader = 10;
 
@@ -53,7 +55,8 @@ constexpr exif::MakerNoteRule kRules[] = {
          CheckNikonEmbeddedTiffHeader},
     {2, {PrefixIs("Nikon"), kNothing},             kNothing,          kAfterPrefix,         OffsetBase::kTiffHeader, 0, DecodeNikonType1MakerNote},
     {2, {MakeHas("NIKON"), kNothing},              kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeNikonMakerNote},
-    {3, {MakeIs("CANON"), kCr3},                   kNothing,          kAtNoteStart,         OffsetBase::kCr3Header,  0, DecodeCanonMakerNote},
+    {3, {MakeIs("CANON"), kCr3},                   kNothing,          kAtNoteStart,         OffsetBase::kCr3Header,  0, DecodeCanonMakerNote,
+         nullptr, CanonNoteShift},
     {4, {PrefixIs("FUJIF"), kNothing},             kNothing,          kAfterPrefix,         OffsetBase::kNote,       0, DecodeFujifilmMakerNote},
     {5, {MakeIs("CASIO"), kNothing},               kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeCasioMakerNote},
     {5, {PrefixIs("QVC"), kNothing},               kNothing,          kAfterQvcHeader,      OffsetBase::kTiffHeader, 0, DecodeCasioQvcMakerNote},
@@ -63,6 +66,10 @@ constexpr exif::MakerNoteRule kRules[] = {
     {8, {MakeHas("SONY"), kNothing},               kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeSonyMakerNote},
     // Recognised by the note alone: the Make text plays no part.
     {9, {PrefixHas("Panas"), kNothing},            kNothing,          kAfterPanasonicHeader, OffsetBase::kTiffHeader, 0, DecodePanasonicMakerNote},
+    {22, {PrefixHas("KDK"), kNothing},             MakeHas("KODAK"),  kAfterKodakHeader,    OffsetBase::kNote,       0, DecodeKodakMakerNote},
+    {22, {MakeHas("KODAK"), kNothing},             kNothing,          kAtNoteStart,         OffsetBase::kNote,       0, DecodeKodakFileNameMakerNote,
+         CheckKodakFileNameRecord},
+    {21, {PrefixIs("SIGMA"), PrefixIs("FOVEO")},   kNothing,          kAfterSigmaHeader,    OffsetBase::kTiffHeader, 0, DecodeSigmaMakerNote},
 };
 
 }  // namespace

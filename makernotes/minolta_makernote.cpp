@@ -68,13 +68,6 @@ constexpr ValueText kLensTexts[] = {
 static_assert(ValuesUnique(kLensTexts), "one name per lens number");
 constexpr Enumeration kLens = Enum(kLensTexts, Sign::kUnsigned, "%u");
 
-constexpr ValueText kTeleconverterTexts[] = {
-    {0x00, "None"},
-    {0x04, "Minolta/Sony AF 1.4x APO (D) (0x04)"}, {0x05, "Minolta/Sony AF 2x APO (D) (0x05)"},
-    {0x48, "Minolta/Sony AF 2x APO (D)"},           {0x50, "Minolta AF 2x APO II"},
-    {0x60, "Minolta AF 2x APO"},                    {0x88, "Minolta/Sony AF 1.4x APO (D)"},
-    {0x90, "Minolta AF 1.4x APO II"},               {0xa0, "Minolta AF 1.4x APO"},
-};
 constexpr Enumeration kTeleconverter = Enum(kTeleconverterTexts, Sign::kUnsigned, "%u");
 constexpr ValueText kStabilizationTexts[] = {{1, "Off"}, {5, "On"}};
 constexpr Enumeration kStabilization = Enum(kStabilizationTexts, Sign::kUnsigned, "%u");

@@ -1,6 +1,4 @@
 // The value formats that the Pentax main directory and blocks share.
-#include <cmath>
-#include <cstdio>
 #include <string>
 
 #include "pentax_makernote.h"
@@ -26,14 +24,7 @@ constexpr Enumeration kModel = Enum(kModelTexts, Sign::kUnsigned, "%u");
 
 void SetNumber(exif::TagRecord& row, double v) { SetValuef(row, "%.15g", v); }
 
-void SetExposureTime(exif::TagRecord& row, double seconds) {
-    if (seconds > 0 && seconds < 0.25001) return SetValuef(row, "1/%.0f", std::floor(0.5 + 1.0 / seconds));
-    char text[32];
-    std::snprintf(text, sizeof text, "%.1f", seconds);
-    std::string out = text;
-    if (out.size() > 2 && out.compare(out.size() - 2, 2, ".0") == 0) out.resize(out.size() - 2);
-    exif::SetRowValue(row, out);
-}
+void SetExposureTime(exif::TagRecord& row, double seconds) { SetExposureSeconds(row, seconds); }
 
 void SetSignedEv(exif::TagRecord& row, double ev) {
     if (ev == 0) return exif::SetRowValue(row, "0");

@@ -1,6 +1,6 @@
 // The IPTC data exports: every field of a file's IPTC record as text lines,
-// or one field by dataset number. Both load the record afresh (APP13, a
-// TIFF's IIM block, or a JPEG's XMP) and free it before returning.
+// or one field by dataset number. Both load the record afresh (the file's IIM
+// block, or its XMP packet) and free it before returning.
 #include <algorithm>
 #include <cstring>
 #include <memory>

@@ -10,6 +10,11 @@
 # Usage: scripts/build.sh [native|sanitize|fuzzfast|win32|win64|all]...   (default: all;
 # all adds win64 only where 32-bit programs cannot run)
 # The trees go to build/<tree>, or to $VV_BUILD_ROOT/<tree> when that is set.
+# A tree is configured again whenever its arguments differ from the last time
+# (a new option here, another VV_CORPUS_DIR); an option dropped from them
+# keeps its cached value until the tree is deleted.
+# VV_CORPUS_DIR, when set, is the folder of real files the tests read (the
+# trees' VV_CORPUS_DIR; default ../shared/corpus beside the checkout).
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 out=${VV_BUILD_ROOT:-$root/build}
@@ -29,10 +34,18 @@ if command -v ccache >/dev/null; then
   export CCACHE_BASEDIR="$root" CCACHE_NOHASHDIR=1
 fi
 
+# Unset, the tree's own default (../shared/corpus beside the checkout) holds.
+corpus=(-UVV_CORPUS_DIR)
+[ -n "${VV_CORPUS_DIR:-}" ] && corpus=(-DVV_CORPUS_DIR="$(realpath -m "$VV_CORPUS_DIR")")
+
 configure() {  # dir, cmake arguments...
   local dir=$1; shift
-  if [ ! -f "$out/$dir/CMakeCache.txt" ]; then
-    cmake -S "$root" -B "$out/$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "${launcher[@]}" "$@" >/dev/null
+  local args=(-DCMAKE_BUILD_TYPE=RelWithDebInfo "${launcher[@]}" "${corpus[@]}" "$@")
+  local stamp="$out/$dir/vv-configure-args" want
+  want=$(printf '%s\n' "${args[@]}")
+  if [ ! -f "$out/$dir/CMakeCache.txt" ] || [ "$(cat "$stamp" 2>/dev/null)" != "$want" ]; then
+    cmake -S "$root" -B "$out/$dir" "${args[@]}" >/dev/null
+    printf '%s\n' "$want" >"$stamp"
   fi
 }
 

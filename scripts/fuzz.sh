@@ -4,7 +4,7 @@
 # Each target runs for SECONDS (default 60) or until N inputs, with a corpus
 # kept in build/fuzz-corpus/<target> that grows from run to run. It starts
 # from the fixture-built seeds and, for the readers of whole files, from the
-# real camera files of ../shared/corpus. Crashes, hangs and leaks land in
+# real camera files of the corpus folder (VV_CORPUS_DIR). Crashes, hangs and leaks land in
 # build/fuzz-artifacts/. Prints, per target: inputs run, inputs per second,
 # coverage (edges), corpus size and findings.
 # --fast fuzzes with the UBSan-only tree (several times the inputs per second)
@@ -28,6 +28,7 @@ if [ $fast -eq 1 ]; then
   bin=$out/fuzzfast/bin
 fi
 seeds=$out/sanitize/fuzz/seeds
+real=$(sed -n 's/^VV_CORPUS_DIR:PATH=//p' "$out/sanitize/CMakeCache.txt")
 "$bin/make_seeds" "$seeds" >/dev/null || exit 1
 targets=("$@")
 if [ ${#targets[@]} -eq 0 ]; then
@@ -43,7 +44,7 @@ for t in "${targets[@]}"; do
   # Whole files from real cameras help the readers that take a whole file.
   case $t in
     exif|containers|comment|iptc|xmp)
-      [ -d "$root/../shared/corpus" ] && find "$root/../shared/corpus" -type f -size -256k -exec cp -n {} "$corpus/" \; ;;
+      [ -d "$real" ] && find "$real" -type f -size -256k -exec cp -n {} "$corpus/" \; ;;
   esac
   log=$out/fuzz-artifacts/$t.log
   before=$(ls "$out/fuzz-artifacts" | grep -c "^$t-" || true)

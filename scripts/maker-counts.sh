@@ -3,11 +3,12 @@
 # exiv2 names for the same file (its Exif.<Maker>*.* keys, bare 0x.... tags
 # left out) and the tags exiftool decodes in its MakerNotes group (for makers
 # exiv2 does not decode). Covers the corpus folder and its extra folder.
-#   scripts/maker-counts.sh [VVMETA] [CORPUS]
+#   scripts/maker-counts.sh [VVMETA] [CORPUS]   (CORPUS: the native tree's VV_CORPUS_DIR)
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 vvmeta=${1:-$root/build/native/bin/vvmeta}
-dir=${2:-$root/../shared/corpus}
+dir=${2:-$(sed -n 's/^VV_CORPUS_DIR:PATH=//p' "$root/build/native/CMakeCache.txt" 2>/dev/null)}
+dir=${dir:-$root/../shared/corpus}
 command -v exiv2 >/dev/null || { echo "exiv2 not installed (scripts/setup.sh installs it)" >&2; exit 1; }
 command -v exiftool >/dev/null || { echo "exiftool not installed (scripts/setup.sh installs it)" >&2; exit 1; }
 makers=(Canon Nikon Olympus Fujifilm Minolta Pentax Sony Panasonic Casio Apple Samsung Kodak Sigma Sanyo Ricoh)
@@ -30,7 +31,7 @@ for f in "$dir"/* "$dir"/extra/*; do
   # exiv2 groups: Exif.Sony1, Exif.Sony2Cs, Exif.Samsung2, Exif.PentaxDng...; Ricoh's own note is Exif.Ricoh.
   n=$(exiv2 -pa "$f" 2>/dev/null | awk -v m="$k" '{split($1,p,"."); if (p[1]=="Exif" && index(p[2],m)==1 && p[3] !~ /^0x[0-9a-fA-F]+$/) c++} END {print c+0}')
   e=$(exiftool -a -G0 -s "$f" 2>/dev/null | awk '/^\[MakerNotes\]/ {c++} END {print c+0}')
-  o=$("$vvmeta" exif "$f" 2>/dev/null | awk '/^Maker Note \(/ {on=1; next} on && (/^Maker Note/ || /^-+$/ || /^[A-Za-z ]+:$/) {on=0} on && NF {c++} END {print c+0}')
+  o=$("$vvmeta" exif "$f" 2>/dev/null | awk '/^Maker Note \(/ {on=1; next} on && (/^Maker Note \(/ || /^-+$/ || /^[A-Za-z ]+:$/) {on=0} on && NF {c++} END {print c+0}')
   printf '%-40s %-9s %6s %6s %8s\n' "$name" "$m" "$o" "$n" "$e"
   ours[$m]=$(( ${ours[$m]:-0} + o )); theirs[$m]=$(( ${theirs[$m]:-0} + n )); decoded[$m]=$(( ${decoded[$m]:-0} + e ))
 done

@@ -18,7 +18,7 @@ packages=(
   wine wine32 wine64 xvfb xauth
   gcc-mingw-w64-x86-64-posix g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 mingw-w64-x86-64-dev
   libimage-exiftool-perl dpkg-dev ccache
-  libexif-dev libexiv2-dev exiv2 pkg-config
+  libexif-dev libexiv2-dev exiv2 pkg-config locales
   zlib1g-dev libz-mingw-w64-dev
 )
 
@@ -74,6 +74,17 @@ PIN
   fi
   $SUDO rm -f "$pin"
   trap - EXIT
+fi
+
+# A locale with a decimal comma, for the test that number formatting ignores
+# the user's locale.
+if ! grep -qix 'de_DE\.utf-\?8' <<<"$(locale -a 2>/dev/null)"; then
+  if grep -Eq '^#? *de_DE\.UTF-8 UTF-8' /etc/locale.gen 2>/dev/null; then
+    $SUDO sed -i -E 's/^# *(de_DE\.UTF-8 UTF-8)/\1/' /etc/locale.gen
+  else
+    echo 'de_DE.UTF-8 UTF-8' | $SUDO tee -a /etc/locale.gen >/dev/null
+  fi
+  $SUDO locale-gen >/dev/null
 fi
 
 # Wine's first start builds its prefix (about ten seconds); do it once here.

@@ -1,4 +1,4 @@
-// The corpus runner: real camera files in ../shared/corpus, with exiftool as
+// The corpus runner: real camera files in VV_CORPUS_DIR, with exiftool as
 // the independent oracle. Tests skip with a clear message when the folder or
 // exiftool is absent (as on a user's machine).
 #pragma once
@@ -52,7 +52,7 @@ std::string Quote(const std::string& text);
 #define VV_REQUIRE_CORPUS()                                                                  \
     do {                                                                                     \
         if (corpus::Dir().empty())                                                           \
-            GTEST_SKIP() << "no ../shared/corpus folder: corpus tests skipped";              \
+            GTEST_SKIP() << "no corpus folder " VV_CORPUS_DIR ": corpus tests skipped";       \
         if (!corpus::HaveExiftool())                                                         \
             GTEST_SKIP() << "exiftool not installed (libimage-exiftool-perl): corpus tests skipped"; \
     } while (0)

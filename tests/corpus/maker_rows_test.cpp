@@ -92,7 +92,8 @@ std::pair<size_t, size_t> CheckTable(const std::string& path) {
 // The makers whose notes we decode in depth: at most one row in twenty may
 // disagree with exiftool. (Casio's deliberate big-endian rule is the reason
 // its table falls below.)
-constexpr const char* kInDepth[] = {"canon", "nikon", "olympus", "fujifilm", "minolta", "pentax"};
+constexpr const char* kInDepth[] = {"canon", "nikon",     "olympus", "fujifilm", "minolta",
+                                    "pentax", "panasonic", "kodak",   "sigma",    "sony"};
 
 TEST(MakerRows, EveryCorpusFileShowsTheTabledRows) {
     VV_REQUIRE_CORPUS();

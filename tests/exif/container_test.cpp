@@ -11,6 +11,7 @@
 
 #include "exif_reading.h"
 #include "fixture/container_fixture.h"
+#include "fixture/iptc_fixture.h"
 #include "plugin/plugin_api.h"
 
 namespace {
@@ -175,6 +176,62 @@ TEST_F(Container, LimitsAreExact) {
     EXPECT_EQ(boxes_.cmt4, 0u);  // the 33rd child
 }
 
+// Photoshop documents and JPEG 2000 say where their EXIF block is and how
+// long it is; the walker, the dispatch and GetExifInfos' general code all
+// take it from there.
+TEST_F(Container, PhotoshopAndJpeg2000NameTheirBlock) {
+    const Bytes big = Tiff(BO::kBig);
+    auto infos = [&](const Bytes& bytes, uint32_t& size) {
+        const std::u16string path = dir_.Write("f" + std::to_string(serial_++), bytes);
+        return static_cast<uint32_t>(vv::GetExifInfos(path.c_str(), &size, nullptr, nullptr, nullptr, nullptr, 0));
+    };
+    // Resources with a name of odd length and data of odd size before it.
+    const Bytes psd = PsdFile({NamedPhotoshopResource(0x03ED, "abc", Bytes(7, 1)), PhotoshopResource(0x0404, {0x1C, 2}),
+                               PhotoshopResource(0x0422, big)}, 9);
+    const Bytes psdPrefixed = PsdFile({PhotoshopResource(0x0422, Join({ToBytes("Exif"), {0, 0}, big}))});
+    // JPX metadata before the codestream whose text the first kilobyte's scan took for EXIF.
+    const Bytes trap = IsoBox("xml ", Join({ToBytes("<a>Exif"), {0, 0}, ToBytes("MM</a>")}));
+    const Bytes jp2 = Jp2File({trap, IsoBox("jp2c", Bytes(100, 0)), Jp2ExifBox(big, true)});
+    const Bytes jp2Bare = Jp2File({Jp2ExifBox(big)});
+    for (const Bytes* file : {&psd, &psdPrefixed, &jp2, &jp2Bare}) {
+        const uint32_t expected = TiffAt(*file, BO::kBig);
+        EXPECT_EQ(Locate(Kind::kDispatch, *file), expected);
+        uint32_t size = 0;
+        EXPECT_EQ(infos(*file, size), expected);
+        EXPECT_EQ(size, big.size());  // the true length, not the JPEG extent of 2048 or more
+        const auto rows = exiftest::ReadRows(dir_.Write("r" + std::to_string(serial_++), *file));
+        EXPECT_EQ(rows.Value(271), "Vantaview");
+    }
+    uint32_t length = 0;
+    auto file = platform::Input::FromMemory(psd.data(), psd.size());
+    EXPECT_EQ(exif::LocatePsdExif(*file, length), TiffAt(psd, BO::kBig));
+    EXPECT_EQ(exif::LocateJpeg2000Exif(*file, length), 0u);
+    EXPECT_EQ(length, 0u);
+}
+
+TEST_F(Container, PhotoshopAndJpeg2000WithoutTheirBlockYieldNothing) {
+    Bytes wrongSignature = PsdFile({PhotoshopResource(0x0422, Tiff())}), version3 = wrongSignature;
+    std::copy_n("8BIX", 4, wrongSignature.begin() + 34);
+    version3[5] = 3;
+    Bytes cut = PsdFile({PhotoshopResource(0x0422, Tiff())});
+    cut[33] = 16;  // the resource section ends inside the TIFF header
+    const Bytes cases[] = {
+        wrongSignature, version3, cut,
+        PsdFile({PhotoshopResource(0x0404, Tiff())}),            // no EXIF resource
+        PsdFile({PhotoshopResource(0x0422, {'I', 'I', 42})}),    // too short for a header
+        Jp2File({IsoBox("uuid", Join({ToBytes("JpgTiffExif->JP2"), {'I', 'I', 42, 0}}))}),
+        Jp2File({UuidBox(kXmpUuidHex, Tiff())}),
+        Jp2File({IsoBox("jp2c", Join({ToBytes("Exif"), {0, 0}}))}),  // the scan's EXIF needs a byte-order mark
+    };
+    for (size_t i = 0; i < std::size(cases); ++i) {
+        EXPECT_EQ(Locate(Kind::kDispatch, cases[i]), 0u) << "case " << i;
+        const std::u16string path = dir_.Write("g" + std::to_string(i), cases[i]);
+        uint32_t size = 7;
+        EXPECT_EQ(vv::GetExifInfos(path.c_str(), &size, nullptr, nullptr, nullptr, nullptr, 0), 0u) << "case " << i;
+        EXPECT_EQ(size, 0u);
+    }
+}
+
 // End to end through the directory walker: the rows a file gives, tag ->
 // value text; empty when nothing was read. GetExifInfos answers with the
 // locator its format code names.
@@ -214,6 +271,87 @@ TEST(ContainerReading, Cr3DirectoriesEachBehindTheirOwnHeader) {
     EXPECT_FALSE(rows[33434].empty());
     EXPECT_FALSE(rows[33437].empty());
     EXPECT_FALSE(rows[exif::kGpsTagBase + 2].empty());
+}
+
+// Values in a byte order, as a BigTIFF entry holds them.
+Bytes Numbers(BO order, std::initializer_list<uint64_t> values, unsigned width) {
+    Bytes out;
+    for (uint64_t v : values) PutNumber(out, v, width, order);
+    return out;
+}
+
+TEST(ContainerReading, BigTiffDirectoriesReadLikeClassicOnes) {
+    constexpr uint16_t kLong8 = 16;
+    for (BO order : {BO::kLittle, BO::kBig}) {
+        SCOPED_TRACE(order == BO::kBig ? "MM" : "II");
+        BigTiffBuilder tiff(order);
+        const int exifIfd = tiff.AddIfd(), gps = tiff.AddIfd(), ifd1 = tiff.AddIfd();
+        tiff.Entry(0, 271, kAscii, 6, ToBytes(std::string("Canon\0", 6)))          // 5 to 8 bytes: in the entry
+            .Entry(0, 272, kAscii, 13, ToBytes(std::string("EOS 5D Mk IV\0", 13)))  // out of line
+            .Entry(0, 274, kShort, 1, Numbers(order, {6}, 2))
+            .Entry(0, 282, kRational, 1, Numbers(order, {72, 1}, 4))
+            .Entry(0, 273, kLong8, 1, Numbers(order, {192}, 8))
+            .Entry(0, 279, kLong8, 3, Numbers(order, {1, 2, 3}, 8))
+            .Entry(0, 278, kLong8, 1, Numbers(order, {uint64_t{1} << 32}, 8))   // too large for a LONG
+            .RawEntry(0, 305, kAscii, 20, uint64_t{1} << 33)                    // value beyond 4 GiB
+            .RawEntry(0, 306, kAscii, uint64_t{1} << 32, 16)                    // count beyond 32 bits
+            .Pointer(0, 34665, exifIfd).Pointer(0, 34853, gps).Next(0, ifd1)
+            .Entry(exifIfd, 33434, kRational, 1, Numbers(order, {1, 250}, 4))
+            .Entry(gps, 1, kAscii, 2, ToBytes(std::string("N\0", 2)))
+            .Entry(gps, 2, kRational, 3, Numbers(order, {48, 1, 51, 1, 0, 1}, 4))
+            .Entry(ifd1, 259, kShort, 1, Numbers(order, {6}, 2));
+        const exiftest::Reading r = exiftest::ReadBytes(tiff.Build());
+        EXPECT_EQ(r.result, 1);
+        EXPECT_EQ(r.bigEndian, order == BO::kBig ? 1 : 0);
+        EXPECT_EQ(r.Value(271), "Canon");
+        EXPECT_EQ(r.Value(272), "EOS 5D Mk IV");
+        EXPECT_EQ(r.Value(274), "Right top");
+        EXPECT_EQ(r.Value(282), "72");
+        EXPECT_EQ(r.Value(273), "192");
+        EXPECT_EQ(r.Value(279), "1 2 3");
+        for (uint32_t tag : {278u, 305u, 306u}) EXPECT_EQ(r.Value(tag), "<none>") << tag;
+        EXPECT_EQ(r.Value(33434), "1/250");
+        EXPECT_EQ(r.Value(exif::kGpsTagBase + 1), "N");
+        EXPECT_NE(r.Value(exif::kGpsTagBase + 2), "<none>");
+        EXPECT_GT(r.IndexOf("Thumbnail:"), r.IndexOf("GPS information:"));
+        EXPECT_EQ(r.Value(259), "6 (JPG)");
+    }
+    // A directory pointing at itself, and at a place past the end, reads once and stops.
+    BigTiffBuilder loop;
+    loop.Entry(0, 271, kAscii, 2, ToBytes(std::string("A\0", 2))).Pointer(0, 34665, 0).Next(0, 0);
+    EXPECT_EQ(exiftest::ReadBytes(loop.Build()).Value(271), "A");
+    loop.RawEntry(0, 34853, 18, 1, 1u << 20);
+    EXPECT_EQ(exiftest::ReadBytes(loop.Build()).Value(271), "A");
+}
+
+// PNG writers that predate the "eXIf" chunk keep EXIF as hexadecimal text.
+TEST(ContainerReading, PngRawProfilesReadWhenNoExifChunkGivesAny) {
+    const Bytes tiff = Tiff(BO::kBig), prefixed = Join({ToBytes("Exif"), {0, 0}, tiff});
+    TiffBuilder other;
+    other.Ascii(0, 271, "From eXIf");
+    const std::pair<Bytes, std::string> files[] = {
+        {PngFile({PngText("Raw profile type exif", RawProfile("exif", prefixed)), PngChunk("IDAT", {0})}), "Vantaview"},
+        {PngFile({PngCompressedText("Raw profile type APP1", RawProfile("APP1", ToBytes("http://ns.adobe.com/xap/1.0/"))),
+                  PngText("Raw profile type exif", RawProfile("exif", tiff))}), "Vantaview"},
+        {PngFile({PngCompressedText("Raw profile type APP1", RawProfile("APP1", tiff))}), "Vantaview"},
+        {PngFile({PngInternationalText("Raw profile type exif", RawProfile("exif", tiff), true)}), "Vantaview"},
+        {PngFile({PngText("Comment", ToBytes("x")), PngText("Raw profile type exif", RawProfile("", tiff))}), "Vantaview"},
+        {PngFile({PngText("Raw profile type exif", RawProfile("exif", tiff)), PngChunk("eXIf", other.Build())}), "From eXIf"},
+        {PngFile({PngText("Raw profile type iptc", RawProfile("iptc", tiff))}), "<none>"},
+        {PngFile({PngText("Raw profile type exif", RawProfile("exif", ToBytes("not a TIFF file")))}), "<none>"},
+        {PngFile({PngText("Raw profile type exif", ToBytes("\nexif\n  0\n"))}), "<none>"},
+        {PngFile({PngChunk("zTXt", Join({ToBytes("Raw profile type exif"), {0, 0}, ZlibStored(RawProfile("exif", tiff))}))}), "Vantaview"},
+        {PngFile({PngChunk("zTXt", Join({ToBytes("Raw profile type exif"), {0, 1}, ZlibStored(RawProfile("exif", tiff))}))}), "<none>"},
+        {PngFile({}), "<none>"},
+    };
+    for (size_t i = 0; i < std::size(files); ++i)
+        EXPECT_EQ(exiftest::ReadBytes(files[i].first).Value(271), files[i].second) << "file " << i;
+    // The profile's bytes are not in the file: GetExifInfos has no offset for them.
+    TempDir dir;
+    const std::u16string path = dir.Write("a.png", files[0].first);
+    uint32_t size = 1;
+    EXPECT_EQ(vv::GetExifInfos(path.c_str(), &size, nullptr, nullptr, nullptr, nullptr, 0), 0u);
+    EXPECT_EQ(vv::GetExifInfos(path.c_str(), &size, nullptr, nullptr, nullptr, nullptr, 3), 0u);
 }
 
 TEST(ContainerReading, GetExifInfosAnswersWithTheLocatorOfItsFormatCode) {

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "fixture/container_fixture.h"
 #include "fixture/iptc_fixture.h"
 #include "iptc/iptc_reader.h"
 #include "platform/platform.h"
@@ -190,6 +191,39 @@ TEST_F(IptcBatchRun, ANameLongerThanTheViewerGivesIsRefused) {
     EXPECT_EQ(errors, (std::vector<std::u16string>{refusal, refusal}));
     EXPECT_EQ(fixture::ReadAll(cut), before);
     EXPECT_EQ(Get(*Read(other), iptc::kCaption), u"text");
+}
+
+// The sheet reads other containers through the readers' own sources: a
+// document's IIM record, a PNG's XMP when LoadXMP is set, a TIFF's XMP never.
+TEST(IptcSheetLoad, OtherContainersThroughTheReadersSources) {
+    fixture::TempDir dir;
+    const fixture::Bytes iim = fixture::IimBuilder().Dataset(2, 80, "Ann").Build();
+    const std::string packet =
+        "<x:xmpmeta xmlns:x='adobe:ns:meta/'><rdf:RDF xmlns:rdf='http://www.w3.org/1999/02/22-rdf-syntax-ns#'>"
+        "<rdf:Description xmlns:photoshop='http://ns.adobe.com/photoshop/1.0/' photoshop:Headline='H'/>"
+        "</rdf:RDF></x:xmpmeta>";
+    fixture::TiffBuilder tiff;
+    tiff.Undefined(0, 700, fixture::ToBytes(packet));
+    const struct {
+        const char* name;
+        fixture::Bytes bytes;
+        int loadXmp, count, dataset;
+        const char16_t* text;
+    } cases[] = {
+        {"a.psd", fixture::PsdFile({fixture::PhotoshopResource(0x0404, iim)}), 0, 1, iptc::kByline, u"Ann"},
+        {"b.png", fixture::PngFile({fixture::PngInternationalText("XML:com.adobe.xmp", fixture::ToBytes(packet), true)}),
+         1, 1, iptc::kHeadline, u"H"},
+        {"c.png", fixture::PngFile({fixture::PngInternationalText("XML:com.adobe.xmp", fixture::ToBytes(packet), true)}),
+         0, 0, iptc::kHeadline, u""},
+        {"d.tif", tiff.Build(), 1, 0, iptc::kHeadline, u""},
+    };
+    for (const auto& c : cases) {
+        auto data = NewRecord();
+        iptc::SetField(data->fileName, dir.Write(c.name, c.bytes), iptc::kPathChars);
+        data->loadXmp = c.loadXmp;
+        EXPECT_EQ(vv::LoadIptcSheetFile(*data), c.count) << c.name;
+        EXPECT_EQ(Get(*data, c.dataset), c.text) << c.name;
+    }
 }
 
 }  // namespace
