@@ -107,7 +107,7 @@ void SetMessageBoxHook(MessageBoxFn show) { g_messageBox = show ? show : Message
 std::u16string WindowText(HWND window) {
     std::u16string text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, u'\0');
     text.resize(static_cast<size_t>(
-        GetWindowTextW(window, reinterpret_cast<wchar_t*>(&text[0]), static_cast<int>(text.size()))));
+        GetWindowTextW(window, platform::AsWchar(&text[0]), static_cast<int>(text.size()))));
     return text;
 }
 
@@ -174,7 +174,7 @@ std::u16string ListCell(HWND list, int row, int column, int maxChars) {
     std::u16string text(static_cast<size_t>(maxChars) + 1, u'\0');
     LVITEMW item = {};
     item.iSubItem = column;
-    item.pszText = reinterpret_cast<wchar_t*>(&text[0]);
+    item.pszText = platform::AsWchar(&text[0]);
     item.cchTextMax = maxChars + 1;
     const LRESULT length = SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
     text.resize(static_cast<size_t>(length < 0 ? 0 : length));

@@ -239,8 +239,7 @@ TEST_F(CreatorDialog, OkWritesTheEditedFieldsAndTheDefaultDateAndRemembersKeepDa
                                             }},
                                             [&] {
                                                 answer = windll::Export<windll::CreateExifDataFn>("Create_EXIF_Data_W")(
-                                                    reinterpret_cast<const wchar_t*>(path.c_str()), nullptr,
-                                                    reinterpret_cast<const wchar_t*>(settings.c_str()));
+                                                    platform::AsWchar(path), nullptr, platform::AsWchar(settings));
                                             });
     dialog = nullptr;
     EXPECT_EQ(answer, 0);
