@@ -191,8 +191,9 @@ TEST_F(ExifWindow, FollowsTheViewerFromFileToFileAndClosesWithThePluginLightAndD
         SetFocus(GetDlgItem(window, IDCANCEL));
         RECT row;
         ListView_GetItemRect(list, selected, &row, LVIR_BOUNDS);
-        if (mode == "dark")
+        if (mode == "dark") {
             EXPECT_TRUE(wintest::DarkOnScreen(list, {{row.right - 4, (row.top + row.bottom) / 2}}));
+        }
         EXPECT_TRUE(wintest::SaveScreenshot(window, ("exif_window_inactive_selection_" + mode).c_str()));
 
         // A file without EXIF: no rows at all, and nothing to copy.
