@@ -10,11 +10,11 @@
 #include <vector>
 
 #include "dialog_kit.h"
-#include "guarded.h"
 #include "exif/exif_reader.h"
 #include "exif/gps.h"
 #include "exif/map_links.h"
 #include "exif/tag_record.h"
+#include "guarded.h"
 #include "makernotes/makernote_rules.h"
 #include "model/exif_window_model.h"
 #include "platform/platform.h"
