@@ -103,6 +103,15 @@ std::u16string_view FileNameOf(std::u16string_view path) {
 
 void Append(std::u16string& out, std::string_view ascii) { out.append(ascii.begin(), ascii.end()); }
 
+// Element text: the two characters that would end it or start markup.
+void AppendEscaped(std::u16string& out, std::u16string_view text) {
+    for (char16_t c : text) {
+        if (c == u'&') Append(out, "&amp;");
+        else if (c == u'<') Append(out, "&lt;");
+        else out.push_back(c);
+    }
+}
+
 void AppendFixed(std::u16string& out, double value) {
     std::string text;
     AppendFixed(text, value);
@@ -166,12 +175,17 @@ std::string FormatKml(std::u16string_view imagePath, double longitude, double la
     std::u16string slashed(imagePath);
     std::replace(slashed.begin(), slashed.end(), u'\\', u'/');
 
+    // A path beyond ASCII makes the file UTF-8 and says so: undeclared bytes
+    // of the ANSI code page are not XML (Google Earth refuses the file), and
+    // that code page turns the characters it lacks into "?".
+    const bool ascii = std::all_of(imagePath.begin(), imagePath.end(), [](char16_t c) { return c < 0x80; });
     std::u16string text;
-    Append(text, "<?xml version=\"1.0\"?>\n<kml xmlns=\"");
+    Append(text, ascii ? "<?xml version=\"1.0\"?>\n" : "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
+    Append(text, "<kml xmlns=\"");
     Append(text, kKml20Namespace);
     Append(text, "\">\n<Placemark>\n");
     Append(text, "<name>");
-    text += FileNameOf(imagePath);
+    AppendEscaped(text, FileNameOf(imagePath));
     Append(text, "</name>\n");
     Append(text, "<description>\n");
     Append(text, "<![CDATA[<b>Lat: </b><code>");
@@ -219,14 +233,14 @@ std::string FormatKml(std::u16string_view imagePath, double longitude, double la
     Append(text, "</Point>\n</Placemark>\n</kml>\n");
 
     // Google Earth has always been given this file as Windows text: CR LF
-    // line ends and the ANSI code page, the same bytes on every platform.
+    // line ends, the same bytes on every platform.
     std::u16string crlf;
     crlf.reserve(text.size() + 64);
     for (char16_t c : text) {
         if (c == u'\n') crlf.push_back(u'\r');
         crlf.push_back(c);
     }
-    return platform::Utf16ToAnsi(crlf);
+    return platform::Utf16ToUtf8(crlf);
 }
 
 void ExportKmlAndOpen(std::u16string_view imagePath, double longitude, double latitude, double heading,

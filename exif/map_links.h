@@ -36,7 +36,9 @@ std::string FormatGeoHackLink(std::string_view geoHackParams);
 void OpenGeoHackLink(std::string_view geoHackParams);
 
 // The KML 2.0 placemark document for an image at a position, as the bytes
-// written to disk (CR LF line ends, the ANSI code page).
+// written to disk: CR LF line ends, UTF-8, declared so when the image's path
+// is not ASCII; "&" and "<" in the name are escaped. A valid XML document for
+// any file name.
 std::string FormatKml(std::u16string_view imagePath, double longitude, double latitude, double heading);
 // Writes the placemark to "temp_<local time>.kml" in the temporary folder and
 // opens it with the shell; kmlTempPath receives the file's path (empty when

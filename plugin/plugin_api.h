@@ -24,10 +24,13 @@
 
 #include <cstdint>
 
+#include "plugin_version.h"
+
 namespace vv {
 
-inline constexpr char kPluginVersion[] = "4.76";
-inline constexpr char kPluginDescription[] = "EXIF/IPTC/Comment image information";
+// Both from the project (CMakeLists.txt).
+inline constexpr char kPluginVersion[] = VV_VERSION_TEXT;
+inline constexpr char kPluginDescription[] = VV_DESCRIPTION_TEXT;
 
 // Copies the version and the description (each with its terminator). Returns 0.
 int32_t GetPlugInInfo(char* version, char* description);

@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Runs a Windows program under Wine with the project's fixed prefixes: 32-bit
 # programs in a win32 prefix, 64-bit ones (the Windows suites on machines that
-# cannot run 32-bit programs) in a win64 prefix.
+# cannot run 32-bit programs) in a win64 prefix. With VV_WINE_DPI set, the
+# program sees a screen of that DPI: the prefix's setting is changed for the
+# run and set back to 96 after it (so runs in one prefix must not overlap).
 cache="$HOME/.cache/vantaview"
 machine=""
 if [ -f "${1:-}" ]; then  # the PE header's machine field: 8664 for x86-64
@@ -25,6 +27,11 @@ export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}"
 # is held until it ends so that a retry does not print twice.
 out=$(mktemp) err=$(mktemp)
 trap 'rm -f "$out" "$err"' EXIT
+dpi_key='HKCU\Control Panel\Desktop'
+if [ -n "${VV_WINE_DPI:-}" ]; then
+  "$wine" reg add "$dpi_key" /v LogPixels /t REG_DWORD /d "$VV_WINE_DPI" /f >/dev/null 2>&1
+  trap 'rm -f "$out" "$err"; "$wine" reg add "$dpi_key" /v LogPixels /t REG_DWORD /d 96 /f >/dev/null 2>&1' EXIT
+fi
 for attempt in 1 2; do
   "$wine" "$@" >"$out" 2>"$err"
   rc=$?

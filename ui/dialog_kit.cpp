@@ -3,6 +3,8 @@
 #include <commctrl.h>
 #include <prsht.h>
 
+#include "guarded.h"
+#include "model/window_placement.h"
 #include "platform/platform.h"
 #include "theme.h"
 
@@ -35,7 +37,10 @@ struct DialogDispatch {
             initial->darkMode =
                 settings.empty() ? 0 : platform::ReadSettingInt(settings, u"Viewing", u"DarkMode", 0);
             ApplyDarkModeToDialog(dialog, 0, initial->darkMode);
-            return initial->OnInit(lParam);
+            const INT_PTR result = initial->OnInit(lParam);
+            if (!(GetWindowLongW(dialog, GWL_STYLE) & WS_CHILD))
+                KeepOnWorkArea(dialog);  // where the template or a saved position put it
+            return result;
         }
         DialogBase* d = Bound(dialog);
         if (!d)
@@ -55,26 +60,23 @@ struct DialogDispatch {
     }
 };
 
+// Out of memory inside a handler: the message gets the default handling.
 INT_PTR CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    try {
+    return Guarded<INT_PTR>(FALSE, [&] {
         DialogBase* initial = nullptr;
         if (message == WM_INITDIALOG && lParam)
             initial = reinterpret_cast<std::unique_ptr<DialogBase>*>(lParam)->release();
         return DialogDispatch::Run(dialog, message, wParam, lParam, initial, true);
-    } catch (...) {
-        return FALSE;  // out of memory inside a handler: the message gets the default handling
-    }
+    });
 }
 
 INT_PTR CALLBACK PageProc(HWND page, UINT message, WPARAM wParam, LPARAM lParam) {
-    try {
+    return Guarded<INT_PTR>(FALSE, [&] {
         DialogBase* initial = nullptr;
         if (message == WM_INITDIALOG && lParam)
             initial = reinterpret_cast<DialogBase*>(reinterpret_cast<const PROPSHEETPAGEW*>(lParam)->lParam);
         return DialogDispatch::Run(page, message, wParam, lParam, initial, false);
-    } catch (...) {
-        return FALSE;
-    }
+    });
 }
 
 INT_PTR RunModalDialog(HINSTANCE instance, int templateId, HWND parent, std::unique_ptr<DialogBase> state) {
@@ -95,7 +97,7 @@ HWND CreateModelessDialog(HINSTANCE instance, int templateId, HWND parent, std::
 
 int ShowMessage(HWND owner, std::u16string_view text, UINT type) {
     const std::u16string copy(text);
-    return g_messageBox(owner, W(copy), kMessageCaption, type);
+    return g_messageBox(owner, platform::AsWchar(copy), kMessageCaption, type);
 }
 
 void SetMessageBoxHook(MessageBoxFn show) { g_messageBox = show ? show : MessageBoxW; }
@@ -105,17 +107,34 @@ void SetMessageBoxHook(MessageBoxFn show) { g_messageBox = show ? show : Message
 std::u16string WindowText(HWND window) {
     std::u16string text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, u'\0');
     text.resize(static_cast<size_t>(
-        GetWindowTextW(window, reinterpret_cast<wchar_t*>(&text[0]), static_cast<int>(text.size()))));
+        GetWindowTextW(window, platform::AsWchar(&text[0]), static_cast<int>(text.size()))));
     return text;
 }
 
 std::u16string ItemText(HWND dialog, int id) { return WindowText(GetDlgItem(dialog, id)); }
 
 void SetItemText(HWND dialog, int id, std::u16string_view text) {
-    SetDlgItemTextW(dialog, id, W(std::u16string(text)));
+    SetDlgItemTextW(dialog, id, platform::AsWchar(std::u16string(text)));
 }
 
 int ScaleForWindow(HWND window, int n) { return MulDiv(n, static_cast<int>(WindowDpi(window)), 96); }
+
+void KeepOnWorkArea(HWND window) {
+    RECT r;
+    MONITORINFO monitor = {};
+    monitor.cbSize = sizeof monitor;
+    if (IsIconic(window) || IsZoomed(window) || !GetWindowRect(window, &r) ||
+        !GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor))
+        return;
+    const bool sizable = (GetWindowLongW(window, GWL_STYLE) & WS_THICKFRAME) != 0;
+    const RECT& work = monitor.rcWork;
+    const WinRect fitted = FitToWorkArea({r.left, r.top, r.right, r.bottom},
+                                         {work.left, work.top, work.right, work.bottom}, sizable);
+    if (fitted.left == r.left && fitted.top == r.top && fitted.right == r.right && fitted.bottom == r.bottom)
+        return;
+    SetWindowPos(window, nullptr, fitted.left, fitted.top, fitted.right - fitted.left, fitted.bottom - fitted.top,
+                 SWP_NOZORDER | SWP_NOOWNERZORDER | SWP_NOACTIVATE);
+}
 
 // ------------------------------------------------------------ list views
 
@@ -142,20 +161,20 @@ int AppendListRow(HWND list, std::u16string_view firstCell) {
     LVITEMW item = {};
     item.mask = LVIF_TEXT;
     item.iItem = ListView_GetItemCount(list);
-    item.pszText = const_cast<wchar_t*>(W(text));
+    item.pszText = const_cast<wchar_t*>(platform::AsWchar(text));
     return ListView_InsertItem(list, &item);
 }
 
 void SetListCell(HWND list, int row, int column, std::u16string_view text) {
     std::u16string copy(text);
-    ListView_SetItemText(list, row, column, const_cast<wchar_t*>(W(copy)));
+    ListView_SetItemText(list, row, column, const_cast<wchar_t*>(platform::AsWchar(copy)));
 }
 
 std::u16string ListCell(HWND list, int row, int column, int maxChars) {
     std::u16string text(static_cast<size_t>(maxChars) + 1, u'\0');
     LVITEMW item = {};
     item.iSubItem = column;
-    item.pszText = reinterpret_cast<wchar_t*>(&text[0]);
+    item.pszText = platform::AsWchar(&text[0]);
     item.cchTextMax = maxChars + 1;
     const LRESULT length = SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
     text.resize(static_cast<size_t>(length < 0 ? 0 : length));

@@ -18,6 +18,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/win32/wide_text.h"
+
 namespace vv {
 
 class DialogBase {
@@ -81,19 +83,21 @@ void SetMessageBoxHook(MessageBoxFn show);
 
 // ------------------------------------------------------------ text
 
-inline const wchar_t* W(const std::u16string& text) { return reinterpret_cast<const wchar_t*>(text.c_str()); }
-inline std::u16string U(const wchar_t* text) {
-    return text ? std::u16string(reinterpret_cast<const char16_t*>(text)) : std::u16string();
-}
-
 std::u16string WindowText(HWND window);
 std::u16string ItemText(HWND dialog, int id);
 void SetItemText(HWND dialog, int id, std::u16string_view text);
 
-// ------------------------------------------------------------ DPI
+// ------------------------------------------------------------ DPI and placement
 
 // MulDiv(n, dpi, 96) with the window's DPI.
 int ScaleForWindow(HWND window, int n);
+
+// Moves a top-level window the least distance that puts it wholly on the
+// work area of the monitor it stands on (nearest to it); a sizable one
+// larger than the work area is made smaller, any other keeps its caption on
+// it. A minimised or maximised window is left as it is. Every dialog made
+// here is kept so after WM_INITDIALOG.
+void KeepOnWorkArea(HWND window);
 
 // ------------------------------------------------------------ list views
 

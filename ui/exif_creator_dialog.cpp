@@ -7,8 +7,10 @@
 #include <string>
 
 #include "dialog_kit.h"
+#include "guarded.h"
 #include "platform/platform.h"
 #include "resource_ids.h"
+#include "theme.h"
 
 namespace vv {
 namespace {
@@ -49,26 +51,33 @@ void SaveKeepDate(const exif::ExifCreatorState& state) {
 
 // ------------------------------------------------------------ in-place editor
 
+// The editor goes also when the commit fails (memory): nothing else would
+// end it.
 void EndEdit(CreatorDialog& d, bool commit) {
+    struct Closing {
+        HWND edit, list;
+        bool hadFocus;
+        ~Closing() {
+            DestroyWindow(edit);
+            if (hadFocus)
+                SetFocus(list);
+        }
+    };
     HWND edit = d.edit;
     if (!edit)
         return;
     d.edit = nullptr;  // the focus loss that DestroyWindow causes finds nothing to end
+    const Closing closing{edit, d.list, GetFocus() == edit};
     if (commit && CommitCreatorEdit(*d.state, d.editRow, WindowText(edit)))
         SetValueCell(d.list, d.editRow, d.state->rows[d.editRow]);
-    const bool hadFocus = GetFocus() == edit;
-    DestroyWindow(edit);
-    if (hadFocus)
-        SetFocus(d.list);
 }
 
 // Enter commits and Esc cancels, rather than pressing the dialog's buttons;
 // losing the focus commits.
-LRESULT CALLBACK EditProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
-    const auto base = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(edit, GWLP_USERDATA));
+LRESULT EditMessage(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
     CreatorDialog* d = DialogOf(GetParent(edit));
     switch (message) {
-    case WM_GETDLGCODE: return CallWindowProcW(base, edit, message, wParam, lParam) | DLGC_WANTALLKEYS;
+    case WM_GETDLGCODE: return DefaultSubclassProc(edit, message, wParam, lParam) | DLGC_WANTALLKEYS;
     case WM_KEYDOWN:
         if (d && (wParam == VK_RETURN || wParam == VK_ESCAPE)) {
             EndEdit(*d, wParam == VK_RETURN);
@@ -80,14 +89,20 @@ LRESULT CALLBACK EditProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam)
             return 0;  // already handled as a key; no beep
         break;
     case WM_KILLFOCUS: {
-        const LRESULT result = CallWindowProcW(base, edit, message, wParam, lParam);
+        const LRESULT result = DefaultSubclassProc(edit, message, wParam, lParam);
         if (d)
             EndEdit(*d, true);
         return result;
     }
     default: break;
     }
-    return CallWindowProcW(base, edit, message, wParam, lParam);
+    return DefaultSubclassProc(edit, message, wParam, lParam);
+}
+
+LRESULT CALLBACK EditProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
+    if (message == WM_NCDESTROY)
+        RemoveSubclass(edit, EditProc, id);
+    return Guarded<LRESULT>(0, [&] { return EditMessage(edit, message, wParam, lParam); });
 }
 
 // The editor is a child of the dialog, not of the list, so that its colour
@@ -101,7 +116,7 @@ void BeginEdit(HWND dialog, CreatorDialog& d, int row) {
     if (!ListView_GetSubItemRect(d.list, row, 1, LVIR_BOUNDS, &cell))
         return;
     MapWindowPoints(d.list, dialog, reinterpret_cast<POINT*>(&cell), 2);
-    HWND edit = CreateWindowExW(0, WC_EDITW, W(platform::Utf8ToUtf16(d.state->rows[row].value)),
+    HWND edit = CreateWindowExW(0, WC_EDITW, platform::AsWchar(platform::Utf8ToUtf16(d.state->rows[row].value)),
                                 WS_CHILD | WS_BORDER | ES_AUTOHSCROLL, cell.left, cell.top, cell.right - cell.left,
                                 cell.bottom - cell.top, dialog, reinterpret_cast<HMENU>(IDC_CREATOR_EDIT),
                                 reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(dialog, GWLP_HINSTANCE)), nullptr);
@@ -109,8 +124,7 @@ void BeginEdit(HWND dialog, CreatorDialog& d, int row) {
         return;
     SendMessageW(edit, WM_SETFONT, SendMessageW(d.list, WM_GETFONT, 0, 0), FALSE);
     SendMessageW(edit, EM_LIMITTEXT, kEditMaxChars, 0);
-    SetWindowLongPtrW(edit, GWLP_USERDATA, GetWindowLongPtrW(edit, GWLP_WNDPROC));
-    SetWindowLongPtrW(edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(EditProc));
+    SubclassWindow(edit, EditProc, 0, 0);
     d.edit = edit;
     d.editRow = row;
     SetWindowPos(edit, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);

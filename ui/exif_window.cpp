@@ -14,6 +14,7 @@
 #include "exif/gps.h"
 #include "exif/map_links.h"
 #include "exif/tag_record.h"
+#include "guarded.h"
 #include "makernotes/makernote_rules.h"
 #include "model/exif_window_model.h"
 #include "platform/platform.h"
@@ -31,6 +32,10 @@ constexpr size_t kClipboardBytesPerRow = 6208;
 constexpr int kMinTrackSize = 300;  // dialog-independent pixels at 96 DPI
 constexpr wchar_t kContextMenuName[] = L"IDR_EXIF_CONTEXT_MENU";
 constexpr char16_t kDefaultPosition[] = u"0,0,0,0,0,0;";
+// The table's rows, the figure the out-of-memory caption names (the count
+// kept beside them is not part of it).
+constexpr size_t kTableBytes = exif::kTagTableRows * sizeof(exif::TagRecord);
+static_assert(sizeof(void*) != 4 || kTableBytes == 117504, "the 32-bit DLL's table is 288 rows of 408 bytes");
 
 // Module-wide: the window and what the viewer last asked it to show.
 struct ExifModule {
@@ -72,7 +77,7 @@ WinRect NearestWorkArea(POINT point) {
 std::u16string ClassName(HWND window) {
     wchar_t name[64] = {};
     GetClassNameW(window, name, 64);
-    return U(name);
+    return platform::ToU16string(name);
 }
 
 // ------------------------------------------------------------ tag chooser
@@ -160,8 +165,7 @@ struct ExifInfoWindow : DialogBase {
             return true;
         MessageBeep(MB_ICONHAND);
         wchar_t caption[96];
-        std::swprintf(caption, 96, L"Error - Out of memory! (%d bytes required)",
-                      static_cast<int>(sizeof(exif::TagRecordTable)));
+        std::swprintf(caption, 96, L"Error - Out of memory! (%d bytes required)", static_cast<int>(kTableBytes));
         SetWindowTextW(window, caption);
         return false;
     }
@@ -222,7 +226,7 @@ struct ExifInfoWindow : DialogBase {
             return;
         ClearList();
         const std::u16string name = FileNamePart(g_exif.fileName);
-        SetWindowTextW(window, W(name + u" - EXIF Info"));
+        SetWindowTextW(window, platform::AsWchar(name + u" - EXIF Info"));
 
         exif::TagRecord& first = records->rows[0];
         std::strcpy(first.name, "Filename");
@@ -247,7 +251,7 @@ struct ExifInfoWindow : DialogBase {
             return;
         for (int i = 0; i < n; ++i) {
             const std::u16string name = ListCell(list, i, 1, kRememberedTagMax);
-            if (lstrcmpiW(W(name), W(rememberedTag)) == 0) {
+            if (lstrcmpiW(platform::AsWchar(name), platform::AsWchar(rememberedTag)) == 0) {
                 ListView_SetItemState(list, i, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
                 ListView_EnsureVisible(list, i, FALSE);
                 return;
@@ -292,13 +296,11 @@ struct ExifInfoWindow : DialogBase {
         platform::WriteSettingString(g_exif.settingsPath, u"WinPosition", u"EXIF", FormatWinPosition(p));
     }
 
+    // Wholly on its monitor's work area, also when the saved size came from
+    // another DPI or the viewer moved the window's owner.
     void KeepWindowOnScreen() {
         SendMessageW(window, DM_REPOSITION, 0, 0);
-        RECT r;
-        GetWindowRect(window, &r);
-        int left = r.left, top = r.top;
-        KeepOnScreen(&left, &top, NearestWorkArea(POINT{r.left, r.top}));
-        SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOOWNERZORDER | SWP_NOACTIVATE);
+        KeepOnWorkArea(window);
     }
 
     // ---------------------------------------------------- layout
@@ -334,19 +336,52 @@ struct ExifInfoWindow : DialogBase {
 
     // ---------------------------------------------------- commands
 
-    void ShowContextMenu(POINT screen) {
+    // Loaded on first use and kept until the window goes.
+    HMENU ContextMenu() {
         if (!contextMenu) {
             menuResource = LoadMenuW(g_exif.instance, kContextMenuName);
             contextMenu = menuResource ? GetSubMenu(menuResource, 0) : nullptr;
-            if (!contextMenu)
-                return;
         }
-        const UINT gps = IsWindowVisible(GetDlgItem(window, IDC_EXIF_GOOGLE_EARTH)) ? MF_ENABLED : MF_GRAYED;
+        return contextMenu;
+    }
+
+    // The map items are greyed, and their shortcuts do nothing, while the
+    // list offers no position (the map buttons are hidden).
+    bool Available(int command) {
+        return !NeedsPosition(command) || IsWindowVisible(GetDlgItem(window, IDC_EXIF_GOOGLE_EARTH));
+    }
+
+    void ShowContextMenu(POINT screen) {
+        if (!ContextMenu())
+            return;
         for (int id : kGpsMenuItems)
-            EnableMenuItem(contextMenu, static_cast<UINT>(id), MF_BYCOMMAND | gps);
+            EnableMenuItem(contextMenu, static_cast<UINT>(id), MF_BYCOMMAND | (Available(id) ? MF_ENABLED : MF_GRAYED));
         const bool satellite = platform::ReadSettingInt(g_exif.settingsPath, u"EXIF", u"Satellite", 0) != 0;
         CheckMenuItem(contextMenu, IDM_SATELLITE, MF_BYCOMMAND | (satellite ? MF_CHECKED : MF_UNCHECKED));
         TrackThemedPopupMenu(window, contextMenu, -1, screen.x, screen.y, darkMode);
+    }
+
+    // Alt and a key the context menu shows as a shortcut: in the window the
+    // system asks the window menu, with the context menu open that menu; both
+    // send WM_MENUCHAR, since neither has the key as a mnemonic (the dark
+    // menu's owner-drawn items have none at all).
+    INT_PTR OnMenuChar(char16_t key, HMENU menu) {
+        HMENU context = ContextMenu();
+        const char16_t upper = key >= u'a' && key <= u'z' ? static_cast<char16_t>(key - 32) : key;
+        for (int i = 0; context && i < GetMenuItemCount(context); ++i) {
+            wchar_t text[160] = {};
+            GetMenuStringW(context, static_cast<UINT>(i), text, 160, MF_BYPOSITION);
+            if (AltShortcutKey(platform::ToU16string(text)) != upper)
+                continue;
+            const int id = static_cast<int>(GetMenuItemID(context, i));
+            if (!Available(id))
+                return Reply(MAKELRESULT(0, MNC_IGNORE));  // greyed: a beep, nothing done
+            if (menu == context)
+                return Reply(MAKELRESULT(i, MNC_EXECUTE));
+            PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(id), 0);
+            return Reply(MAKELRESULT(0, MNC_CLOSE));
+        }
+        return FALSE;
     }
 
     void ToggleSatellite() {
@@ -363,8 +398,10 @@ struct ExifInfoWindow : DialogBase {
         const std::u16string hidden = platform::ReadSettingString(g_exif.settingsPath, u"EXIF", u"HideTags", u"");
         auto chooser = std::make_unique<ChooseTagsDialog>(BuildTagChoices(*records, recordCount, hidden),
                                                           g_exif.settingsPath);
-        if (RunModalDialog(g_exif.instance, IDD_CHOOSE_TAGS, window, std::move(chooser)) == 1)
+        if (RunModalDialog(g_exif.instance, IDD_CHOOSE_TAGS, window, std::move(chooser)) == 1) {
             FillExifList();
+            SelectRememberedTag();  // as a refresh does: the row stays selected
+        }
     }
 
     void OpenMap(exif::MapService service) { exif::OpenMapLink(service, position.latitude, position.longitude); }
@@ -471,6 +508,7 @@ struct ExifInfoWindow : DialogBase {
         switch (message) {
         case kExifReloadMessage: Reload(); return TRUE;
         case WM_COMMAND: return OnCommand(LOWORD(wParam)) ? TRUE : FALSE;
+        case WM_MENUCHAR: return OnMenuChar(LOWORD(wParam), reinterpret_cast<HMENU>(lParam));
         case WM_NOTIFY: return OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
         case WM_SIZE:
             if (inSizeMove)
@@ -531,9 +569,7 @@ struct ExifInfoWindow : DialogBase {
     }
 };
 
-}  // namespace
-
-int ShowExifInfo(HINSTANCE instance, const char16_t* path, HWND parent, const char16_t* settingsPath, int mode) {
+int ShowOrRefresh(HINSTANCE instance, const char16_t* path, HWND parent, const char16_t* settingsPath, int mode) {
     g_exif.fileName = Cut(path);
     g_exif.settingsPath = Cut(settingsPath);
     g_exif.modalMode = false;
@@ -562,6 +598,12 @@ int ShowExifInfo(HINSTANCE instance, const char16_t* path, HWND parent, const ch
     return 0;
 }
 
+}  // namespace
+
+int ShowExifInfo(HINSTANCE instance, const char16_t* path, HWND parent, const char16_t* settingsPath, int mode) {
+    return Guarded(-1, [&] { return ShowOrRefresh(instance, path, parent, settingsPath, mode); });
+}
+
 HWND ExifWindowHandle() { return (g_exif.window && IsWindow(g_exif.window)) ? g_exif.window : nullptr; }
 
 void CloseExifWindow() {
@@ -570,16 +612,16 @@ void CloseExifWindow() {
     g_exif.window = nullptr;
 }
 
-void CopyListToClipboard(HWND owner, HWND list, bool selectedOnly) {
+void CopyListToClipboard(HWND owner, HWND list, bool selectedOnly, int nameColumn) {
     std::vector<ListLine> lines;
     const int rows = ListView_GetItemCount(list);
     for (int i = 0; i < rows; ++i) {
         if (selectedOnly && !(ListView_GetItemState(list, i, LVIS_SELECTED) & LVIS_SELECTED))
             continue;
         ListLine line;
-        line.name = ListCell(list, i, 1, kCellNameMax);
+        line.name = ListCell(list, i, nameColumn, kCellNameMax);
         if (!line.name.empty())
-            line.value = ListCell(list, i, 2, kCellValueMax);
+            line.value = ListCell(list, i, nameColumn + 1, kCellValueMax);
         lines.push_back(std::move(line));
     }
     if (lines.empty()) {

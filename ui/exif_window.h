@@ -16,7 +16,8 @@ namespace vv {
 // Refreshes the open window with `path`, or opens it from `instance`'s
 // template (owned by `parent`) when none is open. Mode 2 only refreshes: with
 // no window it opens nothing. Returns 0, or -1 when the window could not be
-// created. Paths are cut to 260 characters; null stands for empty.
+// created (memory included). Paths are cut to 260 characters; null stands for
+// empty.
 int ShowExifInfo(HINSTANCE instance, const char16_t* path, HWND parent, const char16_t* settingsPath, int mode);
 
 // The window when it is a live window, else null.
@@ -26,10 +27,12 @@ HWND ExifWindowHandle();
 void CloseExifWindow();
 
 // Copies the list's rows (or only the selected ones) to the clipboard as
-// Unicode text, one line per row: column 1, " - ", column 2, CR LF. Beeps
-// and leaves the clipboard alone when there is nothing to copy; the list has
-// the focus afterwards.
-void CopyListToClipboard(HWND owner, HWND list, bool selectedOnly);
+// Unicode text, one line per row: the name (column `nameColumn`), " - ", the
+// value (the column after it), CR LF. The EXIF list's names are in column 1
+// (column 0 holds the tag number), the XMP list's in column 0. Beeps and
+// leaves the clipboard alone when there is nothing to copy; the list has the
+// focus afterwards.
+void CopyListToClipboard(HWND owner, HWND list, bool selectedOnly, int nameColumn = 1);
 
 // The private message that makes the window read its file again.
 inline constexpr UINT kExifReloadMessage = WM_USER + 0x2FD;

@@ -11,6 +11,7 @@
 
 #include "dialog_kit.h"
 #include "exif_window.h"
+#include "guarded.h"
 #include "iptc/metadata_segment.h"
 #include "iptc/xmp_import.h"
 #include "iptc_sheet_ids.h"
@@ -49,7 +50,6 @@ struct Session {
     HWND names = nullptr;
     int index = 0;
     HWND sheet = nullptr;
-    WNDPROC sheetProc = nullptr;
     int darkMode = 0;
 };
 Session g_session;
@@ -183,26 +183,27 @@ void MoveToFile(int step) {
     g_session.snapshot = Record();
 }
 
-LRESULT CALLBACK SheetProc(HWND sheet, UINT message, WPARAM wParam, LPARAM lParam) {
-    try {
-        LRESULT result = 0;
-        if (HandleDarkModeMessage(sheet, message, wParam, lParam, g_session.darkMode, -1, &result))
-            return result;
-        if (message == WM_COMMAND && HIWORD(wParam) == BN_CLICKED) {
-            switch (LOWORD(wParam)) {
-            case IDC_IPTC_SAVE: SaveCurrentFile(); return 0;
-            case IDC_IPTC_NEXT: MoveToFile(1); return 0;
-            case IDC_IPTC_PREVIOUS: MoveToFile(-1); return 0;
-            case IDOK:
-                if (g_session.record.batchMode == 2) return 0;  // files are written with "&Save" here
-                break;
-            default: break;
-            }
+LRESULT SheetMessage(HWND sheet, UINT message, WPARAM wParam, LPARAM lParam) {
+    LRESULT result = 0;
+    if (HandleDarkModeMessage(sheet, message, wParam, lParam, g_session.darkMode, -1, &result))
+        return result;
+    if (message == WM_COMMAND && HIWORD(wParam) == BN_CLICKED) {
+        switch (LOWORD(wParam)) {
+        case IDC_IPTC_SAVE: SaveCurrentFile(); return 0;
+        case IDC_IPTC_NEXT: MoveToFile(1); return 0;
+        case IDC_IPTC_PREVIOUS: MoveToFile(-1); return 0;
+        case IDOK:
+            if (g_session.record.batchMode == 2) return 0;  // files are written with "&Save" here
+            break;
+        default: break;
         }
-    } catch (...) {
-        return 0;  // nothing may reach the viewer's message loop
     }
-    return CallWindowProcW(g_session.sheetProc, sheet, message, wParam, lParam);
+    return DefaultSubclassProc(sheet, message, wParam, lParam);
+}
+
+LRESULT CALLBACK SheetProc(HWND sheet, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR) {
+    if (message == WM_NCDESTROY) RemoveSubclass(sheet, SheetProc, id);
+    return Guarded<LRESULT>(0, [&] { return SheetMessage(sheet, message, wParam, lParam); });
 }
 
 HWND AddSheetButton(HWND sheet, int id, const wchar_t* text) {
@@ -220,8 +221,7 @@ void SetUpSheet(HWND sheet) {
     if (record.pagesInitialised) return;
     record.pagesInitialised = 1;
     g_session.sheet = sheet;
-    g_session.sheetProc =
-        reinterpret_cast<WNDPROC>(SetWindowLongPtrW(sheet, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(SheetProc)));
+    SubclassWindow(sheet, SheetProc, 0, 0);
     SetDlgItemTextW(sheet, IDOK, L"&Write");
     AddSheetButton(sheet, IDC_IPTC_PREVIOUS, L"&Previous");
     AddSheetButton(sheet, IDC_IPTC_NEXT, L"&Next");
@@ -230,9 +230,16 @@ void SetUpSheet(HWND sheet) {
     UpdateSheetButtons();
 }
 
-int CALLBACK SheetCallback(HWND, UINT message, LPARAM) {
-    if (message == PSCB_INITIALIZED) g_session.snapshot = g_session.record;
-    return 0;
+// The sheet opens at the viewer's client origin; a viewer low on the desktop
+// would leave its buttons below the screen's edge.
+int CALLBACK SheetCallback(HWND sheet, UINT message, LPARAM) {
+    return Guarded(0, [&] {
+        if (message == PSCB_INITIALIZED) {
+            g_session.snapshot = g_session.record;
+            KeepOnWorkArea(sheet);
+        }
+        return 0;
+    });
 }
 
 // ------------------------------------------------------------ pages
@@ -410,7 +417,7 @@ struct XmpPage : SheetPage {
     INT_PTR Command(int id, int code) override {
         if (code != BN_CLICKED) return FALSE;
         if (id == IDC_IPTC_XMP_COPY) {
-            CopyListToClipboard(window, list, false);
+            CopyListToClipboard(window, list, false, 0);  // "XMP Tag", "Value"
             return TRUE;
         }
         if (id != IDC_IPTC_XMP_IMPORT) return FALSE;

@@ -5,6 +5,7 @@
 
 #include <vssym32.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -419,6 +420,69 @@ void DrawComboItem(const DRAWITEMSTRUCT& item) {
         DrawFocusRect(dc, &item.rcItem);
 }
 
+// ------------------------------------------------------------ list views
+
+// The grid of a list view with LVS_EX_GRIDLINES, drawn over the platform's
+// white one where the platform draws it: a line above every row position
+// (through the empty part below the last row too) and one just right of
+// every column.
+void DrawDarkGrid(HWND list, HDC dc) {
+    RECT client;
+    GetClientRect(list, &client);
+    HWND header = ListView_GetHeader(list);
+    RECT headerRect;
+    if (header && IsWindowVisible(header) && GetWindowRect(header, &headerRect)) {
+        MapWindowPoints(nullptr, list, reinterpret_cast<POINT*>(&headerRect), 2);
+        client.top = std::max(client.top, headerRect.bottom);
+    }
+    RECT row;
+    if (ListView_GetItemRect(list, ListView_GetTopIndex(list), &row, LVIR_BOUNDS) && row.bottom > row.top) {
+        const int height = row.bottom - row.top;
+        int y = row.top - 1;
+        while (y - height >= client.top)
+            y -= height;
+        for (; y < client.bottom; y += height)
+            if (y >= client.top)
+                FillSolid(dc, {client.left, y, client.right, y + 1}, kDarkHighlightColour);
+    }
+    const int columns = header ? Header_GetItemCount(header) : 0;
+    for (int i = 0; i < columns; ++i) {
+        RECT column;
+        if (!Header_GetItemRect(header, i, &column))
+            continue;
+        MapWindowPoints(header, list, reinterpret_cast<POINT*>(&column), 2);
+        FillSolid(dc, {column.right, client.top, column.right + 1, client.bottom}, kDarkHighlightColour);
+    }
+}
+
+// A dark list view's rows: the selection of a list without the focus on the
+// dark highlight rather than the platform's light face (the row being
+// edited in place is one), and the grid dark rather than white.
+BOOL DrawListView(LPARAM lParam, LRESULT* result) {
+    auto* draw = reinterpret_cast<NMLVCUSTOMDRAW*>(lParam);
+    if (!draw || draw->nmcd.hdr.code != NM_CUSTOMDRAW || !ClassIs(draw->nmcd.hdr.hwndFrom, WC_LISTVIEWW))
+        return FALSE;
+    HWND list = draw->nmcd.hdr.hwndFrom;
+    switch (draw->nmcd.dwDrawStage) {
+    case CDDS_PREPAINT: *result = CDRF_NOTIFYITEMDRAW | CDRF_NOTIFYPOSTPAINT; return TRUE;
+    case CDDS_ITEMPREPAINT:
+        if (GetFocus() != list &&
+            ListView_GetItemState(list, static_cast<int>(draw->nmcd.dwItemSpec), LVIS_SELECTED)) {
+            draw->nmcd.uItemState &= ~CDIS_SELECTED;
+            draw->clrText = kDarkTextColour;
+            draw->clrTextBk = kDarkHighlightColour;
+        }
+        *result = CDRF_DODEFAULT;
+        return TRUE;
+    case CDDS_POSTPAINT:
+        if (ListView_GetExtendedListViewStyle(list) & LVS_EX_GRIDLINES)
+            DrawDarkGrid(list, draw->nmcd.hdc);
+        *result = CDRF_DODEFAULT;
+        return TRUE;
+    default: return FALSE;
+    }
+}
+
 BOOL DrawItem(HWND window, WPARAM wParam, LPARAM lParam, int skipControlId, LRESULT* result) {
     const auto* item = reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
     if (!item || (skipControlId != -1 && static_cast<int>(wParam) == skipControlId))
@@ -435,22 +499,19 @@ BOOL DrawItem(HWND window, WPARAM wParam, LPARAM lParam, int skipControlId, LRES
 
 // Makes the items of a popup menu (and of its submenus) owner-drawn for
 // the life of the object, each carrying its text as item data, with the
-// dark brush behind them; the destructor puts everything back.
+// dark brush behind them; the destructor puts everything back. When the
+// preparation fails half-way (memory), what it changed is put back at once
+// and the menu is shown as the platform draws it.
 class OwnerDrawnMenu {
 public:
-    explicit OwnerDrawnMenu(HMENU menu) { Prepare(menu); }
-    ~OwnerDrawnMenu() {
-        for (auto it = items_.rbegin(); it != items_.rend(); ++it) {
-            MENUITEMINFOW info = {};
-            info.cbSize = sizeof info;
-            info.fMask = MIIM_FTYPE | MIIM_DATA;
-            info.fType = it->type;
-            info.dwItemData = it->data;
-            SetMenuItemInfoW(it->menu, it->position, TRUE, &info);
+    explicit OwnerDrawnMenu(HMENU menu) {
+        try {
+            Prepare(menu);
+        } catch (...) {
+            Restore();
         }
-        for (auto it = backgrounds_.rbegin(); it != backgrounds_.rend(); ++it)
-            SetMenuInfo(it->first, &it->second);
     }
+    ~OwnerDrawnMenu() { Restore(); }
     OwnerDrawnMenu(const OwnerDrawnMenu&) = delete;
     OwnerDrawnMenu& operator=(const OwnerDrawnMenu&) = delete;
 
@@ -462,6 +523,23 @@ private:
         ULONG_PTR data;
     };
 
+    void Restore() {
+        for (auto it = items_.rbegin(); it != items_.rend(); ++it) {
+            MENUITEMINFOW info = {};
+            info.cbSize = sizeof info;
+            info.fMask = MIIM_FTYPE | MIIM_DATA;
+            info.fType = it->type;
+            info.dwItemData = it->data;
+            SetMenuItemInfoW(it->menu, it->position, TRUE, &info);
+        }
+        for (auto it = backgrounds_.rbegin(); it != backgrounds_.rend(); ++it)
+            SetMenuInfo(it->first, &it->second);
+        items_.clear();
+        backgrounds_.clear();
+    }
+
+    // Each change is recorded before it is made, so that Restore undoes
+    // exactly what was done.
     void Prepare(HMENU menu) {
         MENUINFO old = {};
         old.cbSize = sizeof old;
@@ -487,14 +565,15 @@ private:
                 GetMenuItemInfoW(menu, i, TRUE, &info);
                 text->resize(lstrlenW(text->c_str()));
             }
+            const wchar_t* drawn = text->empty() ? nullptr : text->c_str();
+            texts_.push_back(std::move(text));
             items_.push_back({menu, static_cast<UINT>(i), info.fType, info.dwItemData});
             MENUITEMINFOW owned = {};
             owned.cbSize = sizeof owned;
             owned.fMask = MIIM_FTYPE | MIIM_DATA;
             owned.fType = info.fType | MFT_OWNERDRAW;
-            owned.dwItemData = text->empty() ? 0 : reinterpret_cast<ULONG_PTR>(text->c_str());
+            owned.dwItemData = reinterpret_cast<ULONG_PTR>(drawn);
             SetMenuItemInfoW(menu, i, TRUE, &owned);
-            texts_.push_back(std::move(text));
             if (info.hSubMenu)
                 Prepare(info.hSubMenu);
         }
@@ -580,6 +659,7 @@ BOOL HandleDarkModeMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         return TRUE;
     }
     case WM_DRAWITEM: return DrawItem(window, wParam, lParam, skipControlId, result);
+    case WM_NOTIFY: return DrawListView(lParam, result);
     default: return FALSE;
     }
 }
@@ -646,5 +726,16 @@ void ReleaseDarkModeResources() {
         g_brush = nullptr;
     }
 }
+
+bool SubclassWindow(HWND window, SUBCLASSPROC proc, UINT_PTR id, DWORD_PTR data) {
+    const ThemeApi& api = Api(window);
+    return api.setWindowSubclass && api.setWindowSubclass(window, proc, id, data);
+}
+
+LRESULT DefaultSubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return Api(window).defSubclassProc(window, message, wParam, lParam);
+}
+
+void RemoveSubclass(HWND window, SUBCLASSPROC proc, UINT_PTR id) { Api(window).removeWindowSubclass(window, proc, id); }
 
 }  // namespace vv

@@ -13,6 +13,8 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 namespace vv {
 
 // Colours (0x00BBGGRR).
@@ -41,6 +43,8 @@ void ApplyDarkModeToDialog(HWND dialog, int flag, int darkMode);
 //    up; null or "" is a separator), and WM_DRAWITEM for owner-drawn combo
 //    box items. WM_DRAWITEM for control `skipControlId` is left to the
 //    dialog (pass -1 to skip none).
+//  - WM_NOTIFY with NM_CUSTOMDRAW from a list view: the selection of a list
+//    without the focus and its grid lines in dark colours.
 BOOL HandleDarkModeMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, int darkMode, int skipControlId,
                            LRESULT* result);
 
@@ -66,5 +70,14 @@ UINT WindowDpi(HWND window);
 // Deletes the background brush; ClosePlugin calls it before the viewer
 // unloads the library. A later ApplyDarkModeToDialog creates a new one.
 void ReleaseDarkModeResources();
+
+// Subclassing, the one way the plug-in does it: comctl32's
+// SetWindowSubclass, looked up with the theme functions. SubclassWindow
+// installs `proc` under `id` with `data` (false when the platform has none);
+// the procedure hands what it leaves to DefaultSubclassProc, removes itself
+// with RemoveSubclass at WM_NCDESTROY, and runs its body under Guarded.
+bool SubclassWindow(HWND window, SUBCLASSPROC proc, UINT_PTR id, DWORD_PTR data);
+LRESULT DefaultSubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+void RemoveSubclass(HWND window, SUBCLASSPROC proc, UINT_PTR id);
 
 }  // namespace vv

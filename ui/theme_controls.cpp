@@ -10,6 +10,7 @@
 
 #include <string>
 
+#include "ui/guarded.h"
 #include "ui/theme.h"
 #include "ui/theme_internal.h"
 
@@ -395,10 +396,30 @@ bool ColourHeaderText(LPARAM lParam, LRESULT* result) {
     return false;
 }
 
-LRESULT CALLBACK FlatControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                 DWORD_PTR data) {
-    const ThemeApi& api = Api(window);
-    const auto kind = static_cast<FlatControl>(data);
+// BeginPaint and EndPaint around a WM_PAINT without a given DC; the update
+// region is validated even when painting fails half-way.
+class PaintScope {
+public:
+    PaintScope(HWND window, WPARAM givenDc)
+        : window_(window),
+          dc_(givenDc ? reinterpret_cast<HDC>(givenDc) : BeginPaint(window, &paint_)),
+          own_(!givenDc) {}
+    ~PaintScope() {
+        if (own_)
+            EndPaint(window_, &paint_);
+    }
+    PaintScope(const PaintScope&) = delete;
+    PaintScope& operator=(const PaintScope&) = delete;
+    HDC dc() const { return dc_; }
+
+private:
+    HWND window_;
+    PAINTSTRUCT paint_ = {};
+    HDC dc_;
+    bool own_;
+};
+
+LRESULT FlatControlMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, FlatControl kind) {
     if (kind == FlatControl::kList) {
         LRESULT result = 0;
         if (message == WM_NOTIFY && ColourHeaderText(lParam, &result))
@@ -407,24 +428,27 @@ LRESULT CALLBACK FlatControlProc(HWND window, UINT message, WPARAM wParam, LPARA
         switch (message) {
         case WM_ERASEBKGND: return 1;
         case WM_PAINT: {
-            PAINTSTRUCT paint;
-            HDC dc = wParam ? reinterpret_cast<HDC>(wParam) : BeginPaint(window, &paint);
-            if (dc)
-                PaintFlat(window, dc, kind);
-            if (!wParam)
-                EndPaint(window, &paint);
+            PaintScope paint(window, wParam);
+            if (paint.dc())
+                PaintFlat(window, paint.dc(), kind);
             return 0;
         }
         case WM_PRINTCLIENT: PaintFlat(window, reinterpret_cast<HDC>(wParam), kind); return 0;
         default: break;
         }
     }
-    if (message == WM_NCDESTROY)
-        api.removeWindowSubclass(window, FlatControlProc, id);
-    const LRESULT result = api.defSubclassProc(window, message, wParam, lParam);
+    const LRESULT result = DefaultSubclassProc(window, message, wParam, lParam);
     if (kind != FlatControl::kList && ChangesLook(message))
         InvalidateRect(window, nullptr, FALSE);
     return result;
+}
+
+LRESULT CALLBACK FlatControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                 DWORD_PTR data) {
+    if (message == WM_NCDESTROY)
+        RemoveSubclass(window, FlatControlProc, id);
+    const auto kind = static_cast<FlatControl>(data);
+    return Guarded<LRESULT>(0, [&] { return FlatControlMessage(window, message, wParam, lParam, kind); });
 }
 
 }  // namespace
@@ -444,11 +468,8 @@ void DrawCheckMark(HDC dc, const RECT& box, COLORREF colour) {
 }
 
 void SubclassFlat(HWND control, FlatControl kind) {
-    const ThemeApi& api = Api(control);
-    if (!api.setWindowSubclass)
-        return;
-    api.setWindowSubclass(control, FlatControlProc, kSubclassId, static_cast<DWORD_PTR>(kind));
-    InvalidateRect(control, nullptr, TRUE);
+    if (SubclassWindow(control, FlatControlProc, kSubclassId, static_cast<DWORD_PTR>(kind)))
+        InvalidateRect(control, nullptr, TRUE);
 }
 
 }  // namespace vv

@@ -9,10 +9,13 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "platform/win32/wide_text.h"
 #include "plugin_host.h"
 
 namespace vvmeta {
 namespace {
+using platform::AsWchar;
+
 HMODULE Module() {
     static HMODULE module = LoadLibraryW(L"Metadata.dll");
     return module;
@@ -42,14 +45,12 @@ HWND MakeViewerWindow() {
     return viewer;
 }
 
-const wchar_t* W(const std::u16string& s) { return reinterpret_cast<const wchar_t*>(s.c_str()); }
-
 // The viewer names PNG in the comment dialog's format list when the file it
 // shows is one; so does this host, from the first file's signature.
 bool FirstFileIsPng(const std::u16string& files) {
     const std::u16string first = files.substr(0, files.find(u'|'));
-    HANDLE file = CreateFileW(W(first), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
-                              nullptr);
+    HANDLE file = CreateFileW(AsWchar(first), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                              OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         return false;
     unsigned char head[8] = {};
@@ -67,10 +68,10 @@ int OpenDialog(const std::string& dialog, const std::u16string& files, const std
     using ShowIptc = int(__cdecl*)(const wchar_t*, HWND, const wchar_t*);
     using ShowComment = int(__cdecl*)(const wchar_t*, HWND, int, const wchar_t*, int, const wchar_t*);
     HWND viewer = MakeViewerWindow();
-    const wchar_t* ini = settings.empty() ? nullptr : W(settings);
+    const wchar_t* ini = settings.empty() ? nullptr : AsWchar(settings);
     int answer = 0;
     if (dialog == "window") {
-        answer = Export<ShowExif>("Show_EXIF_Info_W")(W(files), viewer, ini, 1);
+        answer = Export<ShowExif>("Show_EXIF_Info_W")(AsWchar(files), viewer, ini, 1);
         const auto exifWindow = Export<GetWindow>("Get_EXIF_Window");
         MSG message;
         while (exifWindow() && GetMessageW(&message, nullptr, 0, 0) > 0) {
@@ -80,10 +81,10 @@ int OpenDialog(const std::string& dialog, const std::u16string& files, const std
             }
         }
     } else if (dialog == "iptcsheet") {
-        answer = Export<ShowIptc>("Show_IPTC_Info_W")(W(files), viewer, ini);
+        answer = Export<ShowIptc>("Show_IPTC_Info_W")(AsWchar(files), viewer, ini);
     } else {
         const wchar_t* formats = FirstFileIsPng(files) ? L";JPG;PNG;" : L";JPG;";
-        answer = Export<ShowComment>("Show_JPG_Comment_W")(W(files), viewer, 0, ini, 0, formats);
+        answer = Export<ShowComment>("Show_JPG_Comment_W")(AsWchar(files), viewer, 0, ini, 0, formats);
     }
     Export<Close>("ClosePlugin")();
     DestroyWindow(viewer);

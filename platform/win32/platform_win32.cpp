@@ -4,13 +4,11 @@
 #include <shellapi.h>
 
 #include "../platform.h"
+#include "wide_text.h"
 
 namespace platform {
 namespace {
 
-// char16_t and wchar_t are both UTF-16 code units on Windows.
-std::wstring W(std::u16string_view s) { return std::wstring(s.begin(), s.end()); }
-std::u16string U(const wchar_t* s, size_t n) { return std::u16string(s, s + n); }
 
 class Win32File final : public File {
 public:
@@ -84,12 +82,12 @@ std::u16string FromCodePage(UINT cp, std::string_view text) {
     int n = MultiByteToWideChar(cp, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
     std::wstring w(static_cast<size_t>(n), L'\0');
     MultiByteToWideChar(cp, 0, text.data(), static_cast<int>(text.size()), w.data(), n);
-    return U(w.data(), w.size());
+    return ToU16string(w);
 }
 
 std::string ToCodePage(UINT cp, std::u16string_view text) {
     if (text.empty()) return {};
-    std::wstring w = W(text);
+    std::wstring w = ToWstring(text);
     int n = WideCharToMultiByte(cp, 0, w.data(), static_cast<int>(w.size()), nullptr, 0, nullptr, nullptr);
     std::string out(static_cast<size_t>(n), '\0');
     WideCharToMultiByte(cp, 0, w.data(), static_cast<int>(w.size()), out.data(), n, nullptr, nullptr);
@@ -109,7 +107,7 @@ std::unique_ptr<File> OpenFile(std::u16string_view path, FileMode mode) {
     DWORD share = mode == FileMode::kCreateNew ? FILE_SHARE_READ : FILE_SHARE_READ | FILE_SHARE_WRITE;
     DWORD flags = FILE_ATTRIBUTE_NORMAL;
     if (mode == FileMode::kCreateNew) flags |= FILE_FLAG_OPEN_REPARSE_POINT;
-    HANDLE h = CreateFileW(W(path).c_str(), access, share, nullptr, disposition, flags, nullptr);
+    HANDLE h = CreateFileW(ToWstring(path).c_str(), access, share, nullptr, disposition, flags, nullptr);
     if (h == INVALID_HANDLE_VALUE) return nullptr;
     // Devices and pipes ("CON", "\\.\pipe\...") are not files to read or rewrite.
     if (GetFileType(h) != FILE_TYPE_DISK) {
@@ -139,19 +137,19 @@ PathKind KindOf(std::u16string_view path) {
     // Told from the name and the attributes alone: opening a file to ask
     // would count as an access to it on some systems.
     if (IsDevicePath(path)) return PathKind::kOther;
-    const DWORD attributes = GetFileAttributesW(W(path).c_str());
+    const DWORD attributes = GetFileAttributesW(ToWstring(path).c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) return PathKind::kMissing;
     if (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) return PathKind::kOther;
     return PathKind::kRegularFile;
 }
 
 bool FileExists(std::u16string_view path) {
-    DWORD a = GetFileAttributesW(W(path).c_str());
+    DWORD a = GetFileAttributesW(ToWstring(path).c_str());
     return a != INVALID_FILE_ATTRIBUTES && !(a & FILE_ATTRIBUTE_DIRECTORY);
 }
 
 bool MoveFileOver(std::u16string_view source, std::u16string_view target) {
-    const std::wstring from = W(source), to = W(target);
+    const std::wstring from = ToWstring(source), to = ToWstring(target);
     const DWORD attributes = GetFileAttributesW(to.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES) {
         // The moved file is a new one: it takes the old one's attributes and
@@ -176,7 +174,7 @@ bool MoveFileOver(std::u16string_view source, std::u16string_view target) {
 }
 
 std::u16string FullPath(std::u16string_view path) {
-    const std::wstring p = W(path);
+    const std::wstring p = ToWstring(path);
     DWORD n = GetFullPathNameW(p.c_str(), 0, nullptr, nullptr);
     if (n == 0) return std::u16string(path);
     std::wstring full(n, L'\0');
@@ -186,28 +184,28 @@ std::u16string FullPath(std::u16string_view path) {
     // Short 8.3 names (GetTempPathW may answer with them) become long ones
     // where the file exists, so that one file has one full path.
     n = GetLongPathNameW(full.c_str(), nullptr, 0);
-    if (n == 0) return U(full.data(), full.size());
+    if (n == 0) return ToU16string(full);
     std::wstring longPath(n, L'\0');
     m = GetLongPathNameW(full.c_str(), longPath.data(), n);
-    if (m == 0 || m >= n) return U(full.data(), full.size());
-    return U(longPath.data(), m);
+    if (m == 0 || m >= n) return ToU16string(full);
+    return ToU16string({longPath.data(), m});
 }
 
 bool IsSameFile(std::u16string_view a, std::u16string_view b) {
-    const std::wstring fa = W(FullPath(a)), fb = W(FullPath(b));
+    const std::wstring fa = ToWstring(FullPath(a)), fb = ToWstring(FullPath(b));
     return CompareStringOrdinal(fa.c_str(), static_cast<int>(fa.size()), fb.c_str(), static_cast<int>(fb.size()),
                                 TRUE) == CSTR_EQUAL;
 }
 
-bool RemoveFile(std::u16string_view path) { return DeleteFileW(W(path).c_str()) != 0; }
+bool RemoveFile(std::u16string_view path) { return DeleteFileW(ToWstring(path).c_str()) != 0; }
 
 bool IsReadOnly(std::u16string_view path) {
-    DWORD a = GetFileAttributesW(W(path).c_str());
+    DWORD a = GetFileAttributesW(ToWstring(path).c_str());
     return a != INVALID_FILE_ATTRIBUTES && (a & FILE_ATTRIBUTE_READONLY);
 }
 
 bool SetReadOnly(std::u16string_view path, bool readOnly) {
-    std::wstring p = W(path);
+    std::wstring p = ToWstring(path);
     DWORD a = GetFileAttributesW(p.c_str());
     if (a == INVALID_FILE_ATTRIBUTES) return false;
     a = readOnly ? (a | FILE_ATTRIBUTE_READONLY) : (a & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
@@ -215,7 +213,7 @@ bool SetReadOnly(std::u16string_view path, bool readOnly) {
 }
 
 bool GetFileTimes(std::u16string_view path, FileTimes& times) {
-    HANDLE h = CreateFileW(W(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+    HANDLE h = CreateFileW(ToWstring(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (h == INVALID_HANDLE_VALUE) return false;
     FILETIME c, a, w;
@@ -229,7 +227,7 @@ bool GetFileTimes(std::u16string_view path, FileTimes& times) {
 }
 
 bool SetFileTimes(std::u16string_view path, const FileTimes& times) {
-    HANDLE h = CreateFileW(W(path).c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE,
+    HANDLE h = CreateFileW(ToWstring(path).c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE,
                            nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (h == INVALID_HANDLE_VALUE) return false;
     FILETIME c = FromTicks(times.creation), a = FromTicks(times.lastAccess), w = FromTicks(times.lastWrite);
@@ -242,7 +240,7 @@ std::u16string TempFolder() {
     wchar_t buffer[MAX_PATH + 1];
     DWORD n = GetTempPathW(MAX_PATH + 1, buffer);
     if (n == 0 || n > MAX_PATH) return u".\\";
-    return U(buffer, n);
+    return ToU16string({buffer, n});
 }
 
 std::u16string AnsiToUtf16(std::string_view text) { return FromCodePage(CP_ACP, text); }
@@ -251,21 +249,21 @@ std::string Utf16ToAnsi(std::u16string_view text) { return ToCodePage(CP_ACP, te
 std::u16string ReadSettingString(std::u16string_view file, std::u16string_view section,
                                 std::u16string_view key, std::u16string_view defaultValue) {
     wchar_t buffer[4096];
-    DWORD n = GetPrivateProfileStringW(W(section).c_str(), W(key).c_str(), W(defaultValue).c_str(),
-                                       buffer, 4096, W(file).c_str());
-    return U(buffer, n);
+    DWORD n = GetPrivateProfileStringW(ToWstring(section).c_str(), ToWstring(key).c_str(),
+                                       ToWstring(defaultValue).c_str(), buffer, 4096, ToWstring(file).c_str());
+    return ToU16string({buffer, n});
 }
 
 int ReadSettingInt(std::u16string_view file, std::u16string_view section, std::u16string_view key,
                   int defaultValue) {
-    return static_cast<int>(GetPrivateProfileIntW(W(section).c_str(), W(key).c_str(), defaultValue,
-                                                  W(file).c_str()));
+    return static_cast<int>(GetPrivateProfileIntW(ToWstring(section).c_str(), ToWstring(key).c_str(), defaultValue,
+                                                  ToWstring(file).c_str()));
 }
 
 bool WriteSettingString(std::u16string_view file, std::u16string_view section,
                         std::u16string_view key, std::u16string_view value) {
-    return WritePrivateProfileStringW(W(section).c_str(), W(key).c_str(), W(value).c_str(),
-                                      W(file).c_str()) != 0;
+    return WritePrivateProfileStringW(ToWstring(section).c_str(), ToWstring(key).c_str(), ToWstring(value).c_str(),
+                                      ToWstring(file).c_str()) != 0;
 }
 
 LocalTime GetLocalTime() {
@@ -286,7 +284,7 @@ std::u16string UserName() {
     wchar_t buffer[257];  // UNLEN + 1
     DWORD n = 257;
     if (!GetUserNameW(buffer, &n) || n == 0) return {};
-    return U(buffer, n - 1);  // n counts the terminator
+    return ToU16string({buffer, n - 1});  // n counts the terminator
 }
 
 void SleepMilliseconds(unsigned milliseconds) { ::Sleep(milliseconds); }
@@ -295,7 +293,7 @@ bool ShellOpenNative(std::u16string_view target) {
     // Owned by the active window and restored if minimised, as the viewer's
     // other shell calls are.
     auto result = reinterpret_cast<INT_PTR>(
-        ShellExecuteW(GetActiveWindow(), L"open", W(target).c_str(), nullptr, L"", SW_RESTORE));
+        ShellExecuteW(GetActiveWindow(), L"open", ToWstring(target).c_str(), nullptr, L"", SW_RESTORE));
     return result > 32;
 }
 

@@ -7,9 +7,11 @@
 #include "exif/exif_creation.h"
 #include "../plugin_api.h"
 #include "module_state.h"
+#include "platform/win32/wide_text.h"
 #include "ui/comment_dialog.h"
 #include "ui/exif_creator_dialog.h"
 #include "ui/exif_window.h"
+#include "ui/guarded.h"
 #include "ui/iptc_sheet.h"
 #include "ui/theme.h"
 
@@ -21,21 +23,10 @@ ModuleState& Module() {
 }  // namespace vv
 
 namespace {
-const char16_t* U(const wchar_t* s) { return reinterpret_cast<const char16_t*>(s); }
-char16_t* U(wchar_t* s) { return reinterpret_cast<char16_t*>(s); }
-static_assert(sizeof(wchar_t) == sizeof(char16_t), "wchar_t must be UTF-16 on Windows");
-
-// Every export runs its body through this guard: no C++ exception (an
-// allocation failure, above all) may cross into the viewer. A body that
-// throws answers `failed`, the export's "nothing done" result.
-template <typename Result, typename Body>
-Result Guarded(Result failed, Body&& body) noexcept {
-    try {
-        return body();
-    } catch (...) {
-        return failed;
-    }
-}
+using platform::AsChar16;
+// Every export runs its body through the guard; a body that throws answers
+// the export's "nothing done" result (-1, "no dialog", for the EXIF window).
+using vv::Guarded;
 }  // namespace
 
 extern "C" {
@@ -66,20 +57,21 @@ HWND __cdecl Get_EXIF_Window(void) {
 
 uint64_t __cdecl GetExifInfos(const wchar_t* path, uint32_t* size, uint32_t* out2, uint32_t* out3,
                               uint32_t* out4, uint32_t* out5, int formatCode) {
-    return Guarded<uint64_t>(0, [&] { return vv::GetExifInfos(U(path), size, out2, out3, out4, out5, formatCode); });
+    return Guarded<uint64_t>(
+        0, [&] { return vv::GetExifInfos(AsChar16(path), size, out2, out3, out4, out5, formatCode); });
 }
 
 int __cdecl LoadData_EXIF_W(const wchar_t* path, wchar_t* out, int capacity, int mode) {
-    return Guarded(0, [&] { return vv::LoadData_EXIF_W(U(path), U(out), capacity, mode); });
+    return Guarded(0, [&] { return vv::LoadData_EXIF_W(AsChar16(path), AsChar16(out), capacity, mode); });
 }
 
 int __cdecl LoadTag_EXIF_W(const wchar_t* path, int tag, wchar_t* out, int capacity) {
-    return Guarded(0, [&] { return vv::LoadTag_EXIF_W(U(path), tag, U(out), capacity); });
+    return Guarded(0, [&] { return vv::LoadTag_EXIF_W(AsChar16(path), tag, AsChar16(out), capacity); });
 }
 
 int __cdecl Show_EXIF_Info_W(const wchar_t* path, HWND parent, const wchar_t* settings, int mode) {
-    return Guarded(0, [&] {
-        return vv::ShowExifInfo(vv::Module().instance, U(path), parent, U(settings), mode);
+    return Guarded(-1, [&] {
+        return vv::ShowExifInfo(vv::Module().instance, AsChar16(path), parent, AsChar16(settings), mode);
     });
 }
 
@@ -87,37 +79,41 @@ int __cdecl Create_EXIF_Data_W(const wchar_t* path, HWND parent, const wchar_t* 
     return Guarded(0, [&] {
         if (!path) return 0;
         auto state = std::make_unique<exif::ExifCreatorState>();
-        exif::PrepareExifCreator(U(path), settings ? std::u16string_view(U(settings)) : std::u16string_view(),
-                                 *state);
+        const std::u16string_view settingsPath = settings ? std::u16string_view(AsChar16(settings)) : u"";
+        exif::PrepareExifCreator(AsChar16(path), settingsPath, *state);
         vv::RunExifCreatorDialog(vv::Module().instance, parent, *state);
         return 0;
     });
 }
 
 int __cdecl LoadData_IPTC_W(const wchar_t* path, wchar_t* out, int capacity, int mode) {
-    return Guarded(0, [&] { return vv::LoadData_IPTC_W(U(path), U(out), capacity, mode); });
+    return Guarded(0, [&] { return vv::LoadData_IPTC_W(AsChar16(path), AsChar16(out), capacity, mode); });
 }
 
 int __cdecl LoadTag_IPTC_W(const wchar_t* path, int dataset, wchar_t* out, int capacity) {
-    return Guarded(0, [&] { return vv::LoadTag_IPTC_W(U(path), dataset, U(out), capacity); });
+    return Guarded(0, [&] { return vv::LoadTag_IPTC_W(AsChar16(path), dataset, AsChar16(out), capacity); });
 }
 
 int __cdecl Show_IPTC_Info_W(const wchar_t* fileNames, HWND parent, const wchar_t* settings) {
-    return Guarded(0, [&] { return vv::ShowIptcInfo(vv::Module().instance, U(fileNames), parent, U(settings)); });
+    return Guarded(0, [&] {
+        return vv::ShowIptcInfo(vv::Module().instance, AsChar16(fileNames), parent, AsChar16(settings));
+    });
 }
 
 int __cdecl Load_Comment_W(const wchar_t* path, wchar_t* out, int capacity, int unused,
                            const wchar_t* formats) {
-    return Guarded(0, [&] { return vv::Load_Comment_W(U(path), U(out), capacity, unused, U(formats)); });
+    return Guarded(0, [&] {
+        return vv::Load_Comment_W(AsChar16(path), AsChar16(out), capacity, unused, AsChar16(formats));
+    });
 }
 
 int __cdecl Show_JPG_Comment_W(const wchar_t* paths, HWND parent, int, const wchar_t* settings, int,
                                const wchar_t* formats) {
     return Guarded(0, [&] {
         if (!paths) return 0;
-        return vv::ShowJpgComment(vv::Module().instance, U(paths), parent,
-                                  settings ? std::u16string_view(U(settings)) : std::u16string_view(),
-                                  formats ? std::u16string_view(U(formats)) : std::u16string_view());
+        return vv::ShowJpgComment(vv::Module().instance, AsChar16(paths), parent,
+                                  settings ? std::u16string_view(AsChar16(settings)) : std::u16string_view(),
+                                  formats ? std::u16string_view(AsChar16(formats)) : std::u16string_view());
     });
 }
 

@@ -1,6 +1,7 @@
 #include "exif/map_links.h"
 
 #include <gtest/gtest.h>
+#include <tinyxml2.h>
 
 #include <clocale>
 #include <cstdio>
@@ -101,15 +102,15 @@ TEST(GeoHack, ParamsTakeTheParenthesisedFigureAndSignTheSouthAndWest) {
 
 const std::string kKmlHead =
     "<?xml version=\"1.0\"?>\r\n<kml xmlns=\"http://earth.google.com/kml/2.0\">\r\n<Placemark>\r\n"
-    "<name>Caf\xE9 1.JPG</name>\r\n<description>\r\n"
+    "<name>Cafe 1.JPG</name>\r\n<description>\r\n"
     "<![CDATA[<b>Lat: </b><code>-22.951900</code>, <b>Lon: </b><code>-43.210500</code><b></b><br/><br/>"
-    "<img src='file:///C:/Fotos/Caf\xE9 1.JPG' width='200'/>\r\n<br/><br/>\r\n<b>File:</b><br/>\r\n"
-    "<code>C:\\Fotos/Caf\xE9 1.JPG</code>\r\n<hr/>]]>\r\n</description>\r\n<LookAt>\r\n"
+    "<img src='file:///C:/Fotos/Cafe 1.JPG' width='200'/>\r\n<br/><br/>\r\n<b>File:</b><br/>\r\n"
+    "<code>C:\\Fotos/Cafe 1.JPG</code>\r\n<hr/>]]>\r\n</description>\r\n<LookAt>\r\n"
     "<longitude>-43.210500</longitude>\r\n<latitude>-22.951900</latitude>\r\n";
 const std::string kKmlTail =
     "<range>800</range>\r\n<tilt>45</tilt>\r\n</LookAt>\r\n%s<Point>\r\n"
     "<coordinates>-43.210500,-22.951900,0</coordinates>\r\n</Point>\r\n</Placemark>\r\n</kml>\r\n";
-constexpr char16_t kImage[] = u"C:\\Fotos/Caf\u00E9 1.JPG";
+constexpr char16_t kImage[] = u"C:\\Fotos/Cafe 1.JPG";
 
 std::string Kml(const char* heading, const std::string& style) {
     std::string tail = kKmlTail;
@@ -125,6 +126,25 @@ TEST(Kml, OnlyAPositiveHeadingAddsAStyleTurnedToTheSinglePrecisionHeading) {
         "<href>root://icons/palette-4.png</href>\r\n<x>128</x>\r\n<y>128</y>\r\n<w>32</w>\r\n<h>32</h>\r\n"
         "</Icon>\r\n</IconStyle>\r\n<LineStyle>\r\n<width>0.75</width>\r\n</LineStyle>\r\n</Style>\r\n";
     EXPECT_EQ(exif::FormatKml(kImage, kLongitude, kLatitude, 123.4), Kml("123.400000", style));
+}
+
+// Any file name gives a document an XML reader takes, with the name and the
+// path as they are; an ASCII one keeps the form above byte for byte.
+TEST(Kml, IsValidXmlInUtf8ForAnyFileName) {
+    for (const char16_t* image : {u"C:\\Fotos\\\u00C4sthetik_\u6771\u4EAC.jpg", u"C:\\R&D\\a&b <1>.jpg"}) {
+        const std::string kml = exif::FormatKml(image, kLongitude, kLatitude, 0.0);
+        const bool ascii = std::u16string_view(image).find(u'\u00C4') == std::u16string_view::npos;
+        const char* declaration =
+            ascii ? "<?xml version=\"1.0\"?>\r\n" : "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n";
+        EXPECT_EQ(kml.rfind(declaration, 0), 0u);
+        tinyxml2::XMLDocument document;
+        ASSERT_EQ(document.Parse(kml.data(), kml.size()), tinyxml2::XML_SUCCESS) << kml;
+        const tinyxml2::XMLElement* placemark = document.RootElement()->FirstChildElement("Placemark");
+        const std::string path = platform::Utf16ToUtf8(image);
+        EXPECT_EQ(placemark->FirstChildElement("name")->GetText(), path.substr(path.rfind('\\') + 1));
+        EXPECT_NE(std::string(placemark->FirstChildElement("description")->GetText()).find("<code>" + path + "</code>"),
+                  std::string::npos);
+    }
 }
 
 TEST_F(ShellTest, ExportWritesATimeNamedFileInTheTempFolderAndOpensItAndNothingIntoAMissingOne) {

@@ -75,7 +75,7 @@ TEST(HideTags, TokensMatchWholeAndIgnoreCaseAndEmptyTokens) {
     EXPECT_TRUE(vv::IsTagInList(u"5", u"5"));  // the last token needs no comma
 }
 
-TEST(HideTags, ChoicesStartFromTheListAndOkEditsItAsText) {
+TEST(HideTags, ChoicesStartFromTheListAndOkEditsItByWholeNumbers) {
     Table t;
     FillSample(t);
     std::vector<TagChoice> choices = vv::BuildTagChoices(*t.table, t.count, u"272,");
@@ -87,9 +87,24 @@ TEST(HideTags, ChoicesStartFromTheListAndOkEditsItAsText) {
     choices[0].shown = false;
     EXPECT_EQ(vv::UpdateHideTags(u"272,", choices), u"272,271,");
 
-    // Showing removes the text "number," everywhere, also inside longer numbers.
-    std::vector<TagChoice> show71 = {{71, u"71", u"x", true}};
-    EXPECT_EQ(vv::UpdateHideTags(u"71,271,5,71,", show71), u"25,");
+    // Showing removes that number's entries and nothing of a longer number;
+    // a list without its last comma keeps its numbers apart.
+    const auto choice = [](const char16_t* number, bool shown) { return TagChoice{0, number, u"x", shown}; };
+    const struct {
+        const char16_t* before;
+        std::vector<TagChoice> choices;
+        const char16_t* after;
+    } kEdits[] = {
+        {u"272,2,", {choice(u"2", true)}, u"272,"},
+        {u"272,", {choice(u"305", false)}, u"272,305,"},
+        {u"71,271,5,71,", {choice(u"71", true)}, u"271,5,"},
+        {u"9,,71,", {choice(u"71", true)}, u"9,,"},  // what the text rule handled right stays as it made it
+        {u"271,272", {choice(u"272", true)}, u"271,"},
+        {u"271", {choice(u"272", false)}, u"271,272,"},
+        {u"13,1312129,", {choice(u"13", false), choice(u"1312129", true)}, u"13,"},
+    };
+    for (const auto& edit : kEdits)
+        EXPECT_EQ(vv::UpdateHideTags(edit.before, edit.choices), edit.after);
 
     // Appending stops at the list's limit.
     const std::u16string full(1020, u'9');
@@ -140,9 +155,20 @@ TEST(WinPosition, OffScreenCornersComeBackToTheWorkArea) {
         vv::ClampWinPosition(c.saved, c.monitors, c.nearest);
         EXPECT_EQ(vv::FormatWinPosition(c.saved), c.placed);
     }
-    int left = -10, top = -20;
-    vv::KeepOnScreen(&left, &top, work);
-    EXPECT_EQ(left + top, 0);
+}
+
+TEST(WinPosition, WindowsAreKeptWhollyOnTheWorkArea) {
+    const auto fit = [](vv::WinRect r, vv::WinRect work, bool mayShrink) {
+        const vv::WinRect f = vv::FitToWorkArea(r, work, mayShrink);
+        return std::array<int, 4>{f.left, f.top, f.right, f.bottom};
+    };
+    const vv::WinRect screen{0, 0, 1280, 900};
+    // Saved at 96 DPI and scaled to 144: taller than the screen.
+    EXPECT_EQ(fit({100, 120, 881, 1034}, screen, true), (std::array<int, 4>{100, 0, 881, 900}));
+    EXPECT_EQ(fit({1000, 700, 1400, 1000}, screen, false), (std::array<int, 4>{880, 600, 1280, 900}));
+    EXPECT_EQ(fit({-10, -20, 90, 80}, screen, false), (std::array<int, 4>{0, 0, 100, 100}));
+    EXPECT_EQ(fit({-50, -50, 2000, 1500}, screen, false), (std::array<int, 4>{0, 0, 2050, 1550}));
+    EXPECT_EQ(fit({-300, 500, -100, 700}, {-1920, 0, 0, 1040}, false), (std::array<int, 4>{-300, 500, -100, 700}));
 }
 
 TEST(WinPosition, SizeFollowsTheDpiRatio) {

@@ -7,6 +7,7 @@
 
 #include "fixture/container_fixture.h"
 #include "platform/platform.h"
+#include "platform/win32/wide_text.h"
 #include "plugin_dll.h"
 #include "harness.h"
 #include "screenshot.h"
@@ -18,8 +19,9 @@ using fixture::Bytes;
 using fixture::Join;
 using namespace std::string_literals;
 
-const wchar_t* W(const std::u16string& s) { return reinterpret_cast<const wchar_t*>(s.c_str()); }
-std::u16string U(const std::wstring& s) { return std::u16string(s.begin(), s.end()); }
+using platform::AsWchar;
+using wintest::Click;
+using wintest::ItemText;
 
 Bytes Com(std::string_view payload) { return fixture::JpegBuilder().Com(payload).Build(); }
 const Bytes kSoi = {0xFF, 0xD8};
@@ -27,13 +29,6 @@ const Bytes kApp0 = fixture::JpegBuilder().Segment(0xE0, fixture::ToBytes("JFIF"
 const Bytes kScan = fixture::JpegBuilder().ScanAndEoi().Build();
 const Bytes kPlain = Join({kSoi, kApp0, kScan});
 
-std::wstring ItemText(HWND dialog, int id) {
-    wchar_t text[4200] = {};
-    GetDlgItemTextW(dialog, id, text, 4200);
-    return text;
-}
-
-void Click(HWND dialog, int id) { SendMessageW(GetDlgItem(dialog, id), BM_CLICK, 0, 0); }
 bool Checked(HWND dialog, int id) { return IsDlgButtonChecked(dialog, id) == BST_CHECKED; }
 void Shot(HWND dialog, const char* name) { EXPECT_TRUE(wintest::SaveScreenshot(dialog, name)) << name; }
 
@@ -53,7 +48,7 @@ protected:
             },
             {user ? user : [](HWND) {},
              [finish](HWND d) { PostMessageW(d, WM_COMMAND, MAKEWPARAM(finish, BN_CLICKED), 0); }},
-            [&] { answer = show ? show(W(files), viewer, 0, W(settings), 0, formats) : -99; });
+            [&] { answer = show ? show(AsWchar(files), viewer, 0, AsWchar(settings), 0, formats) : -99; });
         boxes = driven.boxes;
         dialogsSeen += driven.stepsRun > 0;
         return answer;
@@ -75,8 +70,8 @@ TEST_F(CommentDialog, SingleFileShowsEditsAndWritesTheComment) {
     const Bytes head = Join({kSoi, kApp0});
     const auto path = dir.Write("one.jpg", Join({head, Com("old text"), kScan}));
     const int answer = Show(path, [&](HWND d) {
-        EXPECT_EQ(U(ItemText(d, IDC_COMMENT_FILE)), u"File: " + path);
-        EXPECT_EQ(ItemText(d, IDC_COMMENT_TEXT), L"old text");
+        EXPECT_EQ(ItemText(d, IDC_COMMENT_FILE), u"File: " + path);
+        EXPECT_EQ(ItemText(d, IDC_COMMENT_TEXT), u"old text");
         EXPECT_FALSE(IsWindowVisible(GetDlgItem(d, IDC_COMMENT_READ_ONLY)));
         EXPECT_TRUE(Checked(d, IDC_COMMENT_KEEP_DATE) && Checked(d, IDC_COMMENT_AUTOMATIC)) << "the defaults";
         EXPECT_TRUE(IsWindowEnabled(GetDlgItem(d, IDC_COMMENT_APPEND))) << "there is a comment to append to";
@@ -84,7 +79,7 @@ TEST_F(CommentDialog, SingleFileShowsEditsAndWritesTheComment) {
         Shot(d, "comment_dialog_single_light");
         Click(d, IDC_COMMENT_KEEP_DATE);
         Click(d, IDC_COMMENT_CLEAR_SPACES);
-        EXPECT_EQ(ItemText(d, IDC_COMMENT_TEXT), L"Harbour at dawn\r\nZ\u00fcrich") << "trimmed when checked";
+        EXPECT_EQ(ItemText(d, IDC_COMMENT_TEXT), u"Harbour at dawn\r\nZ\u00fcrich") << "trimmed when checked";
     });
     EXPECT_EQ(answer, 1);
     EXPECT_TRUE(boxes.empty());
@@ -108,7 +103,7 @@ TEST_F(CommentDialog, FileWithoutCommentGetsOneBehindTheStartAndKeepsItsTimes) {
     // As the file system keeps them (a Linux one under Wine has no creation time of its own).
     ASSERT_TRUE(platform::SetFileTimes(path, set) && platform::GetFileTimes(path, before));
     EXPECT_EQ(Show(path, [](HWND d) {
-                  EXPECT_EQ(ItemText(d, IDC_COMMENT_TEXT), L"");
+                  EXPECT_EQ(ItemText(d, IDC_COMMENT_TEXT), u"");
                   EXPECT_FALSE(IsWindowEnabled(GetDlgItem(d, IDC_COMMENT_APPEND)));
                   SetDlgItemTextW(d, IDC_COMMENT_TEXT, L"first");
               }),
@@ -140,15 +135,15 @@ TEST_F(CommentDialog, BatchCancelsUntouchedOrGivesEachFileItsOwnTextAndRefusesTh
 
     Setting(u"Viewing", u"DarkMode", u"0");
     const int answer = Show(batch, [&](HWND d) {
-        EXPECT_EQ(U(ItemText(d, IDC_COMMENT_FILE)), u"First file: " + locked);
-        EXPECT_EQ(ItemText(d, IDC_COMMENT_TEXT), L"was here");
+        EXPECT_EQ(ItemText(d, IDC_COMMENT_FILE), u"First file: " + locked);
+        EXPECT_EQ(ItemText(d, IDC_COMMENT_TEXT), u"was here");
         SetDlgItemTextW(d, IDC_COMMENT_TEXT, L"Photo $N");
         Shot(d, "comment_dialog_batch_light");
     });
     platform::SetReadOnly(locked, false);
     EXPECT_EQ(answer, 0) << "a file was refused";
     ASSERT_EQ(boxes.size(), 1u);
-    EXPECT_EQ(U(boxes[0].first), u"Can't write Comment data!\n\nThe file: '" + locked + u"' is read only.");
+    EXPECT_EQ(platform::ToU16string(boxes[0].first), u"Can't write Comment data!\n\nThe file: '" + locked + u"' is read only.");
     EXPECT_EQ(boxes[0].second, L"Vantaview");
     EXPECT_EQ(fixture::ReadAll(locked), withComment);
     EXPECT_EQ(fixture::ReadAll(b), Join({kSoi, Com("Photo b\0"s), kApp0, kScan}));
@@ -160,19 +155,20 @@ TEST_F(CommentDialog, RadiosRereadTheOldCommentAndHelpAsksTheViewer) {
     Setting(u"IPTC", u"JPGComConversion", u"1");
     const Bytes original = Join({kSoi, Com("Caf\xC3\xA9"), kScan});
     const auto path = dir.Write("cafe.jpg", original);
-    wchar_t asAnsi[8] = {};
-    ASSERT_EQ(MultiByteToWideChar(CP_ACP, 0, "Caf\xC3\xA9", 5, asAnsi, 7), 5);
+    wchar_t ansiChars[8] = {};
+    ASSERT_EQ(MultiByteToWideChar(CP_ACP, 0, "Caf\xC3\xA9", 5, ansiChars, 7), 5);
+    const std::u16string asAnsi = platform::ToU16string(ansiChars);
     EXPECT_EQ(Show(path, [&](HWND d) {
                   EXPECT_TRUE(Checked(d, IDC_COMMENT_ANSI));
                   EXPECT_EQ(ItemText(d, IDC_COMMENT_TEXT), asAnsi);
                   Shot(d, "comment_dialog_single_dark");
                   const struct {
                       int radio;
-                      const wchar_t* shown;
+                      std::u16string shown;
                       const char16_t* stored;
-                  } radios[] = {{IDC_COMMENT_UNICODE, L"Caf\u00e9", u"2"},
+                  } radios[] = {{IDC_COMMENT_UNICODE, u"Caf\u00e9", u"2"},
                                 {IDC_COMMENT_ANSI, asAnsi, u"1"},
-                                {IDC_COMMENT_AUTOMATIC, L"Caf\u00e9", u"0"}};
+                                {IDC_COMMENT_AUTOMATIC, u"Caf\u00e9", u"0"}};
                   for (const auto& r : radios) {
                       Click(d, r.radio);
                       EXPECT_EQ(ItemText(d, IDC_COMMENT_TEXT), r.shown) << r.radio;
@@ -200,8 +196,8 @@ TEST_F(CommentDialog, PngTextIsShownReadOnlyAndAPngWithoutTextOpensNothing) {
     const auto path = dir.Write("p.png", png);
     for (const char* shot : {"png_text_light", "png_text_dark"}) {
         EXPECT_EQ(Show(path, [&](HWND d) {
-                      EXPECT_EQ(U(ItemText(d, IDC_COMMENT_FILE)), u"File: " + path);
-                      EXPECT_EQ(ItemText(d, IDC_COMMENT_TEXT), L"Comment: Hello\r\nAuthor: Ana");
+                      EXPECT_EQ(ItemText(d, IDC_COMMENT_FILE), u"File: " + path);
+                      EXPECT_EQ(ItemText(d, IDC_COMMENT_TEXT), u"Comment: Hello\r\nAuthor: Ana");
                       EXPECT_TRUE(GetWindowLongW(GetDlgItem(d, IDC_COMMENT_TEXT), GWL_STYLE) & ES_READONLY);
                       EXPECT_EQ(GetDlgItem(d, IDOK), nullptr) << "nothing to write";
                       Shot(d, shot);

@@ -16,7 +16,9 @@
 #include "fixture/fixture.h"
 #include "harness.h"
 #include "platform/platform.h"
+#include "platform/win32/wide_text.h"
 #include "plugin_dll.h"
+#include "screenshot.h"
 #include "ui/resource_ids.h"
 #include "ui/theme.h"
 
@@ -31,16 +33,7 @@ int WINAPI CaptureBox(HWND, const wchar_t* text, const wchar_t* caption, UINT) {
     return IDOK;
 }
 
-std::wstring Wide(const std::string& utf8) {
-    const std::u16string s = platform::Utf8ToUtf16(utf8);
-    return std::wstring(s.begin(), s.end());
-}
-
-std::wstring Cell(HWND list, int row, int column) {
-    wchar_t text[300] = {};
-    ListView_GetItemText(list, row, column, text, 300);
-    return text;
-}
+using wintest::ListCell;
 
 // Tag -> value text of every row the reader finds in the file.
 std::map<uint32_t, std::string> ReadBack(const std::u16string& path) {
@@ -125,20 +118,35 @@ TEST_F(CreatorDialog, ListShowsTheFieldsAndFollowsTheSettings) {
     EXPECT_EQ(ListView_GetExtendedListViewStyle(list) & style, style);
 
     ASSERT_EQ(ListView_GetItemCount(list), 12);
-    EXPECT_EQ(Cell(list, 0, 0), L"Image Description");
-    EXPECT_EQ(Cell(list, 11, 0), L"Date Taken (YYYY:MM:DD hh:mm:ss)");
-    for (int row = 0; row < 12; ++row)
-        EXPECT_GT(ListView_GetColumnWidth(list, 0), ListView_GetStringWidth(list, Cell(list, row, 0).c_str())) << row;
-    EXPECT_EQ(Cell(list, 1, 1), L"Vantaview");
+    EXPECT_EQ(ListCell(list, 0, 0), u"Image Description");
+    EXPECT_EQ(ListCell(list, 11, 0), u"Date Taken (YYYY:MM:DD hh:mm:ss)");
+    for (int row = 0; row < 12; ++row) {
+        const std::u16string label = ListCell(list, row, 0);
+        EXPECT_GT(ListView_GetColumnWidth(list, 0), ListView_GetStringWidth(list, platform::AsWchar(label))) << row;
+    }
+    EXPECT_EQ(ListCell(list, 1, 1), u"Vantaview");
     const std::string date = state.rows[exif::kCreatorDateRow].value;
     ASSERT_EQ(date.size(), 19u) << "the local time fills an empty Date Taken";
-    EXPECT_EQ(Cell(list, exif::kCreatorDateRow, 1), Wide(date));
+    EXPECT_EQ(ListCell(list, exif::kCreatorDateRow, 1), platform::Utf8ToUtf16(date));
     EXPECT_EQ(IsDlgButtonChecked(dialog, IDC_CREATOR_KEEP_DATE), UINT(BST_UNCHECKED));
 
     EXPECT_EQ(ListView_GetTextColor(list), vv::kDarkTextColour);
     // The editor's colour request must reach the dialog, where the theme answers it.
     PressF2(0);
     ASSERT_NE(Editor(), nullptr);
+    // The label cell of the row being edited and the grid between the empty
+    // Value cells below it: dark.
+    RECT label, value;
+    ListView_GetSubItemRect(list, 0, 0, LVIR_LABEL, &label);
+    EXPECT_TRUE(wintest::DarkOnScreen(list, {{label.right - 3, (label.top + label.bottom) / 2}}));
+    ListView_GetSubItemRect(list, 3, 1, LVIR_BOUNDS, &value);
+    std::vector<POINT> grid;
+    for (int y = value.top - 2; y < value.bottom + 2 * (value.bottom - value.top); ++y)
+        grid.push_back({value.right - 8, y});
+    for (int x = label.right - 3; x < label.right + 3; ++x)
+        grid.push_back({x, value.top + 3});
+    EXPECT_TRUE(wintest::DarkOnScreen(list, grid));
+    wintest::SaveScreenshot(dialog, "exif_creator_editing_dark");
     HDC dc = GetDC(Editor());
     EXPECT_NE(SendMessageW(GetParent(Editor()), WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc),
                            reinterpret_cast<LPARAM>(Editor())),
@@ -153,6 +161,7 @@ TEST_F(CreatorDialog, EditorCommitsOnEnterAndFocusLossAndCancelsOnEsc) {
     Open();
     PressF2(2);
     ASSERT_NE(Editor(), nullptr) << "F2 opens the editor";
+    wintest::SaveScreenshot(dialog, "exif_creator_editing_light");
     wchar_t text[64] = {};
     GetWindowTextW(Editor(), text, 64);
     EXPECT_STREQ(text, L"VV-1");
@@ -166,12 +175,12 @@ TEST_F(CreatorDialog, EditorCommitsOnEnterAndFocusLossAndCancelsOnEsc) {
     Type(L"VV-2 \u00dcber", VK_RETURN);
     EXPECT_EQ(Editor(), nullptr);
     EXPECT_STREQ(state.rows[2].value, "VV-2 \xc3\x9c" "ber");
-    EXPECT_EQ(Cell(List(), 2, 1), L"VV-2 \u00dcber");
+    EXPECT_EQ(ListCell(List(), 2, 1), u"VV-2 \u00dcber");
     PressF2(2);
     Type(L"junk", VK_ESCAPE);
     EXPECT_EQ(Editor(), nullptr);
     EXPECT_STREQ(state.rows[2].value, "VV-2 \xc3\x9c" "ber");
-    EXPECT_EQ(Cell(List(), 2, 1), L"VV-2 \u00dcber");
+    EXPECT_EQ(ListCell(List(), 2, 1), u"VV-2 \u00dcber");
 
     Click(7);
     ASSERT_NE(Editor(), nullptr) << "a click opens it too";
@@ -180,8 +189,21 @@ TEST_F(CreatorDialog, EditorCommitsOnEnterAndFocusLossAndCancelsOnEsc) {
     SetFocus(List());
     EXPECT_EQ(Editor(), nullptr);
     EXPECT_STREQ(state.rows[7].value, "note");
-    EXPECT_EQ(Cell(List(), 7, 1), L"note");
+    EXPECT_EQ(ListCell(List(), 7, 1), u"note");
     EXPECT_FALSE(vv::CommitCreatorEdit(state, exif::kCreatorPointerRow, u"1")) << "the pointer row is not editable";
+
+    // Memory running out as Enter commits: the editor goes, the row keeps
+    // its value, and no exception leaves the editor's procedure.
+    PressF2(7);
+    SetWindowTextW(Editor(), L"a note longer than a short string");
+    try {
+        wintest::FailingAllocations failing;
+        SendMessageW(Editor(), WM_KEYDOWN, VK_RETURN, 0);
+    } catch (...) {
+        ADD_FAILURE() << "an exception left the editor's procedure";
+    }
+    EXPECT_EQ(Editor(), nullptr);
+    EXPECT_STREQ(state.rows[7].value, "note");
 }
 
 // The writer's refusals (this one, a read-only file, ...) reach the user the same way.
@@ -217,8 +239,7 @@ TEST_F(CreatorDialog, OkWritesTheEditedFieldsAndTheDefaultDateAndRemembersKeepDa
                                             }},
                                             [&] {
                                                 answer = windll::Export<windll::CreateExifDataFn>("Create_EXIF_Data_W")(
-                                                    reinterpret_cast<const wchar_t*>(path.c_str()), nullptr,
-                                                    reinterpret_cast<const wchar_t*>(settings.c_str()));
+                                                    platform::AsWchar(path), nullptr, platform::AsWchar(settings));
                                             });
     dialog = nullptr;
     EXPECT_EQ(answer, 0);

@@ -8,49 +8,38 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdio>
 #include <functional>
 #include <string>
 #include <vector>
 
 #include "exif/exif_fixtures.h"
 #include "exif/map_links.h"
+#include "exif/tag_record.h"
 #include "fixture/fixture.h"
 #include "harness.h"
 #include "platform/platform.h"
+#include "platform/win32/wide_text.h"
 #include "plugin_dll.h"
 #include "screenshot.h"
+#include "ui/model/exif_window_model.h"
 #include "ui/resource_ids.h"
 
 namespace {
 
 using windll::Export;
 
-std::wstring Cell(HWND list, int row, int column) {
-    wchar_t text[512] = {};
-    ListView_GetItemText(list, row, column, text, 512);
-    return text;
-}
+using platform::AsWchar;
+using wintest::ClipboardText;
+using wintest::ListCell;
 
-int FindRow(HWND list, const wchar_t* name) {
+int FindRow(HWND list, std::u16string_view name) {
     for (int i = 0; i < ListView_GetItemCount(list); ++i)
-        if (Cell(list, i, 1) == name)
+        if (ListCell(list, i, 1) == name)
             return i;
     return -1;
 }
-
-std::wstring ClipboardText() {
-    std::wstring text;
-    if (!OpenClipboard(nullptr))
-        return text;
-    if (HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
-        text = static_cast<const wchar_t*>(GlobalLock(data));
-        GlobalUnlock(data);
-    }
-    CloseClipboard();
-    return text;
-}
-
-const wchar_t* W(const std::u16string& s) { return reinterpret_cast<const wchar_t*>(s.c_str()); }
 
 // A file with Make and Model but no position.
 fixture::Bytes PlainFile() {
@@ -80,7 +69,7 @@ protected:
     // Through the DLL, as the viewer calls it.
     int Show(const std::u16string& file, HWND parent, int mode = 1) {
         const int answer =
-            Export<windll::ShowExifInfoFn>("Show_EXIF_Info_W")(W(file), parent, W(settings), mode);
+            Export<windll::ShowExifInfoFn>("Show_EXIF_Info_W")(AsWchar(file), parent, AsWchar(settings), mode);
         wintest::PumpMessages();
         return answer;
     }
@@ -132,6 +121,39 @@ protected:
 
 bool Visible(HWND window, int id) { return IsWindowVisible(GetDlgItem(window, id)) != FALSE; }
 
+// Types `keys` on the keyboard, each held until the last is pressed.
+void Type(const std::vector<WORD>& keys) {
+    std::vector<INPUT> input(2 * keys.size());
+    for (size_t i = 0; i < keys.size(); ++i) {
+        input[i].type = input[input.size() - 1 - i].type = INPUT_KEYBOARD;
+        input[i].ki.wVk = input[input.size() - 1 - i].ki.wVk = keys[i];
+        input[input.size() - 1 - i].ki.dwFlags = KEYEVENTF_KEYUP;
+    }
+    SendInput(static_cast<UINT>(input.size()), input.data(), sizeof(INPUT));
+}
+
+// A viewer's loop until it has been idle a while: the modeless window's
+// messages go through IsDialogMessage.
+void RunViewerLoop(HWND window) {
+    for (DWORD idleSince = GetTickCount(); GetTickCount() - idleSince < 80; Sleep(10)) {
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            idleSince = GetTickCount();
+            if (!IsDialogMessageW(window, &message)) {
+                TranslateMessage(&message);
+                DispatchMessageW(&message);
+            }
+        }
+    }
+}
+
+void EmptyTheClipboard() {
+    if (OpenClipboard(nullptr)) {
+        EmptyClipboard();
+        CloseClipboard();
+    }
+}
+
 TEST_F(ExifWindow, FollowsTheViewerFromFileToFileAndClosesWithThePluginLightAndDark) {
     for (const std::string mode : {"light", "dark"}) {
         Setting(u"Viewing", u"DarkMode", mode == "dark" ? u"1" : u"0");
@@ -141,9 +163,9 @@ TEST_F(ExifWindow, FollowsTheViewerFromFileToFileAndClosesWithThePluginLightAndD
         HWND list = GetDlgItem(window, IDC_EXIF_LIST);
         EXPECT_EQ(ListView_GetBkColor(list) == 0x202020u, mode == "dark");
         EXPECT_EQ(ListView_GetItemCount(list), 1 + exiftest::kSampleRows);
-        EXPECT_EQ(Cell(list, 0, 1), L"Filename");
-        EXPECT_EQ(Cell(list, 0, 2), L"gps.jpg");
-        EXPECT_EQ(Cell(list, 1, 0), L"271");
+        EXPECT_EQ(ListCell(list, 0, 1), u"Filename");
+        EXPECT_EQ(ListCell(list, 0, 2), u"gps.jpg");
+        EXPECT_EQ(ListCell(list, 1, 0), u"271");
         wchar_t caption[64] = {};
         GetWindowTextW(window, caption, 64);
         EXPECT_STREQ(caption, L"gps.jpg - EXIF Info");
@@ -151,7 +173,7 @@ TEST_F(ExifWindow, FollowsTheViewerFromFileToFileAndClosesWithThePluginLightAndD
             EXPECT_TRUE(Visible(window, id)) << id;
         EXPECT_TRUE(wintest::SaveScreenshot(window, ("exif_window_gps_" + mode).c_str()));
 
-        const int model = FindRow(list, L"Model");
+        const int model = FindRow(list, u"Model");
         ListView_SetItemState(list, model, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
 
         // Another file refills the same window and selects the same tag again.
@@ -160,11 +182,19 @@ TEST_F(ExifWindow, FollowsTheViewerFromFileToFileAndClosesWithThePluginLightAndD
         EXPECT_EQ(ListView_GetItemCount(list), 3);
         const int selected = ListView_GetNextItem(list, -1, LVNI_SELECTED);
         ASSERT_GE(selected, 0);
-        EXPECT_EQ(Cell(list, selected, 1), L"Model");
+        EXPECT_EQ(ListCell(list, selected, 1), u"Model");
         EXPECT_FALSE(Visible(window, IDC_EXIF_GOOGLE_EARTH));
         EXPECT_FALSE(Visible(window, IDC_EXIF_GOOGLE_MAPS));
         EXPECT_TRUE(Visible(window, IDC_EXIF_MORE));
         EXPECT_TRUE(wintest::SaveScreenshot(window, ("exif_window_nogps_" + mode).c_str()));
+        // The selection of the list without the focus: dark in dark mode.
+        SetFocus(GetDlgItem(window, IDCANCEL));
+        RECT row;
+        ListView_GetItemRect(list, selected, &row, LVIR_BOUNDS);
+        if (mode == "dark") {
+            EXPECT_TRUE(wintest::DarkOnScreen(list, {{row.right - 4, (row.top + row.bottom) / 2}}));
+        }
+        EXPECT_TRUE(wintest::SaveScreenshot(window, ("exif_window_inactive_selection_" + mode).c_str()));
 
         // A file without EXIF: no rows at all, and nothing to copy.
         ASSERT_EQ(Show(none, viewer), 0);
@@ -200,7 +230,15 @@ TEST_F(ExifWindow, MovesToANewParentOrToADialogsParent) {
 }
 
 TEST_F(ExifWindow, PlacementIsSavedOnCloseAndRestoredOnScreen) {
-    Setting(u"WinPosition", u"EXIF", u"100,120,500,600,0,96;");
+    HDC screen = GetDC(nullptr);
+    const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
+    ReleaseDC(nullptr, screen);
+    const auto save = [&](int left, int top, int width, int height, int savedDpi) {
+        char text[96];
+        std::snprintf(text, sizeof text, "%d,%d,%d,%d,0,%d;", left, top, width, height, savedDpi);
+        Setting(u"WinPosition", u"EXIF", platform::Utf8ToUtf16(text).c_str());
+    };
+    save(100, 120, 500, 600, dpi);
     ASSERT_EQ(Show(gps, viewer), 0);
     HWND window = DllWindow();
     RECT r;
@@ -211,10 +249,10 @@ TEST_F(ExifWindow, PlacementIsSavedOnCloseAndRestoredOnScreen) {
     EXPECT_EQ(r.bottom - r.top, 600);
     SetWindowPos(window, nullptr, 80, 90, 520, 610, SWP_NOZORDER);
     Export<windll::ClosePluginFn>("ClosePlugin")();
-    EXPECT_EQ(Setting(u"WinPosition", u"EXIF"), u"80,90,520,610,0,96;");
+    EXPECT_EQ(Setting(u"WinPosition", u"EXIF"), u"80,90,520,610,0," + platform::Utf8ToUtf16(std::to_string(dpi)) + u";");
 
     // Off every monitor: back to the work area. Saved at twice the DPI: half the size.
-    Setting(u"WinPosition", u"EXIF", u"5000,-4000,600,700,0,192;");
+    save(5000, -4000, 600, 700, 2 * dpi);
     ASSERT_EQ(Show(gps, viewer), 0);
     window = DllWindow();
     RECT work;
@@ -224,6 +262,57 @@ TEST_F(ExifWindow, PlacementIsSavedOnCloseAndRestoredOnScreen) {
     EXPECT_EQ(r.top, work.top);
     EXPECT_EQ(r.right - r.left, 300);
     EXPECT_EQ(r.bottom - r.top, 350);
+    Export<windll::ClosePluginFn>("ClosePlugin")();
+
+    // Saved low at 96 DPI, or taller than the screen once scaled to this
+    // DPI: wholly on the work area, and saved back so.
+    const int workHeight = work.bottom - work.top;
+    for (const int height : {workHeight / 3, workHeight * 96 / dpi + 200}) {
+        save(40, work.bottom - 100, 500, height, 96);
+        ASSERT_EQ(Show(gps, viewer), 0);
+        window = DllWindow();
+        GetWindowRect(window, &r);
+        EXPECT_GE(r.top, work.top) << height;
+        EXPECT_LE(r.bottom, work.bottom) << height;
+        EXPECT_EQ(r.left, 40);
+        EXPECT_EQ(r.bottom - r.top, std::min(height * dpi / 96, workHeight));
+        // A re-show pulls it back after the viewer left it hanging off the edge.
+        SetWindowPos(window, nullptr, 40, work.bottom - 50, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+        ASSERT_EQ(Show(plain, viewer), 0);
+        GetWindowRect(window, &r);
+        EXPECT_LE(r.bottom, work.bottom) << height;
+        Export<windll::ClosePluginFn>("ClosePlugin")();
+        const vv::WinPosition back = vv::ParseWinPosition(Setting(u"WinPosition", u"EXIF"));
+        EXPECT_LE(back.top + back.height, work.bottom) << height;
+    }
+}
+
+// Memory running out: no window and -1 rather than an exception into the
+// viewer; only the table failing: the caption names the rows' size.
+TEST_F(ExifWindow, OutOfMemoryOpensNoWindowOrNamesTheTablesSizeInTheCaption) {
+    int answer = 0;
+    try {
+        wintest::FailingAllocations failing;
+        answer = vv::ShowExifInfo(windll::Plugin(), gps.c_str(), viewer, settings.c_str(), 1);
+    } catch (...) {
+        ADD_FAILURE() << "an exception left ShowExifInfo";
+    }
+    EXPECT_EQ(answer, -1);
+    EXPECT_EQ(vv::ExifWindowHandle(), nullptr);
+
+    HWND window = nullptr;
+    {
+        wintest::FailingAllocations failing(1, sizeof(exif::TagRecordTable));
+        window = ShowHere(gps);
+    }
+    ASSERT_NE(window, nullptr);
+    wchar_t caption[96] = {};
+    GetWindowTextW(window, caption, 96);
+    EXPECT_EQ(platform::ToU16string(caption), u"Error - Out of memory! (" +
+                                                  platform::Utf8ToUtf16(std::to_string(exif::kTagTableRows *
+                                                                                       sizeof(exif::TagRecord))) +
+                                                  u" bytes required)");
+    EXPECT_EQ(ListView_GetItemCount(GetDlgItem(window, IDC_EXIF_LIST)), 0);
 }
 
 // The links themselves are the map module's; here each key (it posts its
@@ -264,12 +353,12 @@ TEST_F(ExifWindow, EveryKeyReachesItsActionAndEveryMapItsSouthWesternPosition) {
     EXPECT_NE(bytes.find("<coordinates>-70.670000,-33.450000,0</coordinates>\r\n"), std::string::npos);
 
     Key(window, 'C');
-    const std::wstring all = ClipboardText();
-    EXPECT_EQ(all.rfind(L"Filename - gps.jpg\r\nMake - Vantaview\r\nModel - VV-1\r\n", 0), 0u);
-    EXPECT_NE(all.find(L"\r\n\r\nGPS information: - \r\n"), std::wstring::npos) << "separator, then heading";
-    ListView_SetItemState(list, FindRow(list, L"Model"), LVIS_SELECTED, LVIS_SELECTED);
+    const std::u16string all = ClipboardText();
+    EXPECT_EQ(all.rfind(u"Filename - gps.jpg\r\nMake - Vantaview\r\nModel - VV-1\r\n", 0), 0u);
+    EXPECT_NE(all.find(u"\r\n\r\nGPS information: - \r\n"), std::u16string::npos) << "separator, then heading";
+    ListView_SetItemState(list, FindRow(list, u"Model"), LVIS_SELECTED, LVIS_SELECTED);
     Key(window, 'S');
-    EXPECT_EQ(ClipboardText(), L"Model - VV-1\r\n");
+    EXPECT_EQ(ClipboardText(), u"Model - VV-1\r\n");
 
     for (UINT key : {VK_BACK, VK_SPACE, VK_LEFT, VK_RIGHT})
         Key(window, key);
@@ -302,6 +391,45 @@ TEST_F(ExifWindow, EveryKeyReachesItsActionAndEveryMapItsSouthWesternPosition) {
     EXPECT_EQ(vv::ExifWindowHandle(), nullptr);
 }
 
+// The shortcuts are the ones the context menu's texts show ("\tAlt+S").
+TEST_F(ExifWindow, EveryAltShortcutTheMenuShowsWorksUnlessItsItemIsGreyed) {
+    HMENU menus = LoadMenuW(windll::Plugin(), L"IDR_EXIF_CONTEXT_MENU");
+    HMENU menu = GetSubMenu(menus, 0);
+    std::vector<std::pair<WORD, int>> shortcuts;  // key, command
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+        wchar_t text[160] = {};
+        GetMenuStringW(menu, static_cast<UINT>(i), text, 160, MF_BYPOSITION);
+        if (const char16_t key = vv::AltShortcutKey(platform::ToU16string(text)))
+            shortcuts.emplace_back(key, static_cast<int>(GetMenuItemID(menu, i)));
+    }
+    DestroyMenu(menus);
+    EXPECT_EQ(shortcuts.size(), 10u);
+    for (const auto& file : {gps, plain}) {
+        HWND window = ShowHere(file);
+        ListView_SetItemState(GetDlgItem(window, IDC_EXIF_LIST), 1, LVIS_SELECTED, LVIS_SELECTED);
+        SetForegroundWindow(window);
+        for (const auto& [key, command] : shortcuts) {
+            opened.clear();
+            EmptyTheClipboard();
+            Type({VK_MENU, key});
+            RunViewerLoop(window);
+            const bool done = !opened.empty() || !ClipboardText().empty();
+            EXPECT_EQ(done, file == gps || !vv::NeedsPosition(command)) << "Alt+" << char(key);
+        }
+    }
+    // With the menu open: Alt+A, which its text names but its item has no
+    // mnemonic for; the menu itself answers A alone.
+    HWND window = ShowHere(gps);
+    for (const auto& keys : {std::vector<WORD>{VK_MENU, 'A'}, std::vector<WORD>{'A'}}) {
+        opened.clear();
+        const auto driven = wintest::DriveModal([] { return FindWindowW(L"#32768", nullptr); },
+                                                {[&](HWND) { Type(keys); }}, [&] { Key(window, 'T'); });
+        EXPECT_EQ(driven.stepsRun, 1u) << "no menu shown";
+        RunViewerLoop(window);
+        EXPECT_EQ(LastOpened().substr(0, 9), u"bingmaps:") << keys.size();
+    }
+}
+
 TEST_F(ExifWindow, ContextMenuGreysTheMapsWithoutAPositionAndKeepsTheSatelliteChoice) {
     Setting(u"Viewing", u"DarkMode", u"1");
     HWND window = ShowHere(plain);
@@ -328,23 +456,25 @@ TEST_F(ExifWindow, ContextMenuGreysTheMapsWithoutAPositionAndKeepsTheSatelliteCh
     EXPECT_EQ(Setting(u"EXIF", u"Satellite"), u"0");
 }
 
-TEST_F(ExifWindow, ChooseTagsHidesATagAndItsPositionHalf) {
+TEST_F(ExifWindow, ChooseTagsHidesATagAndItsPositionHalfAndKeepsTheSelection) {
     HWND window = ShowHere(gps);
+    HWND list = GetDlgItem(window, IDC_EXIF_LIST);
+    ListView_SetItemState(list, FindRow(list, u"Make"), LVIS_SELECTED, LVIS_SELECTED);
     for (const char* shot : {"choose_tags_light", "choose_tags_dark"}) {
         Setting(u"Viewing", u"DarkMode", shot[12] == 'd' ? u"1" : u"0");
         Choose(window, [shot](HWND chooser) {
             HWND list = GetDlgItem(chooser, IDC_CHOOSE_LIST);
             for (int i = 0; i < ListView_GetItemCount(list); ++i)
-                if (Cell(list, i, 0) == L"272" || Cell(list, i, 0) == L"404")
+                if (ListCell(list, i, 0) == u"272" || ListCell(list, i, 0) == u"404")
                     ListView_SetCheckState(list, i, FALSE);
             wintest::SaveScreenshot(chooser, shot);
             SendMessageW(chooser, WM_COMMAND, IDOK, 0);
         });
     }
     EXPECT_EQ(Setting(u"EXIF", u"HideTags"), u"272,404,");
-    HWND list = GetDlgItem(window, IDC_EXIF_LIST);
-    EXPECT_EQ(FindRow(list, L"Model"), -1);
-    EXPECT_GE(FindRow(list, L"Make"), 0);
+    EXPECT_EQ(FindRow(list, u"Model"), -1);
+    EXPECT_EQ(ListView_GetNextItem(list, -1, LVNI_SELECTED), FindRow(list, u"Make"));
+    wintest::SaveScreenshot(window, "exif_window_after_choose_tags");
     EXPECT_FALSE(Visible(window, IDC_EXIF_GOOGLE_EARTH)) << "hiding the longitude hides the maps";
 
     // Select all, then OK: everything shows again.

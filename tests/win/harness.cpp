@@ -1,6 +1,70 @@
 #include "harness.h"
 
+#include <commctrl.h>
+
+#include <cstdlib>
+#include <new>
+
+#include "platform/win32/wide_text.h"
+#include "screenshot.h"
+
+namespace {
+bool g_failing = false;
+long g_untilFailure = 0;
+size_t g_failingSize = 0;
+}  // namespace
+
+void* operator new(size_t size) {
+    if (g_failing && size >= g_failingSize && --g_untilFailure <= 0)
+        throw std::bad_alloc();
+    if (void* block = std::malloc(size ? size : 1))
+        return block;
+    throw std::bad_alloc();
+}
+void* operator new[](size_t size) { return ::operator new(size); }
+void operator delete(void* block) noexcept { std::free(block); }
+void operator delete[](void* block) noexcept { std::free(block); }
+void operator delete(void* block, size_t) noexcept { std::free(block); }
+void operator delete[](void* block, size_t) noexcept { std::free(block); }
+
 namespace wintest {
+
+FailingAllocations::FailingAllocations(long first, size_t atLeast) {
+    g_untilFailure = first;
+    g_failingSize = atLeast;
+    g_failing = true;
+}
+
+FailingAllocations::~FailingAllocations() { g_failing = false; }
+
+std::u16string ItemText(HWND dialog, int id) {
+    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(GetDlgItem(dialog, id))) + 1, L'\0');
+    text.resize(GetDlgItemTextW(dialog, id, text.data(), static_cast<int>(text.size())));
+    return platform::ToU16string(text);
+}
+
+std::u16string ListCell(HWND list, int row, int column) {
+    wchar_t text[4096] = {};
+    ListView_GetItemText(list, row, column, text, 4096);
+    return platform::ToU16string(text);
+}
+
+std::u16string ClipboardText() {
+    std::u16string text;
+    if (!OpenClipboard(nullptr))
+        return text;
+    if (HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+        text = platform::ToU16string(static_cast<const wchar_t*>(GlobalLock(data)));
+        GlobalUnlock(data);
+    }
+    CloseClipboard();
+    return text;
+}
+
+void Click(HWND dialog, int id) {
+    SendMessageW(GetDlgItem(dialog, id), BM_CLICK, 0, 0);
+    PumpMessages();
+}
 
 StandInViewer::StandInViewer(const wchar_t* title, int left) {
     WNDCLASSW wc = {};

@@ -11,6 +11,17 @@
 
 namespace wintest {
 
+// A control's text, a list-view cell (at most 4095 characters) and the
+// clipboard's Unicode text ("" when there is none).
+std::u16string ItemText(HWND dialog, int id);
+std::u16string ListCell(HWND list, int row, int column);
+std::u16string ClipboardText();
+
+// Clicks control `id` of `dialog` as the mouse would (BM_CLICK: a check box
+// or radio button changes its state, its parent gets BN_CLICKED) and handles
+// the messages that follow.
+void Click(HWND dialog, int id);
+
 struct ViewerMessage {
     UINT message;
     WPARAM wParam;
@@ -37,6 +48,18 @@ private:
     static LRESULT CALLBACK Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     HWND window_ = nullptr;
     std::vector<ViewerMessage> received_;
+};
+
+// While an object lives, this suite's operator new throws std::bad_alloc
+// for every allocation of at least `atLeast` bytes from the `first`-th such
+// one on (1: the next). The code compiled into the suite (the dialogs, the
+// theming) meets the failure; the loaded DLL allocates with its own.
+class FailingAllocations {
+public:
+    explicit FailingAllocations(long first = 1, size_t atLeast = 0);
+    ~FailingAllocations();
+    FailingAllocations(const FailingAllocations&) = delete;
+    FailingAllocations& operator=(const FailingAllocations&) = delete;
 };
 
 // Acts inside the modal loops of this thread while `modal` runs (it opens a

@@ -11,6 +11,7 @@
 
 #include "fixture/iptc_fixture.h"
 #include "platform/platform.h"
+#include "platform/win32/wide_text.h"
 #include "plugin_dll.h"
 #include "harness.h"
 #include "screenshot.h"
@@ -21,8 +22,10 @@ namespace {
 using windll::Export;
 
 const wchar_t kSheetCaption[] = L"Vantaview - IPTC information";
-const wchar_t* W(const std::u16string& s) { return reinterpret_cast<const wchar_t*>(s.c_str()); }
-std::wstring Wide(std::u16string_view s) { return std::wstring(s.begin(), s.end()); }
+using platform::AsWchar;
+using platform::ToWstring;
+using wintest::Click;
+using wintest::ItemText;
 
 // ------------------------------------------------------------ inputs
 
@@ -82,17 +85,6 @@ HWND Page(HWND sheet, int index) {
     return PropSheet_GetCurrentPageHwnd(sheet);
 }
 
-std::u16string Text(HWND window, int id) {
-    wchar_t text[4096] = {};
-    GetDlgItemTextW(window, id, text, 4096);
-    return std::u16string(text, text + wcslen(text));
-}
-
-void Click(HWND window, int id) {
-    SendMessageW(window, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(window, id)));
-    wintest::PumpMessages();
-}
-
 bool Shown(HWND window, int id) { return IsWindowVisible(GetDlgItem(window, id)) != FALSE; }
 
 class IptcSheet : public ::testing::Test {
@@ -104,7 +96,7 @@ protected:
         messages.clear();
         const wintest::Driven driven = wintest::DriveModal([] { return FindWindowW(nullptr, kSheetCaption); },
                                                            std::move(steps), [&] {
-            answer = Export<windll::ShowIptcInfoFn>("Show_IPTC_Info_W")(W(files), viewer, W(settings));
+            answer = Export<windll::ShowIptcInfoFn>("Show_IPTC_Info_W")(AsWchar(files), viewer, AsWchar(settings));
         });
         for (const auto& [text, caption] : driven.boxes) messages.push_back(caption + L": " + text);
         return answer;
@@ -115,7 +107,7 @@ protected:
     std::u16string Setting(const char16_t* key) { return platform::ReadSettingString(settings, u"IPTC", key, u"<none>"); }
     std::u16string Tag(const std::u16string& file, int dataset) {
         wchar_t out[4096] = {};
-        Export<windll::LoadTagFn>("LoadTag_IPTC_W")(W(file), dataset, out, 4096);
+        Export<windll::LoadTagFn>("LoadTag_IPTC_W")(AsWchar(file), dataset, out, 4096);
         return std::u16string(out, out + wcslen(out));
     }
 
@@ -145,34 +137,34 @@ TEST_F(IptcSheet, OpensWithTheFileAsTheReaderReadsItAndShowsEveryPageLightAndDar
     std::vector<std::u16string> read;
     for (const FieldOnPage& f : kPlainFields) read.push_back(Tag(file, f.dataset));
     EXPECT_EQ(read[3], u"Caf\u00E9 by the sea");
+    // The sheet opens at the viewer's client area; this viewer sits low.
+    RECT work, placed = {};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    SetWindowPos(viewer, nullptr, 0, work.bottom - 150, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     for (const std::string mode : {"light", "dark"}) {
         Setting(u"Viewing", u"DarkMode", mode == "dark" ? u"1" : u"0");
         std::vector<std::u16string> shown;
-        std::u16string keywords, fileLine, xmpSubject;
+        std::u16string keywords, fileLine, xmpCopy;
         bool utf8Note = false;
         const auto shoot = [&](HWND sheet, int page, const std::string& name) {
             HWND window = Page(sheet, page);
             for (const FieldOnPage& f : kPlainFields)
-                if (f.page == page) shown.push_back(Text(window, f.control));
+                if (f.page == page) shown.push_back(ItemText(window, f.control));
             EXPECT_TRUE(wintest::SaveScreenshot(sheet, ("iptc_" + name + "_" + mode).c_str()));
             return window;
         };
         const int answer = Run(file, {
             [&](HWND sheet) {
+                GetWindowRect(sheet, &placed);
                 HWND page = shoot(sheet, 0, "description");
-                fileLine = Text(page, IDC_IPTC_FILE_LINE);
+                fileLine = ItemText(page, IDC_IPTC_FILE_LINE);
                 utf8Note = Shown(page, IDC_IPTC_UTF8_NOTE);
             },
-            [&](HWND sheet) { keywords = Text(shoot(sheet, 1, "keywords"), IDC_IPTC_KEYWORDS); },
+            [&](HWND sheet) { keywords = ItemText(shoot(sheet, 1, "keywords"), IDC_IPTC_KEYWORDS); },
             [&](HWND sheet) { shoot(sheet, 2, "credits"); },
             [&](HWND sheet) {
-                HWND list = GetDlgItem(shoot(sheet, 3, "xmp"), IDC_IPTC_XMP_LIST);
-                wchar_t name[64] = {}, value[256] = {};
-                for (int i = 0; i < ListView_GetItemCount(list); ++i) {
-                    ListView_GetItemText(list, i, 0, name, 64);
-                    ListView_GetItemText(list, i, 1, value, 256);
-                    if (std::wstring(name) == L"dc:subject") xmpSubject.assign(value, value + wcslen(value));
-                }
+                Click(shoot(sheet, 3, "xmp"), IDC_IPTC_XMP_COPY);
+                xmpCopy = wintest::ClipboardText();
             },
             [&](HWND sheet) { shoot(sheet, 4, "options"); },
             kCancel,
@@ -182,7 +174,9 @@ TEST_F(IptcSheet, OpensWithTheFileAsTheReaderReadsItAndShowsEveryPageLightAndDar
         EXPECT_EQ(keywords, u"sea\r\nboats");
         EXPECT_EQ(fileLine, file + u"\r\n(File: 1 / 1)");
         EXPECT_TRUE(utf8Note);
-        EXPECT_EQ(xmpSubject, u"harbour|boats|dawn");
+        EXPECT_TRUE(placed.top >= work.top && placed.bottom <= work.bottom && placed.right <= work.right) << mode;
+        EXPECT_NE(xmpCopy.find(u"\r\ndc:subject - harbour|boats|dawn\r\nphotoshop:City - Bergen\r\n"),
+                  std::u16string::npos) << "the XMP page copies its own two columns";
     }
     EXPECT_EQ(fixture::ReadAll(file), original) << "Cancel writes nothing";
 }
@@ -193,14 +187,14 @@ TEST_F(IptcSheet, AnXmpOnlyFileFillsTheFieldsWhenLoadXmpIsSetOrOnDemand) {
         Setting(u"IPTC", u"LoadXMP", loadXmp ? u"1" : u"0");
         std::u16string before, info, title, keywords;
         Run(file, {[&](HWND sheet) {
-                       before = Text(Page(sheet, 0), IDC_IPTC_OBJECT_NAME);
+                       before = ItemText(Page(sheet, 0), IDC_IPTC_OBJECT_NAME);
                        if (!loadXmp) {
                            HWND xmp = Page(sheet, 3);
                            Click(xmp, IDC_IPTC_XMP_IMPORT);
-                           info = Text(xmp, IDC_IPTC_XMP_INFO);
+                           info = ItemText(xmp, IDC_IPTC_XMP_INFO);
                        }
-                       title = Text(Page(sheet, 0), IDC_IPTC_OBJECT_NAME);
-                       keywords = Text(Page(sheet, 1), IDC_IPTC_KEYWORDS);
+                       title = ItemText(Page(sheet, 0), IDC_IPTC_OBJECT_NAME);
+                       keywords = ItemText(Page(sheet, 1), IDC_IPTC_KEYWORDS);
                    },
                    kCancel});
         EXPECT_EQ(before, loadXmp ? u"Harbour at dawn" : u"");
@@ -223,7 +217,7 @@ TEST_F(IptcSheet, AReadOnlyFileIsRefusedUntouchedAndAWritableOneGetsItsEditedFie
     bool warned = false;
     int answer = Run(file, {[&](HWND sheet) {
                                 HWND description = Page(sheet, 0);
-                                fileLine = Text(description, IDC_IPTC_FILE_LINE);
+                                fileLine = ItemText(description, IDC_IPTC_FILE_LINE);
                                 SetDlgItemTextW(description, IDC_IPTC_CAPTION, L"new caption");
                                 warned = Shown(Page(sheet, 1), IDC_IPTC_READ_ONLY);
                             },
@@ -232,7 +226,7 @@ TEST_F(IptcSheet, AReadOnlyFileIsRefusedUntouchedAndAWritableOneGetsItsEditedFie
     EXPECT_EQ(answer, 0);
     EXPECT_NE(fileLine.find(u"\r\nWarning: This file is set as READ ONLY!\r\n(File: 1 / 1)"), std::u16string::npos);
     EXPECT_TRUE(warned);
-    EXPECT_EQ(messages, std::vector<std::wstring>{L"Vantaview: Can't write IPTC data!\n\nThe file: '" + Wide(file) +
+    EXPECT_EQ(messages, std::vector<std::wstring>{L"Vantaview: Can't write IPTC data!\n\nThe file: '" + ToWstring(file) +
                                                          L"' is read only."});
     EXPECT_EQ(fixture::ReadAll(file), original);
 
@@ -249,7 +243,7 @@ TEST_F(IptcSheet, AReadOnlyFileIsRefusedUntouchedAndAWritableOneGetsItsEditedFie
     ASSERT_FALSE(tail.empty());
     EXPECT_EQ(AfterApp13(fixture::ReadAll(file)), tail);
     for (const char16_t* key : {u"KeepOrgDate", u"ReplaceEmpty", u"SkipEmpty", u"Append", u"SaveTab"})
-        EXPECT_EQ(Setting(key), key == std::u16string(u"KeepOrgDate") ? u"1" : u"0") << Wide(key).c_str();
+        EXPECT_EQ(Setting(key), key == std::u16string(u"KeepOrgDate") ? u"1" : u"0") << ToWstring(key).c_str();
 }
 
 TEST_F(IptcSheet, BatchModeOneWritesEveryFileButTheReadOnlyOneAndReportsIt) {
@@ -293,7 +287,7 @@ TEST_F(IptcSheet, BatchModeTwoWalksTheFilesAsksBeforeLeavingAnEditedOneAndTellsT
             Click(sheet, IDC_IPTC_PREVIOUS);
             Click(sheet, IDC_IPTC_PREVIOUS);
             Click(sheet, IDC_IPTC_PREVIOUS);  // a is the first: a beep, no move
-            line = Text(Page(sheet, 0), IDC_IPTC_FILE_LINE);
+            line = ItemText(Page(sheet, 0), IDC_IPTC_FILE_LINE);
         },
         [](HWND sheet) {
             SetDlgItemTextW(Page(sheet, 0), IDC_IPTC_CAPTION, L"changed");

@@ -1,12 +1,15 @@
 #include "plugin_dll.h"
 
+#include <winver.h>
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "exif/exif_fixtures.h"
 #include "fixture/container_fixture.h"
 #include "fixture/iptc_fixture.h"
+#include "platform/win32/wide_text.h"
 
 namespace windll {
 HMODULE Plugin() {
@@ -21,30 +24,45 @@ using namespace windll;
 using exiftest::ByteOrder;
 using exiftest::Sample;
 
-const wchar_t* W(const std::u16string& s) { return reinterpret_cast<const wchar_t*>(s.c_str()); }
+using platform::AsWchar;
 std::wstring Widen(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
 std::wstring UpToNul(const std::wstring& s) { return s.substr(0, s.find(L'\0')); }
+std::string Narrow(const wchar_t* ascii) { return std::string(ascii, ascii + wcslen(ascii)); }
 
-// The export names are checked on the DLL's file (scripts/check-dll.sh, vvmeta
-// exports) and the info texts natively; here the DLL loads and names itself.
-TEST(PluginDll, VersionResourceNamesTheProduct) {
+// The export names are checked on the DLL's file (scripts/check-dll.sh,
+// vvmeta exports). What the viewer asks GetPlugInInfo and what Windows shows
+// in the file's properties are one version and one description.
+TEST(PluginDll, GetPlugInInfoAgreesWithTheVersionResource) {
     ASSERT_NE(Plugin(), nullptr) << "LoadLibraryW(L\"Metadata.dll\") failed: " << GetLastError();
-    HRSRC res = FindResourceW(Plugin(), MAKEINTRESOURCEW(1), MAKEINTRESOURCEW(16) /* RT_VERSION */);
-    ASSERT_NE(res, nullptr);
-    DWORD size = SizeofResource(Plugin(), res);
-    const char* data = static_cast<const char*>(LockResource(LoadResource(Plugin(), res)));
-    ASSERT_NE(data, nullptr);
-    // The VS_FIXEDFILEINFO follows the "VS_VERSION_INFO" key; find its signature.
-    const std::string block(data, size);
-    const size_t sig = block.find(std::string("\xBD\x04\xEF\xFE", 4));
-    ASSERT_NE(sig, std::string::npos);
-    DWORD versionMs = 0;
-    memcpy(&versionMs, data + sig + 8, 4);
-    EXPECT_EQ(HIWORD(versionMs), 4);
-    EXPECT_EQ(LOWORD(versionMs), 76);
-    const std::wstring description = L"EXIF/IPTC/Comment image information";
-    EXPECT_NE(std::wstring(reinterpret_cast<const wchar_t*>(data), size / 2).find(description),
-              std::wstring::npos);
+    char version[16], description[64];
+    memset(version, 'x', sizeof version);
+    memset(description, 'x', sizeof description);
+    EXPECT_EQ(Export<GetPlugInInfoFn>("GetPlugInInfo")(version, description), 0);
+    EXPECT_STREQ(version, "4.76");
+    EXPECT_EQ(version[5], 'x') << "nothing written past the terminator";
+
+    wchar_t path[MAX_PATH] = {};
+    GetModuleFileNameW(Plugin(), path, MAX_PATH);
+    std::vector<char> info(GetFileVersionInfoSizeW(path, nullptr));
+    ASSERT_FALSE(info.empty());
+    ASSERT_TRUE(GetFileVersionInfoW(path, 0, static_cast<DWORD>(info.size()), info.data()));
+    const auto text = [&](const wchar_t* key) {
+        wchar_t* value = nullptr;
+        UINT length = 0;
+        const std::wstring query = std::wstring(L"\\StringFileInfo\\040904b0\\") + key;
+        return VerQueryValueW(info.data(), query.c_str(), reinterpret_cast<void**>(&value), &length) && value
+                   ? Narrow(value)
+                   : std::string("<none>");
+    };
+    EXPECT_EQ(text(L"FileVersion"), version);
+    EXPECT_EQ(text(L"ProductVersion"), version);
+    EXPECT_EQ(text(L"FileDescription"), description);
+    VS_FIXEDFILEINFO* fixed = nullptr;
+    UINT length = 0;
+    ASSERT_TRUE(VerQueryValueW(info.data(), L"\\", reinterpret_cast<void**>(&fixed), &length));
+    EXPECT_EQ(std::to_string(HIWORD(fixed->dwFileVersionMS)) + "." + std::to_string(LOWORD(fixed->dwFileVersionMS)),
+              version);
+    EXPECT_EQ(fixed->dwProductVersionMS, fixed->dwFileVersionMS);
 }
 
 // One call of each data export: the rules are the native suites', here the
@@ -53,13 +71,13 @@ TEST(PluginDll, DataExportsAnswerAsTheNativeSuitesDo) {
     fixture::TempDir dir;
     const std::u16string exifFile = dir.Write("little.jpg", Sample(ByteOrder::kLittle).File());
     std::wstring out(4096, L'#');
-    EXPECT_EQ(Export<LoadDataFn>("LoadData_EXIF_W")(W(exifFile), out.data(), 4096, 3), exiftest::kSampleRows);
+    EXPECT_EQ(Export<LoadDataFn>("LoadData_EXIF_W")(AsWchar(exifFile), out.data(), 4096, 3), exiftest::kSampleRows);
     EXPECT_EQ(UpToNul(out), Widen(Sample(ByteOrder::kBig).Mode3()));
     wchar_t value[64];
-    EXPECT_EQ(Export<LoadTagFn>("LoadTag_EXIF_W")(W(exifFile), 499, value, 64), 1);
+    EXPECT_EQ(Export<LoadTagFn>("LoadTag_EXIF_W")(AsWchar(exifFile), 499, value, 64), 1);
     EXPECT_EQ(std::wstring(value), Widen(exiftest::kSamplePosition));
     uint32_t size = 0, out5 = 9;
-    EXPECT_EQ(Export<GetExifInfosFn>("GetExifInfos")(W(exifFile), &size, nullptr, nullptr, nullptr, &out5, 2),
+    EXPECT_EQ(Export<GetExifInfosFn>("GetExifInfos")(AsWchar(exifFile), &size, nullptr, nullptr, nullptr, &out5, 2),
               exiftest::kJpegTiffOffset);
     EXPECT_EQ(size, 2048u);
     EXPECT_EQ(out5, 0u);
@@ -70,15 +88,15 @@ TEST(PluginDll, DataExportsAnswerAsTheNativeSuitesDo) {
                                                                              .Dataset(2, 5, "Caf\xE9")
                                                                              .Dataset(2, 25, "k1").Dataset(2, 25, "k2")
                                                                              .Dataset(2, 55, "19991231").Build()));
-    EXPECT_EQ(Export<LoadDataFn>("LoadData_IPTC_W")(W(iptcFile), out.data(), 512, 3), 4);
+    EXPECT_EQ(Export<LoadDataFn>("LoadData_IPTC_W")(AsWchar(iptcFile), out.data(), 512, 3), 4);
     EXPECT_EQ(UpToNul(out), L"Record Version - 4.0\nObject Name - Caf\u00E9\nKeywords - k1 \nk2\nCreated Date - 19991231\n");
-    EXPECT_EQ(Export<LoadTagFn>("LoadTag_IPTC_W")(W(iptcFile), 55, value, 16), 1);
+    EXPECT_EQ(Export<LoadTagFn>("LoadTag_IPTC_W")(AsWchar(iptcFile), 55, value, 16), 1);
     EXPECT_STREQ(value, L"1999:12:31");
 
     const fixture::Bytes text = fixture::PngChunk("tEXt", fixture::Join({fixture::ToBytes("Comment"), {0},
                                                                          fixture::ToBytes("Hello")}));
     const std::u16string png = dir.Write("p.png", fixture::PngFile({text}));
-    EXPECT_EQ(Export<LoadCommentFn>("Load_Comment_W")(W(png), out.data(), 6, 0, L";PNG;"), 5);
+    EXPECT_EQ(Export<LoadCommentFn>("Load_Comment_W")(AsWchar(png), out.data(), 6, 0, L";PNG;"), 5);
     EXPECT_EQ(UpToNul(out), L"Comme");
 }
 

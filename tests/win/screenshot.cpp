@@ -29,6 +29,21 @@ void PumpMessages() {
     }
 }
 
+bool DarkOnScreen(HWND window, std::vector<POINT> points) {
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    PumpMessages();
+    Sleep(150);  // let the X server finish drawing
+    HDC screen = GetDC(nullptr);
+    bool dark = true;
+    for (POINT point : points) {
+        ClientToScreen(window, &point);
+        const COLORREF colour = GetPixel(screen, point.x, point.y);
+        dark = dark && GetRValue(colour) < 0x80 && GetGValue(colour) < 0x80 && GetBValue(colour) < 0x80;
+    }
+    ReleaseDC(nullptr, screen);
+    return dark;
+}
+
 bool SaveScreenshot(HWND window, const char* name, HWND also) {
     if (!IsWindowVisible(window))
         return false;
@@ -47,6 +62,7 @@ bool SaveScreenshot(HWND window, const char* name, HWND also) {
     HBITMAP bitmap = CreateCompatibleBitmap(screen, w, h);
     HGDIOBJ old = SelectObject(memory, bitmap);
     const bool copied = BitBlt(memory, 0, 0, w, h, screen, r.left, r.top, SRCCOPY) != FALSE;
+    const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
     SelectObject(memory, old);
     DeleteDC(memory);
     ReleaseDC(nullptr, screen);
@@ -61,6 +77,8 @@ bool SaveScreenshot(HWND window, const char* name, HWND also) {
             std::wstring file = folder + L"\\";
             for (const char* c = name; *c; ++c)
                 file += static_cast<wchar_t>(*c);
+            if (dpi != 96)  // a run at another DPI: its own set
+                file += L"_" + std::to_wstring(dpi) + L"dpi";
             file += L".png";
             Gdiplus::Bitmap image(bitmap, nullptr);
             saved = image.Save(file.c_str(), &kPngEncoder, nullptr) == Gdiplus::Ok;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 
 #include "platform/platform.h"
 
@@ -65,6 +66,22 @@ bool ScanInt(std::u16string_view text, size_t& at, int& out) {
     return true;
 }
 
+// The list less every token equal to `numberText` (as IsTagInList compares),
+// each with the comma after it; every other character stays as it was.
+std::u16string WithoutToken(std::u16string_view list, std::u16string_view numberText) {
+    std::u16string kept;
+    size_t start = 0;
+    while (start < list.size()) {
+        size_t end = list.find(u',', start);
+        end = end == std::u16string_view::npos ? list.size() : end + 1;
+        const std::u16string_view entry = list.substr(start, end - start);
+        if (!IsTagInList(entry, numberText))
+            kept += entry;
+        start = end;
+    }
+    return kept;
+}
+
 int Round(float value) { return static_cast<int>(value + 0.5f); }
 
 // Single-precision division kept in memory: the 32-bit build would otherwise
@@ -76,6 +93,8 @@ float Ratio(int now, int before) {
 
 int MulDiv96(int n, int dpi) { return static_cast<int>((static_cast<long long>(n) * dpi + 48) / 96); }
 
+constexpr int kCloseCommand = 2;  // IDCANCEL: the "&Exit" button
+
 constexpr KeyBinding kExifKeys[] = {
     {0x08, ExifAction::kToParent, 0},  // Backspace
     {0x20, ExifAction::kToParent, 0},  // Space
@@ -83,18 +102,18 @@ constexpr KeyBinding kExifKeys[] = {
     {0x27, ExifAction::kToParent, 0},  // Right
     {0x09, ExifAction::kFocusParent, 0},  // Tab
     {0x1B, ExifAction::kDestroy, 0},      // Esc
-    {'A', ExifAction::kCommand, kCmdBingMapsApp},
-    {'B', ExifAction::kCommand, kCmdBingMaps},
-    {'C', ExifAction::kCommand, kCmdCopyAll},
-    {'E', ExifAction::kCommand, kCmdClose},
-    {'G', ExifAction::kCommand, kCmdGoogleEarth},
-    {'H', ExifAction::kCommand, kCmdGeoHack},
-    {'K', ExifAction::kCommand, kCmdKakaoMap},
-    {'M', ExifAction::kCommand, kCmdGoogleMaps},
-    {'N', ExifAction::kCommand, kCmdNaverMap},
-    {'O', ExifAction::kCommand, kCmdOpenStreetMap},
-    {'S', ExifAction::kCommand, kCmdCopySelected},
-    {'T', ExifAction::kCommand, kCmdMoreOptions},
+    {'A', ExifAction::kCommand, IDM_BINGMAPS_APP},
+    {'B', ExifAction::kCommand, IDM_BINGMAPS},
+    {'C', ExifAction::kCommand, IDC_EXIF_COPY},
+    {'E', ExifAction::kCommand, kCloseCommand},
+    {'G', ExifAction::kCommand, IDC_EXIF_GOOGLE_EARTH},
+    {'H', ExifAction::kCommand, IDM_GEOHACK},
+    {'K', ExifAction::kCommand, IDM_KAKAOMAP},
+    {'M', ExifAction::kCommand, IDC_EXIF_GOOGLE_MAPS},
+    {'N', ExifAction::kCommand, IDM_NAVERMAP},
+    {'O', ExifAction::kCommand, IDC_EXIF_OPENSTREETMAP},
+    {'S', ExifAction::kCommand, IDM_COPY_SELECTED},
+    {'T', ExifAction::kCommand, IDC_EXIF_MORE},
 };
 
 }  // namespace
@@ -158,13 +177,15 @@ std::vector<TagChoice> BuildTagChoices(const exif::TagRecordTable& table, uint32
 std::u16string UpdateHideTags(std::u16string list, const std::vector<TagChoice>& choices) {
     for (const TagChoice& choice : choices) {
         const bool listed = IsTagInList(list, choice.number);
-        const std::u16string entry = choice.number + u",";
         if (!choice.shown && !listed) {
+            // A list typed without its last comma keeps its last number apart.
+            std::u16string entry = choice.number + u",";
+            if (!list.empty() && list.back() != u',')
+                entry.insert(entry.begin(), u',');
             if (list.size() + entry.size() <= kHideTagsMax)
                 list += entry;
         } else if (choice.shown && listed) {
-            for (size_t at; (at = list.find(entry)) != std::u16string::npos;)
-                list.erase(at, entry.size());
+            list = WithoutToken(list, choice.number);
         }
     }
     return list;
@@ -226,11 +247,6 @@ void SizeForDpi(const WinPosition& p, int currentDpi, int* width, int* height) {
     }
 }
 
-void KeepOnScreen(int* left, int* top, const WinRect& work) {
-    *left = std::max(*left, work.left);
-    *top = std::max(*top, work.top);
-}
-
 ColumnWidths ExifColumnWidths(int listWidth, int dpi) {
     ColumnWidths w;
     w.number = MulDiv96(5, dpi);
@@ -277,6 +293,19 @@ WinRect LayoutChild(ChildKind kind, const WinRect& child, int oldWidth, int oldH
         break;
     }
     return out;
+}
+
+bool NeedsPosition(int command) {
+    return std::find(std::begin(kGpsMenuItems), std::end(kGpsMenuItems), command) != std::end(kGpsMenuItems);
+}
+
+char16_t AltShortcutKey(std::u16string_view menuText) {
+    constexpr std::u16string_view kAlt = u"\tAlt+";
+    const size_t at = menuText.find(kAlt);
+    if (at == std::u16string_view::npos || menuText.size() != at + kAlt.size() + 1)
+        return 0;
+    const char16_t key = menuText.back();
+    return key >= u'a' && key <= u'z' ? static_cast<char16_t>(key - 32) : key;
 }
 
 KeyBinding ExifKeyBinding(int virtualKey) {

@@ -11,6 +11,8 @@
 #include <vector>
 
 #include "exif/tag_record.h"
+#include "exif_window_ids.h"
+#include "window_placement.h"
 
 namespace vv {
 
@@ -51,11 +53,12 @@ struct TagChoice {
 std::vector<TagChoice> BuildTagChoices(const exif::TagRecordTable& table, uint32_t count,
                                        std::u16string_view hideTags);
 
-// The "HideTags" text after OK in the choose-tags dialog: an unchecked
-// number not yet listed is appended with a "," (while the list stays within
-// 1022 characters); a checked number that is listed has every occurrence of
-// its text followed by "," removed — textually, so "71," also goes from
-// inside "271,".
+// The "HideTags" text after OK in the choose-tags dialog, edited by whole
+// numbers: an unchecked number not yet listed is appended with a "," (while
+// the list stays within 1022 characters); a checked number that is listed
+// loses exactly its own entries (the token and the comma after it), so "71"
+// never takes characters from "271". A list typed without its last comma
+// gets one before a new number. Everything else stays byte for byte.
 std::u16string UpdateHideTags(std::u16string list, const std::vector<TagChoice>& choices);
 
 // ------------------------------------------------------------ clipboard
@@ -69,10 +72,6 @@ struct ListLine {
 std::u16string FormatClipboardText(const std::vector<ListLine>& lines);
 
 // ------------------------------------------------------------ placement
-
-struct WinRect {
-    int left = 0, top = 0, right = 0, bottom = 0;
-};
 
 // "WinPosition"/"EXIF": left, top, width, height, maximised (0/1) and the
 // DPI when it was saved.
@@ -95,10 +94,6 @@ void ClampWinPosition(WinPosition& position, int monitorCount, const WinRect& wo
 // The stored size at the current DPI: scaled by current/stored when the
 // stored DPI is known and differs.
 void SizeForDpi(const WinPosition& position, int currentDpi, int* width, int* height);
-
-// The keep-on-screen rule: the top-left corner raised to at least the
-// top-left of the nearest monitor's work area.
-void KeepOnScreen(int* left, int* top, const WinRect& workArea);
 
 // ------------------------------------------------------------ layout
 
@@ -140,29 +135,16 @@ struct KeyBinding {
 // The list's keys (virtual-key codes); {key, kNone, 0} for any other key.
 KeyBinding ExifKeyBinding(int virtualKey);
 
-// Command identifiers of the window, its buttons and its context menu.
-enum ExifCommand : int {
-    kCmdOk = 1,
-    kCmdClose = 2,
-    kCmdCopyAll = 1400,
-    kCmdGoogleEarth = 1402,
-    kCmdMoreOptions = 1404,
-    kCmdGoogleMaps = 1405,
-    kCmdOpenStreetMap = 1406,
-    kCmdCopySelected = 40205,
-    kCmdCopyAllMenu = 40206,
-    kCmdKakaoMap = 40207,
-    kCmdNaverMap = 40208,
-    kCmdBingMaps = 40209,
-    kCmdBingMapsApp = 40210,
-    kCmdGeoHack = 40211,
-    kCmdSatellite = 40213,
-    kCmdChooseTags = 40214,
-};
-
 // The context-menu items that need a position: enabled only while the map
 // buttons are shown.
-inline constexpr int kGpsMenuItems[] = {kCmdGoogleMaps, kCmdGeoHack,    kCmdOpenStreetMap, kCmdGoogleEarth,
-                                        kCmdKakaoMap,   kCmdNaverMap,   kCmdBingMaps,      kCmdBingMapsApp};
+inline constexpr int kGpsMenuItems[] = {IDC_EXIF_GOOGLE_MAPS, IDM_GEOHACK,  IDC_EXIF_OPENSTREETMAP,
+                                        IDC_EXIF_GOOGLE_EARTH, IDM_KAKAOMAP, IDM_NAVERMAP,
+                                        IDM_BINGMAPS,          IDM_BINGMAPS_APP};
+bool NeedsPosition(int command);
+
+// The key of the Alt shortcut a menu item's text shows after its tab
+// ("...\tAlt+S" gives 'S', upper case), 0 for none. The menu's texts are the
+// one list of the window's Alt shortcuts.
+char16_t AltShortcutKey(std::u16string_view menuText);
 
 }  // namespace vv
