@@ -140,18 +140,6 @@ std::u16string AppendComment(std::u16string_view oldText, std::u16string_view ne
     return joined;
 }
 
-std::vector<std::u16string> SplitFileList(std::u16string_view fileNames) {
-    std::vector<std::u16string> paths;
-    size_t start = 0;
-    while (start <= fileNames.size()) {
-        size_t bar = fileNames.find(u'|', start);
-        if (bar == std::u16string_view::npos) bar = fileNames.size();
-        if (bar > start) paths.emplace_back(fileNames.substr(start, bar - start));
-        start = bar + 1;
-    }
-    return paths;
-}
-
 int WriteCommentToFile(std::u16string_view fileName, const CommentJob& job, const CommentErrorSink& onError) {
     return WriteOne(fileName, job, 1, false, onError);
 }
@@ -160,7 +148,7 @@ BatchResult WriteCommentBatch(std::u16string_view fileNames, const CommentJob& j
                               const CommentErrorSink& onError) {
     BatchResult result;
     int counter = 0;
-    for (const std::u16string& path : SplitFileList(fileNames)) {
+    for (const std::u16string& path : platform::SplitFileList(fileNames)) {
         ++counter;
         if (path.size() >= kBatchPathChars) {
             ++result.failed;

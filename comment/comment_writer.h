@@ -76,7 +76,4 @@ struct BatchResult {
 BatchResult WriteCommentBatch(std::u16string_view fileNames, const CommentJob& job,
                               const CommentErrorSink& onError);
 
-// The paths of a "|"-separated list, empty entries left out.
-std::vector<std::u16string> SplitFileList(std::u16string_view fileNames);
-
 }  // namespace comment

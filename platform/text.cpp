@@ -62,4 +62,16 @@ void PutU32Be(std::vector<uint8_t>& out, uint32_t value) {
     PutU16Be(out, value & 0xFFFF);
 }
 
+std::vector<std::u16string> SplitFileList(std::u16string_view fileNames) {
+    std::vector<std::u16string> paths;
+    size_t start = 0;
+    while (start <= fileNames.size()) {
+        size_t bar = fileNames.find(u'|', start);
+        if (bar == std::u16string_view::npos) bar = fileNames.size();
+        if (bar > start) paths.emplace_back(fileNames.substr(start, bar - start));
+        start = bar + 1;
+    }
+    return paths;
+}
+
 }  // namespace platform

@@ -17,6 +17,7 @@
 #include "iptc_sheet_ids.h"
 #include "model/iptc_sheet_model.h"
 #include "platform/platform.h"
+#include "platform/text.h"
 #include "theme.h"
 #include "xmp/xmp_rows.h"
 
@@ -508,14 +509,11 @@ bool MakeNamesList(std::u16string_view fileNames) {
     g_session.names = CreateWindowExW(0, WC_LISTBOXW, nullptr, WS_CHILD | LBS_SORT | LBS_HASSTRINGS, 0, 0, 200, 100,
                                       g_session.viewer, nullptr, g_session.instance, nullptr);
     if (!g_session.names) return false;
-    while (!fileNames.empty()) {
-        const size_t bar = fileNames.find(u'|');
+    for (const std::u16string& path : platform::SplitFileList(fileNames)) {
         // Names are kept whole (a cut one would name another file); a name
         // too long for the viewer is refused when written.
-        const std::u16string name(Cut(fileNames.substr(0, bar), iptc::kPathChars - 1));
-        if (!name.empty()) SendMessageW(g_session.names, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
-        if (bar == std::u16string_view::npos) break;
-        fileNames.remove_prefix(bar + 1);
+        const std::u16string name(Cut(path, iptc::kPathChars - 1));
+        SendMessageW(g_session.names, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
     }
     return true;
 }
