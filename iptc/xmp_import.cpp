@@ -93,15 +93,21 @@ int ImportXmpIntoIptc(std::u16string_view fileName, IptcData& data, int enable, 
     return file ? ImportXmpIntoIptc(*file, data, enable, isTiff) : 0;
 }
 
-int ImportXmpIntoIptc(platform::File& file, IptcData& data, int enable, int isTiff) {
-    if (enable != 1 || isTiff) return 0;
+size_t ReadXmpRows(platform::File& file, IptcData& data, xmp::XmpRows& rows) {
+    rows.clear();
     const std::vector<uint8_t> segment =
         LoadMetadataSegment(file, data.xmpLength, data.xmpOffset, kApp1Marker, false, nullptr, true);
     if (segment.empty()) return 0;
+    xmp::FillListViews_From_XMP_Buffer(segment.data(), data.xmpLength, rows);
+    return rows.size();
+}
+
+int ImportXmpIntoIptc(platform::File& file, IptcData& data, int enable, int isTiff) {
+    if (enable != 1 || isTiff) return 0;
     xmp::XmpRows rows;
-    int count = 0;
-    if (xmp::FillListViews_From_XMP_Buffer(segment.data(), data.xmpLength, rows) > 0)
-        count = ImportXmpRows(rows, data);
+    ReadXmpRows(file, data, rows);
+    if (data.xmpLength == 0) return 0;
+    const int count = rows.empty() ? 0 : ImportXmpRows(rows, data);
     data.utf8 = 1;
     return count;
 }

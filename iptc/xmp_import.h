@@ -3,6 +3,7 @@
 // picks the rows that correspond to IPTC fields.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -55,5 +56,10 @@ int ImportXmpRows(const xmp::XmpRows& rows, IptcData& data);
 // number of fields filled.
 int ImportXmpIntoIptc(std::u16string_view fileName, IptcData& data, int enable, int isTiff);
 int ImportXmpIntoIptc(platform::File& file, IptcData& data, int enable, int isTiff);
+
+// The file's XMP packet (found as ImportXmpIntoIptc finds it, its length and
+// offset stored in the record's XMP members) flattened into `rows`, cleared
+// first. Returns the number of rows; 0 when there is no packet.
+size_t ReadXmpRows(platform::File& file, IptcData& data, xmp::XmpRows& rows);
 
 }  // namespace iptc

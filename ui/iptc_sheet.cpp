@@ -45,6 +45,7 @@ constexpr wchar_t kSheetCaption[] = L"Vantaview - IPTC information";
 // for a stack.
 struct Session {
     iptc::IptcData record;
+    xmp::XmpRows xmpRows;  // the current file's XMP packet, read with its IPTC
     iptc::IptcData snapshot;
     HINSTANCE instance = nullptr;
     HWND viewer = nullptr;
@@ -178,7 +179,7 @@ void MoveToFile(int step) {
     const std::u16string name = NameAt(target);
     AskViewerToShow(name);
     iptc::SetField(Record().fileName, name, iptc::kPathChars);
-    LoadIptcSheetFile(Record());
+    LoadIptcSheetFile(Record(), &g_session.xmpRows);
     RefreshPages();
     UpdateSheetButtons();
     g_session.snapshot = Record();
@@ -383,7 +384,7 @@ struct FieldPage : SheetPage {
 // fields on demand.
 struct XmpPage : SheetPage {
     XmpPage() : SheetPage(-1) {}
-    xmp::XmpRows rows;
+    const xmp::XmpRows& rows = g_session.xmpRows;  // read with the file's IPTC, not again
     HWND list = nullptr;
 
     void Init() override {
@@ -394,13 +395,6 @@ struct XmpPage : SheetPage {
         Refresh();
     }
     void Refresh() override {
-        rows.clear();
-        if (!Record().isTiff) {
-            uint32_t length = 0, offset = 0;
-            const std::vector<uint8_t> segment = iptc::LoadMetadataSegment(CurrentFile(), length, offset,
-                                                                           iptc::kApp1Marker, false, nullptr, true);
-            if (!segment.empty()) xmp::FillListViews_From_XMP_Buffer(segment.data(), length, rows);
-        }
         SendMessageW(list, WM_SETREDRAW, FALSE, 0);
         ListView_DeleteAllItems(list);
         for (const xmp::XmpRow& row : rows) {
@@ -591,7 +585,7 @@ int ShowSheet(HINSTANCE instance, std::u16string_view fileNames, HWND parent, st
         }
     }
     iptc::SetField(record.fileName, current, iptc::kPathChars);
-    LoadIptcSheetFile(record);
+    LoadIptcSheetFile(record, &s.xmpRows);
     record.state = kSheetOpen;
 
     RunSheet();

@@ -9,6 +9,7 @@
 #include "iptc/metadata_segment.h"
 #include "iptc/xmp_import.h"
 #include "placeholder/placeholders.h"
+#include "platform/input.h"
 #include "platform/platform.h"
 #include "platform/text.h"
 
@@ -97,19 +98,31 @@ void WriteIptcSetting(std::u16string_view settingsPath, std::u16string_view key,
 
 // ------------------------------------------------------------ loading
 
-int LoadIptcSheetFile(IptcData& data) {
+int LoadIptcSheetFile(IptcData& data, xmp::XmpRows* xmpRows) {
     data.recordVersion[0] = 0;
     for (auto& field : data.fields) field[0] = 0;
     data.codedCharacterSet[0] = 0;
     data.utf8 = 0;
     data.isTiff = 0;
     data.xmpLength = data.xmpOffset = 0;
-    const std::u16string_view file = iptc::FieldView(data.fileName, iptc::kPathChars);
-    const std::vector<uint8_t> segment =
-        iptc::LoadMetadataSegment(file, data.app13Length, data.app13Offset, iptc::kApp13Marker, false, &data.isTiff, false);
+    data.app13Length = data.app13Offset = 0;
+    if (xmpRows) xmpRows->clear();
+    // One opening of the file serves its IPTC block and its XMP packet.
+    auto file = platform::Input::Open(iptc::FieldView(data.fileName, iptc::kPathChars));
+    if (!file) return 0;
+    const std::vector<uint8_t> segment = iptc::LoadMetadataSegment(*file, data.app13Length, data.app13Offset,
+                                                                   iptc::kApp13Marker, false, &data.isTiff, false);
     int count = 0;
     if (!segment.empty()) count = iptc::ParseIptcBlock(segment.data(), data.app13Length, data, !data.isTiff);
-    if (count == 0) count = iptc::ImportXmpIntoIptc(file, data, data.loadXmp, data.isTiff);
+    const bool import = count == 0 && data.loadXmp == 1;
+    if (data.isTiff || (!import && !xmpRows)) return count;
+    xmp::XmpRows own;
+    xmp::XmpRows& rows = xmpRows ? *xmpRows : own;
+    iptc::ReadXmpRows(*file, data, rows);
+    if (import && data.xmpLength != 0) {
+        if (!rows.empty()) count = iptc::ImportXmpRows(rows, data);
+        data.utf8 = 1;
+    }
     return count;
 }
 

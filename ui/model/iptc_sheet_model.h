@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "iptc/iptc_data.h"
+#include "xmp/xmp_rows.h"
 
 namespace vv {
 
@@ -34,8 +35,10 @@ void WriteIptcSetting(std::u16string_view settingsPath, std::u16string_view key,
 // set and the UTF-8 flag) and loads `data.fileName` into them: the file's
 // APP13 (or a TIFF's IIM block), and when that yields nothing the XMP
 // packet if LoadXMP is set and the file is not a TIFF. Sets the record's
-// APP13, XMP and isTiff members. Returns the number of fields filled.
-int LoadIptcSheetFile(iptc::IptcData& data);
+// APP13, XMP and isTiff members. With `xmpRows`, the file's XMP packet
+// (none for a TIFF) is kept there, flattened, for the XMP page, from the
+// same reading. The file is opened once. Returns the number of fields filled.
+int LoadIptcSheetFile(iptc::IptcData& data, xmp::XmpRows* xmpRows = nullptr);
 
 // ------------------------------------------------------------ file line
 
