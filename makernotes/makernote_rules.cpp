@@ -43,6 +43,7 @@ constexpr uint32_t kAfterQvcHeader = 6;                  // "QVC\0" + 2
 constexpr uint32_t kAfterPentaxAocHeader = 6;            // "AOC\0" + mark; the decoder tells the 8-byte form
 constexpr uint32_t kAfterSonyHeader = 12;                // "SONY DSC \0\0\0"
 constexpr uint32_t kAfterPanasonicHeader = 12;           // "Panasonic\0\0\0"
+constexpr uint32_t kAfterSanyoHeader = 8;                // "SANYO\0" + 2
 // "Nikon\0" + a 4-byte version, then the embedded TIFF header.
 constexpr uint32_t kNikonEmbeddedHeader = 10;
 
@@ -57,12 +58,25 @@ constexpr exif::MakerNoteRule kRules[] = {
     {4, {PrefixIs("FUJIF"), kNothing},             kNothing,          kAfterPrefix,         OffsetBase::kNote,       0, DecodeFujifilmMakerNote},
     {5, {MakeIs("CASIO"), kNothing},               kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeCasioMakerNote},
     {5, {PrefixIs("QVC"), kNothing},               kNothing,          kAfterQvcHeader,      OffsetBase::kTiffHeader, 0, DecodeCasioQvcMakerNote},
+    // Ricoh's own note forms go to Ricoh; Ricoh-made Pentax bodies write Pentax notes.
+    {6, {MakeHas("RICOH"), kNothing},              kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeRicohMakerNote,
+         CheckRicohDirectory},
+    {6, {MakeHas("RICOH"), kNothing},              kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeRicohTextMakerNote,
+         CheckRicohText},
     {6, {MakeHas("PENTAX"), MakeHas("RICOH")},     kNothing,          kAfterPentaxAocHeader, OffsetBase::kTiffHeader, 0, DecodePentaxMakerNote},
     {7, {MakeHas("MINOLTA"), kNothing},            kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeMinoltaMakerNote},
     {8, {MakeHas("SONY"), kNothing},               PrefixHas("SONY"), kAfterSonyHeader,     OffsetBase::kTiffHeader, 0, DecodeSonyMakerNote},
     {8, {MakeHas("SONY"), kNothing},               kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeSonyMakerNote},
     // Recognised by the note alone: the Make text plays no part.
     {9, {PrefixHas("Panas"), kNothing},            kNothing,          kAfterPanasonicHeader, OffsetBase::kTiffHeader, 0, DecodePanasonicMakerNote},
+    // Recognised by the note (Samsung's directory form also by the Make);
+    // group numbers only need to differ from their neighbours'.
+    {20, {PrefixIs("Apple"), kNothing},            kNothing,          kAtNoteStart,         OffsetBase::kNote,       0, DecodeAppleMakerNote,
+          CheckAppleHeader},
+    {21, {PrefixHas("STMN"), kNothing},            kNothing,          kAtNoteStart,         OffsetBase::kNote,       0, DecodeSamsungStmnMakerNote},
+    {21, {MakeHas("SAMSUNG"), kNothing},           kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeSamsungMakerNote,
+          CheckSamsungDirectory},
+    {22, {PrefixIs("SANYO"), kNothing},            kNothing,          kAfterSanyoHeader,    OffsetBase::kTiffHeader, 0, DecodeSanyoMakerNote},
 };
 
 }  // namespace
