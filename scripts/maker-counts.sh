@@ -30,7 +30,7 @@ for f in "$dir"/* "$dir"/extra/*; do
   # exiv2 groups: Exif.Sony1, Exif.Sony2Cs, Exif.Samsung2, Exif.PentaxDng...; Ricoh's own note is Exif.Ricoh.
   n=$(exiv2 -pa "$f" 2>/dev/null | awk -v m="$k" '{split($1,p,"."); if (p[1]=="Exif" && index(p[2],m)==1 && p[3] !~ /^0x[0-9a-fA-F]+$/) c++} END {print c+0}')
   e=$(exiftool -a -G0 -s "$f" 2>/dev/null | awk '/^\[MakerNotes\]/ {c++} END {print c+0}')
-  o=$("$vvmeta" exif "$f" 2>/dev/null | awk '/^Maker Note \(/ {on=1; next} on && (/^Maker Note/ || /^-+$/ || /^[A-Za-z ]+:$/) {on=0} on && NF {c++} END {print c+0}')
+  o=$("$vvmeta" exif "$f" 2>/dev/null | awk '/^Maker Note \(/ {on=1; next} on && (/^Maker Note \(/ || /^-+$/ || /^[A-Za-z ]+:$/) {on=0} on && NF {c++} END {print c+0}')
   printf '%-40s %-9s %6s %6s %8s\n' "$name" "$m" "$o" "$n" "$e"
   ours[$m]=$(( ${ours[$m]:-0} + o )); theirs[$m]=$(( ${theirs[$m]:-0} + n )); decoded[$m]=$(( ${decoded[$m]:-0} + e ))
 done
