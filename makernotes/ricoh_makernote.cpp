@@ -226,30 +226,32 @@ constexpr MakerTable kRicoh = Table(kRicohTags, ValueRule::kLeadingShort, /*stop
 
 // ------------------------------------------------------------ image information (tag 1001)
 
-// A block of bytes, read as 16-bit words in the note's order: word n holds
-// the bytes at 2n and 2n + 1.
+// A block of fields at fixed places; the 16-bit ones in the note's order:
 //
 //   +0 width (2)   +2 height (2)   +6 date and time (7, BCD: 20 06 05 26 11 48 48)
 //   +28 preview start (2)   +30 preview length (2)   +32 flash mode (1)
 //   +33 macro (1)   +34 sharpness (1)   +38 white balance (1)   +39 ISO (1)
 //   +40 saturation (1)
-constexpr ArrayLayout kImageInfoLayout = {tiff::kUndefined, 2, Sign::kUnsigned, ElementOrder::kNote};
+// A field the block is too short for gives no row.
+constexpr size_t kImageInfoReadLimit = 48;  // the last field named ends at byte 41
 
-// The byte at `at` of the block.
-uint8_t ByteAt(const ArrayElements& a, size_t at) {
-    const auto word = static_cast<uint16_t>(a.At(at / 2));
-    return at % 2 ? static_cast<uint8_t>(word & 0xFF) : static_cast<uint8_t>(word >> 8);
+struct InfoField {
+    size_t at, size;
+    const char* name;
+    void (*format)(const uint8_t* field, int bigEndian, exif::TagRecord& row);
+};
+
+void InfoWord(const uint8_t* field, int bigEndian, exif::TagRecord& row) {
+    SetValuef(row, "%u", platform::GetU16(field, bigEndian));
 }
 
-void InfoDate(const ArrayElements& a, exif::TagRecord& row) {
-    uint8_t b[7];
-    for (size_t i = 0; i < 7; ++i) b[i] = ByteAt(a, 6 + i);
+void InfoDate(const uint8_t* b, int, exif::TagRecord& row) {
     SetValuef(row, "%02x%02x:%02x:%02x %02x:%02x:%02x", b[0], b[1], b[2], b[3], b[4], b[5], b[6]);
 }
 
-template <const Enumeration& E, size_t At>
-void InfoByte(const ArrayElements& a, exif::TagRecord& row) {
-    FormatEnumeratedElement(E, ByteAt(a, At), row);
+template <const Enumeration& E>
+void InfoByte(const uint8_t* field, int, exif::TagRecord& row) {
+    FormatEnumeratedElement(E, field[0], row);
 }
 
 constexpr ValueText kInfoFlashModeTexts[] = {{0, "Off"}, {1, "Auto"}, {2, "On"}};
@@ -272,19 +274,31 @@ static_assert(ValuesUnique(kInfoWhiteBalanceTexts) && ValuesUnique(kInfoIsoTexts
                   ValuesUnique(kInfoSaturationTexts),
               "values listed once");
 
-constexpr ArrayRow kImageInfoRows[] = {
-    {0, "Ricoh Image Width", NumberElement<0>},
-    {1, "Ricoh Image Height", NumberElement<1>},
-    {6, "Ricoh Date", InfoDate},
-    {14, "Preview Image Start", NumberElement<14>},
-    {15, "Preview Image Length", NumberElement<15>},
-    {16, "Flash Mode", InfoByte<kInfoFlashMode, 32>},
-    {16, "Macro", InfoByte<kOffOn, 33>},
-    {17, "Sharpness", InfoByte<kSharpness, 34>},
-    {19, "White Balance", InfoByte<kInfoWhiteBalance, 38>},
-    {19, "ISO Setting", InfoByte<kInfoIso, 39>},
-    {20, "Saturation", InfoByte<kInfoSaturation, 40>},
+constexpr InfoField kImageInfoFields[] = {
+    {0, 2, "Ricoh Image Width", InfoWord},
+    {2, 2, "Ricoh Image Height", InfoWord},
+    {6, 7, "Ricoh Date", InfoDate},
+    {28, 2, "Preview Image Start", InfoWord},
+    {30, 2, "Preview Image Length", InfoWord},
+    {32, 1, "Flash Mode", InfoByte<kInfoFlashMode>},
+    {33, 1, "Macro", InfoByte<kOffOn>},
+    {34, 1, "Sharpness", InfoByte<kSharpness>},
+    {38, 1, "White Balance", InfoByte<kInfoWhiteBalance>},
+    {39, 1, "ISO Setting", InfoByte<kInfoIso>},
+    {40, 1, "Saturation", InfoByte<kInfoSaturation>},
 };
+
+void DecodeImageInfo(const platform::Cursor& input, uint32_t offsetBase, const tiff::Entry& entry,
+                     exif::TagRecordTable& table, uint32_t* rowCount) {
+    uint8_t bytes[kImageInfoReadLimit] = {};
+    exif::TagRecord scratch = {};
+    const size_t size = exif::ReadRawBlock(exif::EntryContext{input, offsetBase, entry, scratch}, bytes, sizeof bytes);
+    for (const InfoField& field : kImageInfoFields) {
+        if (field.at + field.size > size) continue;
+        if (exif::TagRecord* row = AppendEntryRow(table, rowCount, entry, field.name))
+            field.format(bytes + field.at, input.bigEndian(), *row);
+    }
+}
 
 // ------------------------------------------------------------ camera information (tag 2001)
 
@@ -306,7 +320,7 @@ constexpr MakerTable kCameraInfo = Table(kCameraInfoTags, ValueRule::kLeadingSho
 // the base.
 uint32_t CameraInfoBase(platform::Cursor entries, uint32_t count, uint32_t blockStart, uint32_t blockSize,
                         uint32_t offsetBase) {
-    for (uint32_t i = 0; i < count; ++i) {
+    for (uint32_t i = 0; i < count && i < kMakerNoteRowLimit; ++i) {
         tiff::Entry entry;
         if (!tiff::ReadEntry(entries, entry)) break;
         const uint64_t bytes = uint64_t{tiff::TypeSize(entry.type)} * entry.count;
@@ -334,23 +348,22 @@ void DecodeCameraInfo(const platform::Cursor& input, uint32_t offsetBase, const 
 
 // ------------------------------------------------------------ the second pass
 
-constexpr ArrayTag kRicohArrays[] = {Array(0x1001, kImageInfoLayout, kImageInfoRows)};
-
 constexpr ValueText kExposureProgramTexts[] = {
     {1, "Auto"}, {2, "Program AE"}, {3, "Aperture-priority AE"}, {4, "Shutter speed priority AE"},
     {5, "Shutter/aperture priority AE"}, {6, "Manual"}, {7, "Movie"},
 };
 constexpr Enumeration kExposureProgram = Enum(kExposureProgramTexts, Sign::kUnsigned, "%d");
 
-// The image information (tag 1001 as a block), then the GR's exposure
-// program (tag 1001 as a SHORT) and the camera information (tag 2001).
+// Tag 1001 as a block (the image information) or as a SHORT (the GR's
+// exposure program), and the camera information (tag 2001).
 void DecodeRecords(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                    uint32_t rowsBefore, uint32_t* rowCount) {
-    DecodeArrayTags(directory, offsetBase, table, rowsBefore, rowCount, Arrays(kRicohArrays));
     const platform::Cursor input = directory.Whole();
     bool cameraInfoDone = false;
     RevisitDirectory(directory, rowsBefore, rowCount, [&](const tiff::Entry& entry, uint32_t) {
-        if (entry.tag == 0x1001 && entry.type == tiff::kShort) {
+        if (entry.tag == 0x1001 && entry.type == tiff::kUndefined) {
+            DecodeImageInfo(input, offsetBase, entry, table, rowCount);
+        } else if (entry.tag == 0x1001 && entry.type == tiff::kShort) {
             if (exif::TagRecord* row = AppendEntryRow(table, rowCount, entry, "Exposure Program"))
                 FormatEnumeratedElement(kExposureProgram, platform::GetU16(entry.fieldBytes, input.bigEndian()), *row);
         } else if (entry.tag == 0x2001 && !cameraInfoDone) {
@@ -425,7 +438,7 @@ void DecodeRicohTextMakerNote(const platform::Cursor& directory, uint32_t, exif:
     while (at < size && *rowCount < kMakerNoteRowLimit) {
         size_t keyEnd = at + 1;
         if (text[at] < 'A' || text[at] > 'Z') break;
-        while (keyEnd < size && keyEnd - at <= 3 && text[keyEnd] >= 'a' && text[keyEnd] <= 'z') ++keyEnd;
+        while (keyEnd < size && keyEnd - at < 3 && text[keyEnd] >= 'a' && text[keyEnd] <= 'z') ++keyEnd;
         size_t valueEnd = keyEnd;
         while (valueEnd < size && ((text[valueEnd] >= '0' && text[valueEnd] <= '9') ||
                                    (text[valueEnd] >= 'A' && text[valueEnd] <= 'F')))

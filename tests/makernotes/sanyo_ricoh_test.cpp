@@ -62,19 +62,22 @@ TEST(RicohNote, GrDigitalTagsInEitherOrderAndTheCaplioLongsTheyAreNot) {
               (Texts{"Internal Serial Number=41420001313233343536373839303132", "Flash Exposure Comp=+0.7"}));
 }
 
-TEST(RicohNote, TheLongerImageInformationBlock) {
-    Bytes info = Shorts(kBE, {3264, 2448, 0});
-    fixture::Append(info, {0x20, 0x09, 0x12, 0x31, 0x23, 0x59, 0x58});
-    info.resize(28, 0);
-    fixture::Append(info, Shorts(kBE, {1234, 5678}));
-    fixture::Append(info, {2, 1, 2, 0, 0, 0, 9, 11, 10, 0});
-    EXPECT_EQ(RowTexts(Note(kBE, "RICOH", kRicohHeader, [&](MakerNoteBuilder& n) {
-                  n.OutOfLine(0x1001, fixture::kUndefined, static_cast<uint32_t>(info.size()), info);
-              })),
-              (Texts{"Ricoh Image Width=3264", "Ricoh Image Height=2448", "Ricoh Date=2009:12:31 23:59:58",
-                     "Preview Image Start=1234", "Preview Image Length=5678", "Flash Mode=On", "Macro=On",
-                     "Sharpness=Soft", "White Balance=Multi-pattern Auto", "ISO Setting=100 (Low)",
-                     "Saturation=Natural"}));
+TEST(RicohNote, TheLongerImageInformationBlockInEitherOrder) {
+    for (ByteOrder order : {kLE, kBE}) {
+        SCOPED_TRACE(order == kBE ? "BE" : "LE");
+        Bytes info = Shorts(order, {3264, 2448, 0});
+        fixture::Append(info, {0x20, 0x09, 0x12, 0x31, 0x23, 0x59, 0x58});
+        info.resize(28, 0);
+        fixture::Append(info, Shorts(order, {1234, 5678}));
+        fixture::Append(info, {2, 1, 2, 0, 0, 0, 9, 11, 10, 0});
+        EXPECT_EQ(RowTexts(Note(order, "RICOH", kRicohHeader, [&](MakerNoteBuilder& n) {
+                      n.OutOfLine(0x1001, fixture::kUndefined, static_cast<uint32_t>(info.size()), info);
+                  })),
+                  (Texts{"Ricoh Image Width=3264", "Ricoh Image Height=2448", "Ricoh Date=2009:12:31 23:59:58",
+                         "Preview Image Start=1234", "Preview Image Length=5678", "Flash Mode=On", "Macro=On",
+                         "Sharpness=Soft", "White Balance=Multi-pattern Auto", "ISO Setting=100 (Low)",
+                         "Saturation=Natural"}));
+    }
 }
 
 TEST(RicohNote, CameraInformationWithoutItsHeaderOrOutsideTheFileGivesNoRows) {
