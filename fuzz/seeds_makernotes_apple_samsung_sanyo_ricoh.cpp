@@ -23,37 +23,10 @@ using fuzzseeds::Longs;
 using fuzzseeds::MakerNoteSeed;
 using fuzzseeds::Shorts;
 
-// A property list of one dictionary of integers, 8 bytes each.
-Bytes IntegerPlist(const std::vector<std::pair<std::string, int64_t>>& entries) {
-    const auto n = static_cast<uint8_t>(entries.size());
-    std::vector<Bytes> objects(1, Bytes{static_cast<uint8_t>(0xD0 | n)});
-    for (uint8_t i = 1; i <= 2 * n; ++i) objects[0].push_back(i);
-    for (const auto& e : entries) {
-        objects.push_back({static_cast<uint8_t>(0x50 | e.first.size())});
-        fixture::Append(objects.back(), fixture::ToBytes(e.first));
-    }
-    for (const auto& e : entries) {
-        objects.push_back({0x13});
-        fixture::PutNumber(objects.back(), static_cast<uint64_t>(e.second), 8, ByteOrder::kBig);
-    }
-    Bytes out = fixture::ToBytes("bplist00"), positions;
-    for (const Bytes& o : objects) {
-        positions.push_back(static_cast<uint8_t>(out.size()));
-        fixture::Append(out, o);
-    }
-    const uint64_t table = out.size();
-    fixture::Append(out, positions);
-    fixture::Append(out, Bytes{0, 0, 0, 0, 0, 0, 1, 1});
-    fixture::PutNumber(out, objects.size(), 8, ByteOrder::kBig);
-    fixture::PutNumber(out, 0, 8, ByteOrder::kBig);
-    fixture::PutNumber(out, table, 8, ByteOrder::kBig);
-    return out;
-}
-
 Bytes AppleNote(ByteOrder order) {
     MakerNoteBuilder note(order);
     note.Header(std::string("Apple iOS\0\0\x01", 12) + (order == ByteOrder::kBig ? "MM" : "II"));
-    const Bytes plist = IntegerPlist({{"flags", 1}, {"value", 39772089846958}, {"epoch", 0}, {"timescale", 1000000000}});
+    const Bytes plist = fixture::IntegerPropertyList({{"flags", 1}, {"value", 39772089846958}, {"epoch", 0}, {"timescale", 1000000000}});
     note.Field(1, fixture::kSLong, 1, Longs(order, {12}));
     note.OutOfLine(3, fixture::kUndefined, static_cast<uint32_t>(plist.size()), plist);
     note.Field(4, fixture::kSLong, 1, Longs(order, {1})).Field(10, fixture::kSLong, 1, Longs(order, {3}));

@@ -25,37 +25,8 @@ Bytes AppleHeader(ByteOrder order) {
     return fixture::ToBytes(std::string("Apple iOS\0\0\x01", 12) + (order == kBE ? "MM" : "II"));
 }
 
-// A binary property list holding one dictionary of integers (8 bytes each,
-// as the phones write them): the dictionary, its keys, its values, a table
-// of one-byte positions and the trailer.
-Bytes IntegerPlist(const std::vector<std::pair<std::string, int64_t>>& entries) {
-    const auto n = static_cast<uint8_t>(entries.size());
-    std::vector<Bytes> objects(1, Bytes{static_cast<uint8_t>(0xD0 | n)});
-    for (uint8_t i = 1; i <= 2 * n; ++i) objects[0].push_back(i);
-    for (const auto& e : entries) {
-        objects.push_back({static_cast<uint8_t>(0x50 | e.first.size())});
-        fixture::Append(objects.back(), fixture::ToBytes(e.first));
-    }
-    for (const auto& e : entries) {
-        objects.push_back({0x13});
-        fixture::PutNumber(objects.back(), static_cast<uint64_t>(e.second), 8, kBE);
-    }
-    Bytes out = fixture::ToBytes("bplist00"), positions;
-    for (const Bytes& o : objects) {
-        positions.push_back(static_cast<uint8_t>(out.size()));
-        fixture::Append(out, o);
-    }
-    const uint64_t table = out.size();
-    fixture::Append(out, positions);
-    fixture::Append(out, Bytes{0, 0, 0, 0, 0, 0, 1, 1});
-    fixture::PutNumber(out, objects.size(), 8, kBE);
-    fixture::PutNumber(out, 0, 8, kBE);
-    fixture::PutNumber(out, table, 8, kBE);
-    return out;
-}
-
 Bytes RunTime(int64_t flags, int64_t value, int64_t scale) {
-    return IntegerPlist({{"flags", flags}, {"value", value}, {"timescale", scale}, {"epoch", 0}});
+    return fixture::IntegerPropertyList({{"flags", flags}, {"value", value}, {"timescale", scale}, {"epoch", 0}});
 }
 
 // The note (offsets from its own start) in a file of the other byte order.
