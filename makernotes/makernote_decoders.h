@@ -81,4 +81,33 @@ void DecodeKodakFileNameMakerNote(const platform::Cursor& directory, uint32_t of
 void DecodeSigmaMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
                           uint32_t* rowCount);
 
+// Apple: the directory after the 14-byte "Apple iOS" header, offsets from
+// the note's start. CheckAppleHeader (with the cursor at the note's start)
+// tells the header and takes the note's byte order from its mark.
+bool CheckAppleHeader(platform::Cursor& at);
+void DecodeAppleMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                          uint32_t* rowCount);
+// Samsung's older "STMN" record, from the note's start, offsets from there.
+void DecodeSamsungStmnMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                                uint32_t* rowCount);
+// Samsung's directory form, at the note's start: CheckSamsungDirectory
+// tells it by its first entry (the version "0100") and takes its byte order
+// from it; the decoder finds what its offsets count from.
+bool CheckSamsungDirectory(platform::Cursor& at);
+void DecodeSamsungMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                            uint32_t* rowCount);
+// Sanyo, after the 8-byte "SANYO" header.
+void DecodeSanyoMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                          uint32_t* rowCount);
+// Ricoh's own forms (Ricoh-made Pentax bodies write Pentax notes): the
+// directory after an 8-byte "Ricoh" header, and the older text notes. Each
+// check is made at the note's start and leaves the cursor where its decoder
+// starts.
+bool CheckRicohDirectory(platform::Cursor& at);
+void DecodeRicohMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                          uint32_t* rowCount);
+bool CheckRicohText(platform::Cursor& at);
+void DecodeRicohTextMakerNote(const platform::Cursor& directory, uint32_t offsetBase, exif::TagRecordTable& table,
+                              uint32_t* rowCount);
+
 }  // namespace makernotes

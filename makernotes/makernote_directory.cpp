@@ -107,9 +107,9 @@ bool FindDirectoryEntry(platform::Cursor directory, uint16_t tag, tiff::Entry& f
     return false;
 }
 
-const MakerTag* MakerTable::Find(uint16_t tag) const {
+const MakerTag* MakerTable::Find(uint16_t tag, uint16_t type) const {
     for (size_t i = 0; i < size; ++i)
-        if (tags[i].tag == tag) return &tags[i];
+        if (tags[i].tag == tag) return tags[i].onlyType == 0 || tags[i].onlyType == type ? &tags[i] : nullptr;
     return nullptr;
 }
 
@@ -170,7 +170,7 @@ void DecodeMakerDirectory(platform::Cursor& in, platform::ByteOrder values, uint
         // leaves the count where it was, and the next entry reuses the row.
         exif::TagRecord& row = exif::TakeRow(table, *rowCount);
         exif::BeginRow(row, entry.tag, entry);
-        const MakerTag* tag = maker.Find(entry.tag);
+        const MakerTag* tag = maker.Find(entry.tag, entry.type);
         if (!tag) continue;
         exif::SetRowName(row, tag->name);
         const MakerEntry value{exif::EntryContext{input, offsetBase, entry, row}, maker.rule, note};

@@ -130,6 +130,10 @@ struct MakerTag {
     const char* name;
     TagFormat format;
     Companion companion = {};
+    // When set, the only TIFF type the tag is stored in: an entry of another
+    // type is not this tag and gives no row (a maker that gave a tag number
+    // a new meaning in later cameras tells the two apart by their types).
+    uint16_t onlyType = 0;
 };
 
 // A constant list and its length: a table of tables (a maker's records,
@@ -155,7 +159,8 @@ struct MakerTable {
     ValueRule rule;
     bool stopAtRowLimit;
 
-    const MakerTag* Find(uint16_t tag) const;
+    // The tag's row, or null: a tag not listed, or stored in a type its row excludes.
+    const MakerTag* Find(uint16_t tag, uint16_t type) const;
 };
 
 // A table's invariants, for a maker's static_assert: tags ascend, each

@@ -50,4 +50,19 @@ constexpr size_t kSonyBlockReadLimit = 0x1900;
 constexpr size_t kSonyPlainBlockReadLimit = 0x180;
 constexpr size_t kSonyA100BlockReadLimit = 18928;
 
+// Integers and quotients of one entry read for a value text (Apple's
+// acceleration vector has three, Samsung's sensor areas eight).
+constexpr size_t kEntryIntegersLimit = 32;
+constexpr size_t kEntryQuotientsLimit = 8;
+
+// Bytes of an Apple property list (the run-time record) that are read: the
+// record is about a hundred bytes, and a list cut here is read no further.
+constexpr size_t kApplePlistReadLimit = 512;
+// Entries of a property-list dictionary that are looked at.
+constexpr size_t kApplePlistEntriesLimit = 16;
+
+// Bytes of a Ricoh text note that are read: the text form is a few
+// "key value;" pairs.
+constexpr size_t kRicohTextReadLimit = 256;
+
 }  // namespace makernotes

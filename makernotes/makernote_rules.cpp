@@ -45,6 +45,7 @@ constexpr uint32_t kAfterSonyHeader = 12;                // "SONY DSC \0\0\0"
 constexpr uint32_t kAfterPanasonicHeader = 12;           // "Panasonic\0\0\0"
 constexpr uint32_t kAfterKodakHeader = 8;                // "KDK INFO"
 constexpr uint32_t kAfterSigmaHeader = 10;               // "SIGMA\0\0\0" or "FOVEON\0\0", version (2)
+constexpr uint32_t kAfterSanyoHeader = 8;                // "SANYO\0" + 2
 // "Nikon\0" + a 4-byte version, then the embedded TIFF header.
 constexpr uint32_t kNikonEmbeddedHeader = 10;
 
@@ -60,6 +61,11 @@ constexpr exif::MakerNoteRule kRules[] = {
     {4, {PrefixIs("FUJIF"), kNothing},             kNothing,          kAfterPrefix,         OffsetBase::kNote,       0, DecodeFujifilmMakerNote},
     {5, {MakeIs("CASIO"), kNothing},               kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeCasioMakerNote},
     {5, {PrefixIs("QVC"), kNothing},               kNothing,          kAfterQvcHeader,      OffsetBase::kTiffHeader, 0, DecodeCasioQvcMakerNote},
+    // Ricoh's own note forms go to Ricoh; Ricoh-made Pentax bodies write Pentax notes.
+    {6, {MakeHas("RICOH"), kNothing},              kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeRicohMakerNote,
+         CheckRicohDirectory},
+    {6, {MakeHas("RICOH"), kNothing},              kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeRicohTextMakerNote,
+         CheckRicohText},
     {6, {MakeHas("PENTAX"), MakeHas("RICOH")},     kNothing,          kAfterPentaxAocHeader, OffsetBase::kTiffHeader, 0, DecodePentaxMakerNote},
     {7, {MakeHas("MINOLTA"), kNothing},            kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeMinoltaMakerNote},
     {8, {MakeHas("SONY"), kNothing},               PrefixHas("SONY"), kAfterSonyHeader,     OffsetBase::kTiffHeader, 0, DecodeSonyMakerNote},
@@ -70,6 +76,14 @@ constexpr exif::MakerNoteRule kRules[] = {
     {22, {MakeHas("KODAK"), kNothing},             kNothing,          kAtNoteStart,         OffsetBase::kNote,       0, DecodeKodakFileNameMakerNote,
          CheckKodakFileNameRecord},
     {21, {PrefixIs("SIGMA"), PrefixIs("FOVEO")},   kNothing,          kAfterSigmaHeader,    OffsetBase::kTiffHeader, 0, DecodeSigmaMakerNote},
+    // Recognised by the note (Samsung's directory form also by the Make);
+    // group numbers only need to differ from their neighbours'.
+    {24, {PrefixIs("Apple"), kNothing},            kNothing,          kAtNoteStart,         OffsetBase::kNote,       0, DecodeAppleMakerNote,
+          CheckAppleHeader},
+    {25, {PrefixHas("STMN"), kNothing},            kNothing,          kAtNoteStart,         OffsetBase::kNote,       0, DecodeSamsungStmnMakerNote},
+    {25, {MakeHas("SAMSUNG"), kNothing},           kNothing,          kAtNoteStart,         OffsetBase::kTiffHeader, 0, DecodeSamsungMakerNote,
+          CheckSamsungDirectory},
+    {26, {PrefixIs("SANYO"), kNothing},            kNothing,          kAfterSanyoHeader,    OffsetBase::kTiffHeader, 0, DecodeSanyoMakerNote},
 };
 
 }  // namespace

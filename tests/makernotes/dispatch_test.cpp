@@ -33,6 +33,12 @@ const struct {
     {makernotes::DecodeMinoltaMakerNote, Record<8>, "minolta"},
     {makernotes::DecodeSonyMakerNote, Record<9>, "sony"},
     {makernotes::DecodePanasonicMakerNote, Record<10>, "panasonic"},
+    {makernotes::DecodeAppleMakerNote, Record<11>, "apple"},
+    {makernotes::DecodeSamsungStmnMakerNote, Record<12>, "samsungStmn"},
+    {makernotes::DecodeSamsungMakerNote, Record<13>, "samsung"},
+    {makernotes::DecodeSanyoMakerNote, Record<14>, "sanyo"},
+    {makernotes::DecodeRicohMakerNote, Record<15>, "ricoh"},
+    {makernotes::DecodeRicohTextMakerNote, Record<16>, "ricohText"},
 };
 
 template <int I>
@@ -106,6 +112,16 @@ TEST(MakerDispatch, PrefixAndMakeChooseTheDecoderItsStartBaseAndOrder) {
         {kBE, "CASIO COMPUTER CO.,LTD", "", false, {}},
         {kLE, "Asahi pentax", "AOC", false, {"pentax +6 base 0 LE"}},
         {kLE, "RICOH IMAGING", "AOC", false, {"pentax +6 base 0 LE"}},
+        // Ricoh's own forms by their start, ahead of Pentax: the directory
+        // behind "Ricoh" and two zero bytes, and the text notes; not
+        // "RICOH\0II" (a Pentax note), nor a text without a Ricoh Make.
+        {kBE, "RICOH", std::string("Ricoh\xCF\0\0", 8), false, {"ricoh +8 base 0 BE"}},
+        {kLE, "RICOH", std::string("RICOH\0\0\0", 8), false, {"ricoh +8 base 0 LE"}},
+        {kLE, "RICOH", "Rev0104;", false, {"ricohText +0 base 0 LE"}},
+        {kLE, "RICOH IMAGING", std::string("RICOH\0II", 8), false, {"pentax +6 base 0 LE"}},
+        {kLE, "RICOH", "Re0104;", false, {"pentax +6 base 0 LE"}},
+        {kLE, "PENTAX", "Rv0103;", false, {"pentax +6 base 0 LE"}},
+        {kLE, "", "Rv0103;", false, {}},
         // Sony's header is skipped only when the prefix holds "SONY".
         {kLE, "Sony Corporation", "", false, {"sony +0 base 0 LE"}},
         {kLE, "SONY", std::string("SONY DSC \0\0\0", 12), false, {"sony +12 base 0 LE"}},
@@ -113,6 +129,18 @@ TEST(MakerDispatch, PrefixAndMakeChooseTheDecoderItsStartBaseAndOrder) {
         // Panasonic by its prefix alone, case-sensitive.
         {kLE, "", std::string("Panasonic\0\0\0", 12), false, {"panasonic +12 base 0 LE"}},
         {kLE, "Panasonic", "PANASONIC", false, {}},
+        // Apple by its header, whose mark gives the order; offsets from the note.
+        {kLE, "", std::string("Apple iOS\0\0\x01MM", 14), false, {"apple +14 base 8 BE"}},
+        {kBE, "", std::string("apple iOS\0\0\x01II", 14), false, {}},
+        {kBE, "", std::string("Apple iOS\0\0\x01II", 14), false, {"apple +14 base 8 LE"}},
+        // Samsung: the "STMN" record from the note, whatever the Make; the
+        // directory form by its version entry, in that entry's order.
+        {kBE, "", "STMN100", false, {"samsungStmn +0 base 8 BE"}},
+        {kBE, "SAMSUNG", std::string("\x02\0\x01\0\x07\0\x04\0\0\0" "0100", 14), false, {"samsung +0 base 0 LE"}},
+        {kLE, "SAMSUNG", std::string("\0\x02\0\x01\0\x07\0\0\0\x04" "0100", 14), false, {"samsung +0 base 0 BE"}},
+        {kLE, "SAMSUNG", std::string("\x02\0\x01\0\x07\0\x04\0\0\0" "0101", 14), false, {}},
+        {kLE, "", std::string("\x02\0\x01\0\x07\0\x04\0\0\0" "0100", 14), false, {}},
+        {kLE, "", std::string("SANYO\0\x01\0", 8), false, {"sanyo +8 base 0 LE"}},
         // A note meeting two tests is decoded twice, in step order.
         {kLE, "SONY", "Panasonic", false, {"sony +0 base 0 LE", "panasonic +12 base 0 LE"}},
         {kLE, "PENTAX", "QVC", false, {"casioQvc +6 base 0 LE", "pentax +6 base 0 LE"}},
