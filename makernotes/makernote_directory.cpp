@@ -190,4 +190,14 @@ void DecodeMakerDirectory(platform::Cursor& in, platform::ByteOrder values, uint
     }
 }
 
+void AppendMakerRow(exif::TagRecordTable& table, uint32_t* rowCount, const tiff::Entry& entry, const char* name,
+                    const std::string& value) {
+    if (*rowCount >= kMakerNoteRowLimit) return;
+    exif::TagRecord& row = exif::TakeRow(table, *rowCount);
+    exif::BeginRow(row, entry.tag, entry);
+    exif::SetRowName(row, name);
+    exif::SetRowValue(row, value);
+    ++*rowCount;
+}
+
 }  // namespace makernotes

@@ -13,6 +13,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 #include "exif/exif_reader.h"
 #include "exif/tag_record.h"
@@ -248,6 +249,11 @@ void FormatRational(const MakerEntry& e);
 // An exposure time in seconds: up to a quarter second as 1/n, longer ones
 // in tenths with a whole number shown plain (2, 1.3).
 void SetExposureSeconds(exif::TagRecord& row, double seconds);
+
+// Appends a row for `entry` with this name and value, as the structures and
+// blocks a decoder takes apart make theirs; none at the row limit.
+void AppendMakerRow(exif::TagRecordTable& table, uint32_t* rowCount, const tiff::Entry& entry, const char* name,
+                    const std::string& value);
 
 // Writes a printf-formatted value text (cut to the row's 255 bytes).
 void SetValuef(exif::TagRecord& row, const char* format, ...)

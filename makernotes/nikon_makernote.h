@@ -80,14 +80,7 @@ struct Structure {
 
     bool Has(size_t offset, size_t length = 1) const { return offset + length <= size; }
     // Appends a row with this name and value; none at the row limit.
-    void Row(const char* name, const std::string& value) const {
-        if (*rowCount >= kMakerNoteRowLimit) return;
-        exif::TagRecord& row = exif::TakeRow(table, *rowCount);
-        exif::BeginRow(row, entry.tag, entry);
-        exif::SetRowName(row, name);
-        exif::SetRowValue(row, value);
-        ++*rowCount;
-    }
+    void Row(const char* name, const std::string& value) const { AppendMakerRow(table, rowCount, entry, name, value); }
     void Rowf(const char* name, const char* format, ...) const
 #if defined(__GNUC__)
         __attribute__((format(printf, 3, 4)))

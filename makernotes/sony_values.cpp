@@ -264,12 +264,7 @@ uint32_t Block::U16(size_t at) const { return platform::GetU16(bytes + at, bigEn
 uint32_t Block::U32(size_t at) const { return platform::GetU32(bytes + at, bigEndian); }
 
 void Block::Row(const char* name, const std::string& value) const {
-    if (*rowCount >= kMakerNoteRowLimit) return;
-    exif::TagRecord& row = exif::TakeRow(table, *rowCount);
-    exif::BeginRow(row, entry.tag, entry);
-    exif::SetRowName(row, name);
-    exif::SetRowValue(row, value);
-    ++*rowCount;
+    AppendMakerRow(table, rowCount, entry, name, value);
 }
 
 void DecodeFields(const Block& block, const Fields& fields) {
