@@ -36,6 +36,22 @@ struct Note {
     bool isCr3;
     const TagRecordTable& table;
     const uint32_t* rowCount;  // read when a test runs: an earlier decoder may have added a Make row
+
+    // The Make text as it stands, and in capitals: looked up again only
+    // when rows were added since (the rules ask for it many times).
+    const char* Make() const {
+        if (makeRows != *rowCount) {
+            MakeText(table, *rowCount, make);
+            for (size_t i = 0; i < sizeof make; ++i) upper[i] = Upper(make[i]);
+            makeRows = *rowCount;
+        }
+        return make;
+    }
+    const char* UpperMake() const { return Make(), upper; }
+
+    mutable uint32_t makeRows = UINT32_MAX;
+    mutable char make[kTagValueSize] = {};
+    mutable char upper[kTagValueSize] = {};
 };
 
 bool Holds(const MakerCondition& c, const Note& note) {
@@ -43,8 +59,8 @@ bool Holds(const MakerCondition& c, const Note& note) {
         case MakerTest::kNone: return false;
         case MakerTest::kPrefixIs: return EqualsIgnoringCase(note.prefix, c.word);
         case MakerTest::kPrefixHas: return std::strstr(note.prefix, c.word) != nullptr;
-        case MakerTest::kMakeIs: return MakeEquals(note.table, *note.rowCount, c.word);
-        case MakerTest::kMakeHas: return MakeContains(note.table, *note.rowCount, c.word);
+        case MakerTest::kMakeIs: return EqualsIgnoringCase(note.Make(), c.word);
+        case MakerTest::kMakeHas: return std::strstr(note.UpperMake(), c.word) != nullptr;
         case MakerTest::kCr3: return note.isCr3;
     }
     return false;

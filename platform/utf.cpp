@@ -29,10 +29,16 @@ void AppendUtf8AsUtf16(std::u16string& out, std::string_view text) {
     size_t i = 0;
     const size_t n = text.size();
     while (i < n) {
-        // A run of ASCII goes over in one step.
+        // A run of ASCII goes over in one step, widened in place (appending
+        // the narrow range would build a temporary string of it first).
         size_t ascii = i;
         while (ascii < n && static_cast<unsigned char>(text[ascii]) < 0x80) ++ascii;
-        out.append(text.begin() + static_cast<ptrdiff_t>(i), text.begin() + static_cast<ptrdiff_t>(ascii));
+        if (ascii > i) {
+            const size_t at = out.size();
+            out.resize(at + (ascii - i));
+            char16_t* to = &out[at];
+            for (size_t k = i; k < ascii; ++k) *to++ = static_cast<char16_t>(static_cast<unsigned char>(text[k]));
+        }
         i = ascii;
         if (i == n) break;
         const auto b0 = static_cast<unsigned char>(text[i]);
