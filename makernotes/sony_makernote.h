@@ -68,7 +68,7 @@ bool LensSpecText(const uint8_t spec[8], std::string& out);
 std::string LensSpecNumbers(const uint8_t spec[8]);
 
 // A lens's name; for a lens whose type other lenses share, the name when
-// the lens spec confirms it, else the spec's text, else the name "or other
+// the lens spec confirms it, else the lens spec's text, else the name "or other
 // lens".
 std::string NamedLensText(const SonyLens& lens, const SonyFacts& facts);
 

@@ -86,7 +86,7 @@ bool NameNumbers(const char* name, SpecNumbers& n) {
 }
 
 // True when the lens spec gives the focal lengths and wide aperture that
-// the name spells: the spec confirms a lens its type shares with others.
+// the name spells: the lens spec confirms a lens its type shares with others.
 bool SpecConfirms(const uint8_t spec[8], const char* name) {
     SpecNumbers fromName;
     if (!NameNumbers(name, fromName)) return false;

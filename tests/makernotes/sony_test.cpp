@@ -1,5 +1,5 @@
 // Sony notes where the corpus files do not go: the lens named from each of
-// its sources (and a shared lens type the spec confirms or does not), the
+// its sources (and a shared lens type the lens spec confirms or does not), the
 // body's name, the settings each kind of body words its own way or leaves
 // unrecorded, the enciphered blocks of a body whose layout is known (in both
 // byte orders) and of one whose is not, face records, the 19-point AF info,
@@ -73,7 +73,7 @@ TEST(SonyNote, TheLensIsNamedBesideItsTypeFromTheTypeTheEmountTypeOrTheSpec) {
         // A type no other lens reports.
         EXPECT_EQ(Only(Sony(order, [](MakerNoteBuilder& n) { n.Long(0xB027, 40); }), lens),
                   (Texts{type("40"), "Lens Name=Minolta/Sony AF DT 18-70mm F3.5-5.6 (D)"}));
-        // A type it shares: the spec confirms it, contradicts it, or is absent.
+        // A type it shares: the lens spec confirms it, contradicts it, or is absent.
         const auto shared = [order](Bytes spec) {
             return Only(Sony(order, [spec](MakerNoteBuilder& n) {
                             n.Long(0xB027, 48);
@@ -97,7 +97,7 @@ TEST(SonyNote, TheLensIsNamedBesideItsTypeFromTheTypeTheEmountTypeOrTheSpec) {
         EXPECT_EQ(emount(4), (Texts{type("-1"), "Lens Name=Sony FE 24-70mm F2.8 GM", "Lens Mount 2=E-mount",
                                     "Lens Type 3=Sony FE 24-70mm F2.8 GM"}));
         EXPECT_EQ(emount(0), (Texts{type("-1"), "Lens Mount 2=Unknown", "Lens Type 3=Sony FE 24-70mm F2.8 GM"}));
-        // Else the spec alone; with none, no row.
+        // Else the lens spec alone; with none, no row.
         EXPECT_EQ(Only(Sony(order, [](MakerNoteBuilder& n) {
                            n.Long(0xB027, 0xFFFF).OutOfLine(0xB02A, fixture::kByte, 8, Spec(0x83, 18, 135, 0x35, 0x56, 0));
                        }),
