@@ -102,14 +102,7 @@ int WriteJpegComment(std::u16string_view fileName, uint32_t oldOffset, uint32_t 
                      std::string_view textUtf8, bool keepDate, std::u16string& errorText) {
     errorText.clear();
     if (textUtf8.empty() && oldLength == 0) return 1;
-    if (platform::KindOf(fileName) == platform::PathKind::kOther) {
-        errorText = WithPath(Messages().notAFile, fileName);
-        return 0;
-    }
-    if (platform::IsReadOnly(fileName)) {
-        errorText = WithPath(Messages().readOnly, fileName);
-        return 0;
-    }
+    if (vv::RefusedUnread(fileName, Messages(), errorText)) return 0;
     if (textUtf8.size() > kMaxSegmentText) {
         errorText = kTooLongError;
         return 0;

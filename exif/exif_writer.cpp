@@ -14,7 +14,6 @@ namespace exif {
 namespace {
 
 constexpr char16_t kErrorPrefix[] = u"ERROR: ";
-constexpr char16_t kReadOnlyError[] = u"Can't write EXIF data. The file is read only.";
 constexpr char16_t kHasExifCheck[] = u"ERROR: The file already contains EXIF data!";
 constexpr char16_t kHasExifError[] = u"The file already contains EXIF data.";
 constexpr char16_t kEmptyError[] = u"Empty/bad EXIF data!";
@@ -24,18 +23,8 @@ constexpr char16_t kTooLargeError[] = u"The EXIF data is too large for a JPEG se
 // The rewrite's failures, worded as this writer words its own.
 const vv::RewriteMessages& Messages() {
     static const vv::RewriteMessages messages = [] {
-        const std::u16string head = u"ERROR: Can't write EXIF data. ";
-        vv::RewriteMessages m;
-        m.notAFile = head + u"The file is not a file but a folder, a device or a pipe.";
-        m.readOnly = head + kReadOnlyError;
+        vv::RewriteMessages m = vv::WriterMessages(u"ERROR: Can't write EXIF data. ", u"The file", u"ERROR: ");
         m.open = u"ERROR: Can't read file data.";
-        m.empty = head + u"The file is empty.";
-        m.notJpeg = head + u"The file is not a JPEG file.";
-        m.changed = head + u"The file has changed since it was read.";
-        m.temp = u"ERROR: Can't open file for writing: %s";
-        m.incomplete = head + u"The temporary file: '%s' could not be written in full.";
-        m.copy = u"ERROR: Can't write to input file (read only)!";
-        m.memory = u"ERROR: Can't allocate memory";
         return m;
     }();
     return messages;
@@ -213,14 +202,7 @@ int WriteExifToJpeg(std::u16string_view path, const TagRecord* rows, uint32_t ro
                     std::u16string& errorText) {
     errorText = kErrorPrefix;
     try {
-        if (platform::KindOf(path) == platform::PathKind::kOther) {
-            errorText = Messages().notAFile;
-            return 0;
-        }
-        if (platform::IsReadOnly(path)) {
-            errorText += kReadOnlyError;
-            return 0;
-        }
+        if (vv::RefusedUnread(path, Messages(), errorText)) return 0;
         uint32_t length = 0, markerOffset = 0;
         uint8_t firstTwo[2] = {0, 0};
         if (FindJpegSegment(path, length, markerOffset, 225, firstTwo, 0)) {

@@ -179,14 +179,7 @@ bool PlanReplacement(platform::File& file, uint32_t app13Offset, uint32_t app13L
 int WriteIptcToJpeg(std::u16string_view fileName, uint32_t app13Offset, uint32_t app13Length,
                     const IptcData& data, std::u16string& errorText) {
     errorText = kDefaultError;
-    if (platform::KindOf(fileName) == platform::PathKind::kOther) {
-        errorText = WithPath(Messages().notAFile, fileName);
-        return 0;
-    }
-    if (platform::IsReadOnly(fileName)) {
-        errorText = WithPath(Messages().readOnly, fileName);
-        return 0;
-    }
+    if (vv::RefusedUnread(fileName, Messages(), errorText)) return 0;
     try {
         uint32_t blockLength = 0;
         BuildIptcBlock(data, blockLength);

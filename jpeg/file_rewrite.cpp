@@ -319,20 +319,32 @@ std::u16string WithPath(std::u16string_view format, std::u16string_view path) {
     return text;
 }
 
-RewriteMessages DataWriterMessages(std::u16string_view data) {
-    const std::u16string head = u"Can't write " + std::u16string(data) + u" data!\n\n";
+RewriteMessages WriterMessages(std::u16string_view head, std::u16string_view theFile, std::u16string_view prefix) {
+    const std::u16string file = std::u16string(head) + std::u16string(theFile);
+    const std::u16string shared(prefix);
     RewriteMessages m;
-    m.notAFile = head + u"The file: '%s' is not a file but a folder, a device or a pipe.";
-    m.readOnly = head + u"The file: '%s' is read only.";
-    m.open = u"Can't open file: %s";
-    m.empty = head + u"The file: '%s' is empty.";
-    m.notJpeg = head + u"The file: '%s' is not a JPEG file.";
-    m.changed = head + u"The file: '%s' has changed since it was read.";
-    m.temp = u"Can't open file for writing: %s";
-    m.incomplete = head + u"The temporary file: '%s' could not be written in full.";
-    m.copy = u"Can't write to input file (read only)!";
-    m.memory = u"Can't allocate memory";
+    m.notAFile = file + u" is not a file but a folder, a device or a pipe.";
+    m.readOnly = file + u" is read only.";
+    m.open = shared + u"Can't open file: %s";
+    m.empty = file + u" is empty.";
+    m.notJpeg = file + u" is not a JPEG file.";
+    m.changed = file + u" has changed since it was read.";
+    m.temp = shared + u"Can't open file for writing: %s";
+    m.incomplete = std::u16string(head) + u"The temporary file: '%s' could not be written in full.";
+    m.copy = shared + u"Can't write to input file (read only)!";
+    m.memory = shared + u"Can't allocate memory";
     return m;
+}
+
+RewriteMessages DataWriterMessages(std::u16string_view data) {
+    return WriterMessages(u"Can't write " + std::u16string(data) + u" data!\n\n", u"The file: '%s'", u"");
+}
+
+bool RefusedUnread(std::u16string_view path, const RewriteMessages& messages, std::u16string& errorText) {
+    if (platform::KindOf(path) == platform::PathKind::kOther) errorText = WithPath(messages.notAFile, path);
+    else if (platform::IsReadOnly(path)) errorText = WithPath(messages.readOnly, path);
+    else return false;
+    return true;
 }
 
 int ReplaceJpegSegments(std::u16string_view path, const SegmentPlan& plan, bool keepDate,

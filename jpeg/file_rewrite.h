@@ -97,9 +97,20 @@ struct RewriteMessages {
     std::u16string copy;
     std::u16string memory;
 };
+// A writer's texts: `head` opens each sentence of its own ("Can't write
+// IPTC data!\n\n"), `theFile` names the original in them ("The file: '%s'"),
+// `prefix` goes before the texts every writer shares ("Can't open file: %s",
+// "Can't open file for writing: %s", "Can't write to input file (read
+// only)!", "Can't allocate memory").
+RewriteMessages WriterMessages(std::u16string_view head, std::u16string_view theFile, std::u16string_view prefix);
 // The texts of the writers that name their data ("Comment", "IPTC") in the
 // words "Can't write <data> data!".
 RewriteMessages DataWriterMessages(std::u16string_view data);
+
+// What every writer refuses before it reads anything: a path that names a
+// folder, a device or a pipe, and a read-only file. True when refused, with
+// the message in errorText.
+bool RefusedUnread(std::u16string_view path, const RewriteMessages& messages, std::u16string& errorText);
 
 // The new segment of a JPEG, which segments go and where the new one goes,
 // decided on the original as the rewrite opened it: fills `segment`
